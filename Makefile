@@ -1,0 +1,38 @@
+# Front door. `make demo` converts a bundled sample; `make test` builds and runs every test.
+BUILD ?= build
+JOBS ?= 2
+CMAKE_FLAGS ?=
+
+.PHONY: all bootstrap configure build demo test asan bench fuzz format clean
+
+all: build
+
+bootstrap:
+	@./scripts/bootstrap
+
+configure: bootstrap
+	@cmake -S . -B $(BUILD) $(CMAKE_FLAGS) >/dev/null
+
+build: configure
+	@cmake --build $(BUILD) -j $(JOBS)
+
+demo: build
+	@./scripts/demo $(BUILD)
+
+test: build
+	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+# The same tests built with AddressSanitizer and UndefinedBehaviorSanitizer.
+asan:
+	@$(MAKE) --no-print-directory test BUILD=build-asan CMAKE_FLAGS="-DQUILLON_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug"
+
+bench: bootstrap
+	@cmake -S . -B build-bench -DQUILLON_BUILD_BENCH=ON -DCMAKE_BUILD_TYPE=Release >/dev/null
+	@cmake --build build-bench -j $(JOBS) --target benchmarks
+	@./build-bench/bench/benchmarks
+
+format:
+	@clang-format -i $$(git ls-files '*.cpp' '*.h')
+
+clean:
+	@rm -rf build build-asan build-bench build-fuzz

@@ -1,0 +1,126 @@
+// Shared reading and writing helpers for version words and child objects. Every class reads
+// its children through these, so nesting depth is bounded in one place.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "archive/quick_archive.h"
+#include "archive/serializable.h"
+
+namespace CorvaneCore {
+
+// Deepest chain of nested child objects a record may hold. Real scenes stay far below it; a
+// deeper record is refused instead of exhausting the stack.
+constexpr int kMaxNestingDepth = 64;
+
+// Counts one level of nesting for as long as it lives.
+class ChildDepthGuard {
+public:
+    explicit ChildDepthGuard(QuickArchive& archive) : depth_(archive.readDepth()) { ++depth_; }
+    ~ChildDepthGuard() { --depth_; }
+    ChildDepthGuard(const ChildDepthGuard&) = delete;
+    ChildDepthGuard& operator=(const ChildDepthGuard&) = delete;
+    bool withinLimit() const { return depth_ <= kMaxNestingDepth; }
+
+private:
+    int& depth_;
+};
+
+// Reads a version word and splits it; false when the minor half is not 0.
+inline bool readVersion(QuickArchive& archive, uint32_t& major) {
+    uint32_t word = 0;
+    archive.read(word);
+    major = versionMajor(word);
+    return versionMinor(word) == 0;
+}
+
+inline void writeVersion(QuickArchive& archive, uint32_t major) {
+    archive.write(versionWord(major));
+}
+
+template <class Base>
+using ChildFactory = std::shared_ptr<Base> (*)(int);
+
+// Makes the child for a stored id and lets it read itself, within the depth limit.
+template <class Base>
+std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, ChildFactory<Base> factory) {
+    ChildDepthGuard guard(archive);
+    if (!guard.withinLimit()) return nullptr;
+    std::shared_ptr<Base> child = factory(id);
+    if (!child || !child->deserialize(archive)) return nullptr;
+    return child;
+}
+
+// Form A, optional child: bool present; if present, int type id and the child's own stream.
+template <class Base>
+bool writeOptionalChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
+    archive.write(child != nullptr);
+    if (!child) return true;
+    archive.write(static_cast<int32_t>(child->getType()));
+    return child->serialize(archive);
+}
+
+// An absent child leaves `slot` as it is. An id the factory does not know refuses the read,
+// since the length of the child's data is unknown.
+template <class Base>
+bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
+                       ChildFactory<Base> factory) {
+    bool present = false;
+    archive.read(present);
+    if (!present) return true;
+    int32_t id = 0;
+    archive.read(id);
+    std::shared_ptr<Base> child = readChildBody(archive, id, factory);
+    if (!child) return false;
+    slot = child;
+    return true;
+}
+
+// Form B, required child: int type id, then the child's stream.
+template <class Base>
+bool writeRequiredChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
+    if (!child) return false;
+    archive.write(static_cast<int32_t>(child->getType()));
+    return child->serialize(archive);
+}
+
+// The slot is set only once the child has read itself.
+template <class Base>
+bool readRequiredChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
+                       ChildFactory<Base> factory) {
+    int32_t id = 0;
+    archive.read(id);
+    std::shared_ptr<Base> child = readChildBody(archive, id, factory);
+    if (!child) return false;
+    slot = child;
+    return true;
+}
+
+// Form C, two required children in a group: both ids first, then both streams.
+template <class First, class Second>
+bool writeChildPair(QuickArchive& archive, const std::shared_ptr<First>& first,
+                    const std::shared_ptr<Second>& second) {
+    if (!first || !second) return false;
+    archive.write(static_cast<int32_t>(first->getType()));
+    archive.write(static_cast<int32_t>(second->getType()));
+    return first->serialize(archive) && second->serialize(archive);
+}
+
+template <class First, class Second>
+bool readChildPair(QuickArchive& archive, std::shared_ptr<First>& first,
+                   ChildFactory<First> firstFactory, std::shared_ptr<Second>& second,
+                   ChildFactory<Second> secondFactory) {
+    int32_t firstId = 0, secondId = 0;
+    archive.read(firstId);
+    archive.read(secondId);
+    std::shared_ptr<First> a = readChildBody(archive, firstId, firstFactory);
+    if (!a) return false;
+    first = a;
+    std::shared_ptr<Second> b = readChildBody(archive, secondId, secondFactory);
+    if (!b) return false;
+    second = b;
+    return true;
+}
+
+}  // namespace CorvaneCore

@@ -1,0 +1,26 @@
+// The conversions themselves, free of any host: one archive and a type id in, UTF-8 XML out.
+// The Ruby module, the command-line tool and the tests all go through these, so each front
+// gives byte-identical text for the same record.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "archive/quick_archive.h"
+
+namespace CorvaneCore {
+
+// The light record's XML, or nothing when the type has no class or the record is refused.
+std::optional<std::string> convertLight(QuickArchive& archive, int32_t type);
+
+// The material record's folded XML document, or nothing when refused.
+std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type);
+
+// The options held by the stored scene record (or the defaults) as one "Assets" document.
+std::string optionsDocument();
+
+// Reads a model's stored scene record into the process-wide scene state.
+bool readSceneRecord(QuickArchive& archive);
+
+}  // namespace CorvaneCore

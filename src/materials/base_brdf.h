@@ -1,0 +1,26 @@
+// Root of the BRDF layer family.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "archive/serializable.h"
+
+namespace CorvaneCore {
+
+class Base_BRDF : public CorvaneSerializable, public CorvaneXMLSerializable {
+public:
+    virtual int getType() = 0;
+    virtual void setDefaults() = 0;
+    virtual std::shared_ptr<Base_BRDF> clone() = 0;
+    virtual bool isEqual(const std::shared_ptr<Base_BRDF>& other) = 0;
+
+    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
+    std::wstring pluginType() override { return std::wstring(); }
+    std::wstring pluginKind() override { return L"BRDF"; }
+};
+
+// Layer ids are single bits: 1, 2, 4, 8, 16, 32. Null for any other id.
+std::shared_ptr<Base_BRDF> createBRDF(int id);
+
+}  // namespace CorvaneCore

@@ -1,0 +1,19 @@
+// Root of the camera family.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "archive/serializable.h"
+
+namespace CorvaneCore {
+
+class BaseCamera : public CorvaneSerializable, public CorvaneXMLSerializable {
+public:
+    virtual int getType() = 0;
+    virtual std::shared_ptr<BaseCamera> clone() = 0;
+    virtual void setDefaults() = 0;
+    std::wstring pluginKind() override { return L"settings"; }
+};
+
+}  // namespace CorvaneCore

@@ -1,0 +1,24 @@
+// Root of the UVW generator family.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "archive/serializable.h"
+
+namespace CorvaneCore {
+
+class BaseUVW : public CorvaneSerializable, public CorvaneXMLSerializable {
+public:
+    virtual void setDefaults() = 0;
+    virtual int getType() = 0;
+    // Recomputes the stored matrices from the decomposed placement.
+    virtual void updateTransforms() = 0;
+    virtual std::shared_ptr<BaseUVW> clone() = 0;
+    virtual bool isEqual(const std::shared_ptr<BaseUVW>& other) = 0;
+    std::wstring pluginKind() override { return L"uvw"; }
+};
+
+std::shared_ptr<BaseUVW> createUVW(int id);
+
+}  // namespace CorvaneCore

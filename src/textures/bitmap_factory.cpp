@@ -1,0 +1,8 @@
+#include "textures/base_texture.h"
+
+namespace CorvaneCore {
+
+// No class of this family has landed yet: every id reads as unknown.
+std::shared_ptr<BaseBitmap> createBitmap(int) { return nullptr; }
+
+}  // namespace CorvaneCore

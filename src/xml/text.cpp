@@ -1,0 +1,185 @@
+#include "xml/text.h"
+
+#include <cstdint>
+#include <cstring>
+#include <random>
+
+namespace CorvaneCore {
+namespace {
+
+// Windows-1252 bytes 0x80..0x9F; the five unassigned bytes map to the same code point.
+const char16_t kCp1252High[32] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+// Decodes strict UTF-8; false on any ill-formed sequence (overlong, surrogate, > U+10FFFF).
+bool decodeStrictUtf8(const unsigned char* s, size_t n, std::wstring& out) {
+    out.clear();
+    out.reserve(n);
+    size_t i = 0;
+    while (i < n) {
+        const unsigned char c = s[i];
+        if (c < 0x80) {
+            out.push_back(static_cast<wchar_t>(c));
+            ++i;
+            continue;
+        }
+        int extra;
+        uint32_t cp, min;
+        if ((c & 0xE0) == 0xC0) {
+            extra = 1, cp = c & 0x1F, min = 0x80;
+        } else if ((c & 0xF0) == 0xE0) {
+            extra = 2, cp = c & 0x0F, min = 0x800;
+        } else if ((c & 0xF8) == 0xF0) {
+            extra = 3, cp = c & 0x07, min = 0x10000;
+        } else {
+            return false;
+        }
+        if (static_cast<size_t>(extra) > n - i - 1) return false;
+        for (int k = 1; k <= extra; ++k) {
+            const unsigned char cc = s[i + k];
+            if ((cc & 0xC0) != 0x80) return false;
+            cp = (cp << 6) | (cc & 0x3F);
+        }
+        if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return false;
+        out.push_back(static_cast<wchar_t>(cp));
+        i += static_cast<size_t>(extra) + 1;
+    }
+    return true;
+}
+
+std::wstring decodeCp1252(const unsigned char* s, size_t n) {
+    std::wstring out;
+    out.reserve(n);
+    for (size_t i = 0; i < n; ++i) {
+        const unsigned char c = s[i];
+        out.push_back(c >= 0x80 && c < 0xA0 ? static_cast<wchar_t>(kCp1252High[c - 0x80])
+                                            : static_cast<wchar_t>(c));
+    }
+    return out;
+}
+
+void appendUtf8(std::string& out, uint32_t cp) {
+    if (cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) cp = 0xFFFD;
+    if (cp < 0x80) {
+        out.push_back(static_cast<char>(cp));
+    } else if (cp < 0x800) {
+        out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
+        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    } else if (cp < 0x10000) {
+        out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    } else {
+        out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
+        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+    }
+}
+
+// Replaces each occurrence of `from`, scanning on just behind every replacement.
+void replaceAll(std::wstring& text, const wchar_t* from, const wchar_t* to) {
+    const size_t fromLen = std::wcslen(from);
+    const size_t toLen = std::wcslen(to);
+    size_t pos = 0;
+    while ((pos = text.find(from, pos, fromLen)) != std::wstring::npos) {
+        text.replace(pos, fromLen, to, toLen);
+        pos += toLen;
+    }
+}
+
+wchar_t foldAscii(wchar_t c) { return (c >= L'A' && c <= L'Z') ? c + (L'a' - L'A') : c; }
+
+}  // namespace
+
+std::wstring utf8ToWide(const char* text, size_t length) {
+    const void* nul = std::memchr(text, 0, length);
+    if (nul) length = static_cast<size_t>(static_cast<const char*>(nul) - text);
+    if (length == 0) return std::wstring();
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+    std::wstring out;
+    if (decodeStrictUtf8(bytes, length, out)) return out;
+    return decodeCp1252(bytes, length);
+}
+
+std::wstring utf8ToWide(const std::string& text) { return utf8ToWide(text.data(), text.size()); }
+
+std::string wideToUtf8(const std::wstring& text) {
+    std::string out;
+    out.reserve(text.size());
+    for (wchar_t c : text) appendUtf8(out, static_cast<uint32_t>(c));
+    return out;
+}
+
+std::wstring unescapeXml(const std::wstring& text) {
+    std::wstring out = text;
+    replaceAll(out, L"&lt;", L"<");
+    replaceAll(out, L"&gt;", L">");
+    replaceAll(out, L"&amp;", L"&");
+    return out;
+}
+
+std::wstring escapeXml(const std::wstring& text, bool unescapeFirst) {
+    std::wstring out = unescapeFirst ? unescapeXml(text) : text;
+    replaceAll(out, L"&", L"&amp;");
+    replaceAll(out, L"<", L"&lt;");
+    replaceAll(out, L">", L"&gt;");
+    return out;
+}
+
+bool isControlChar(wchar_t c) { return (c >= 0 && c <= 0x1F) || (c >= 0x7F && c <= 0x9F); }
+
+void stripControlChars(std::wstring& text) {
+    size_t kept = 0;
+    for (wchar_t c : text) {
+        if (!isControlChar(c)) text[kept++] = c;
+    }
+    text.resize(kept);
+}
+
+bool isAsciiDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+
+std::wstring fileNameOf(const std::wstring& path) {
+    size_t start = 0;
+    if (path.size() >= 2 && path[1] == L':') start = 2;
+    const size_t sep = path.find_last_of(L"/\\");
+    if (sep != std::wstring::npos && sep + 1 > start) start = sep + 1;
+    return path.substr(start);
+}
+
+std::wstring newUuidText() {
+    static std::mt19937_64 engine{std::random_device{}()};
+    const uint64_t hi = engine();
+    const uint64_t lo = engine();
+    unsigned char b[16];
+    for (int i = 0; i < 8; ++i) {
+        b[i] = static_cast<unsigned char>(hi >> (8 * i));
+        b[8 + i] = static_cast<unsigned char>(lo >> (8 * i));
+    }
+    b[6] = static_cast<unsigned char>((b[6] & 0x0F) | 0x40);  // version 4
+    b[8] = static_cast<unsigned char>((b[8] & 0x3F) | 0x80);  // RFC 4122 variant
+    static const wchar_t kHex[] = L"0123456789abcdef";
+    std::wstring out;
+    out.reserve(36);
+    for (int i = 0; i < 16; ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10) out.push_back(L'-');
+        out.push_back(kHex[b[i] >> 4]);
+        out.push_back(kHex[b[i] & 0x0F]);
+    }
+    return out;
+}
+
+int compareIgnoreCase(const std::wstring& a, const std::wstring& b) {
+    const size_t n = a.size() < b.size() ? a.size() : b.size();
+    for (size_t i = 0; i < n; ++i) {
+        const wchar_t x = foldAscii(a[i]);
+        const wchar_t y = foldAscii(b[i]);
+        if (x != y) return x < y ? -1 : 1;
+    }
+    if (a.size() == b.size()) return 0;
+    return a.size() < b.size() ? -1 : 1;
+}
+
+}  // namespace CorvaneCore

@@ -1,0 +1,2 @@
+#include <ruby.h>
+extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {}

@@ -1,0 +1,229 @@
+// quillonbin2xml: converts the renderer plug-in's stored binary records to Asset XML from the
+// command line, through the same conversions as the Ruby module.
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "archive/quick_archive.h"
+#include "convert/conversions.h"
+#include "record_input.h"
+
+using quillon_cli::InputForm;
+
+namespace {
+
+constexpr int kExitConverted = 0;
+constexpr int kExitRefused = 1;
+constexpr int kExitUsage = 2;
+constexpr const char* kVersion = "0.1.0";
+
+struct Options {
+    std::string command;
+    std::string file;
+    std::optional<long> type;
+    InputForm form = InputForm::Auto;
+    std::string output;
+    bool help = false;
+};
+
+struct Command {
+    const char* name;
+    const char* synopsis;
+    bool needsType;
+    bool needsFile;
+};
+
+const Command kCommands[] = {
+    {"light", "light --type N FILE      convert a stored light record (type 0 to 7)", true, true},
+    {"material", "material --type N FILE   convert a stored material record (type 0 to 14)",
+     true, true},
+    {"options", "options                  print the default render options document", false,
+     false},
+};
+
+void printUsage(std::ostream& out) {
+    out << "usage: quillonbin2xml COMMAND [--input raw|json] [-o FILE] ...\n\n"
+           "Converts the binary scene records of the older renderer plug-in to Asset XML.\n\n"
+           "commands:\n";
+    for (const Command& c : kCommands) out << "  " << c.synopsis << "\n";
+    out << "\nFILE holds raw bytes or a JSON array of integers (detected, or forced with\n"
+           "--input); \"-\" reads standard input. -o writes the result to FILE atomically.\n"
+           "exit codes: 0 converted, 1 record refused, 2 bad usage or unreadable input.\n"
+           "  --help     this text (or a command's, after the command)\n"
+           "  --version  the tool's version\n";
+}
+
+const Command* findCommand(const std::string& name) {
+    for (const Command& c : kCommands) {
+        if (name == c.name) return &c;
+    }
+    return nullptr;
+}
+
+int usageError(const std::string& message) {
+    std::cerr << "quillonbin2xml: " << message << " (see --help)\n";
+    return kExitUsage;
+}
+
+bool parseLong(const std::string& text, long& out) {
+    if (text.empty()) return false;
+    char* end = nullptr;
+    errno = 0;
+    out = std::strtol(text.c_str(), &end, 10);
+    return errno == 0 && end && *end == '\0';
+}
+
+// Parses the arguments; returns an exit code when the run should stop here.
+std::optional<int> parseArguments(int argc, char** argv, Options& opts) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    for (size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        auto value = [&](const char* flag) -> std::optional<std::string> {
+            if (i + 1 >= args.size()) return std::nullopt;
+            (void)flag;
+            return args[++i];
+        };
+        if (a == "--help" || a == "-h") {
+            opts.help = true;
+        } else if (a == "--version") {
+            std::cout << "quillonbin2xml " << kVersion << "\n";
+            return kExitConverted;
+        } else if (a == "--type" || a == "-t") {
+            auto v = value("--type");
+            long type = 0;
+            if (!v || !parseLong(*v, type)) return usageError("--type needs an integer");
+            opts.type = type;
+        } else if (a == "--input") {
+            auto v = value("--input");
+            if (v && *v == "raw") {
+                opts.form = InputForm::Raw;
+            } else if (v && *v == "json") {
+                opts.form = InputForm::Json;
+            } else {
+                return usageError("--input takes raw or json");
+            }
+        } else if (a == "-o" || a == "--output") {
+            auto v = value("-o");
+            if (!v || v->empty()) return usageError("-o needs a file name");
+            opts.output = *v;
+        } else if (a.size() > 1 && a[0] == '-' ) {
+            return usageError("unknown option " + a);
+        } else if (opts.command.empty()) {
+            opts.command = a;
+        } else if (opts.file.empty()) {
+            opts.file = a;
+        } else {
+            return usageError("unexpected argument " + a);
+        }
+    }
+    return std::nullopt;
+}
+
+// Writes next to the target and renames into place, so a failed run leaves no partial file.
+bool writeAtomically(const std::string& path, const std::string& text) {
+    const std::string temp = path + ".tmp-quillonbin2xml";
+    {
+        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
+        if (!out) return false;
+        out.write(text.data(), static_cast<std::streamsize>(text.size()));
+        out.flush();
+        if (!out) {
+            std::remove(temp.c_str());
+            return false;
+        }
+    }
+    if (std::rename(temp.c_str(), path.c_str()) != 0) {
+        std::remove(temp.c_str());
+        return false;
+    }
+    return true;
+}
+
+int emit(const Options& opts, const std::string& text) {
+    if (opts.output.empty()) {
+        std::cout << text;
+        std::cout.flush();
+        return std::cout ? kExitConverted : kExitUsage;
+    }
+    if (!writeAtomically(opts.output, text)) {
+        std::cerr << "quillonbin2xml: cannot write " << opts.output << "\n";
+        return kExitUsage;
+    }
+    return kExitConverted;
+}
+
+int runRecordCommand(const Options& opts) {
+    const std::string shownName = opts.file == "-" ? "<stdin>" : opts.file;
+    const std::optional<std::string> content = quillon_cli::readInputFile(opts.file);
+    if (!content) {
+        std::cerr << "quillonbin2xml: " << shownName << ": cannot read the file\n";
+        return kExitUsage;
+    }
+    std::string error;
+    const std::optional<std::string> bytes = quillon_cli::decodeRecord(*content, opts.form, error);
+    if (!bytes) {
+        std::cerr << "quillonbin2xml: " << shownName << ": " << error << "\n";
+        return kExitUsage;
+    }
+    if (bytes->empty()) {
+        std::cerr << "quillonbin2xml: " << shownName << ": the record is empty\n";
+        return kExitRefused;
+    }
+    CorvaneCore::QuickArchive archive(1);
+    archive.writeBytes(bytes->data(), bytes->size());
+    const int32_t type = static_cast<int32_t>(*opts.type);
+    const std::optional<std::string> xml = opts.command == "light"
+                                               ? CorvaneCore::convertLight(archive, type)
+                                               : CorvaneCore::convertMaterial(archive, type);
+    if (!xml) {
+        std::cerr << "quillonbin2xml: " << shownName << ": the " << opts.command
+                  << " record of type " << type << " was refused\n";
+        return kExitRefused;
+    }
+    return emit(opts, *xml);
+}
+
+int run(int argc, char** argv) {
+    Options opts;
+    if (auto stop = parseArguments(argc, argv, opts)) return *stop;
+    if (opts.command.empty()) {
+        if (opts.help) {
+            printUsage(std::cout);
+            return kExitConverted;
+        }
+        printUsage(std::cerr);
+        return kExitUsage;
+    }
+    const Command* command = findCommand(opts.command);
+    if (!command) return usageError("unknown command " + opts.command);
+    if (opts.help) {
+        std::cout << "usage: quillonbin2xml " << command->synopsis << "\n";
+        return kExitConverted;
+    }
+    if (command->needsType && !opts.type) return usageError(opts.command + " needs --type N");
+    if (command->needsFile && opts.file.empty()) return usageError(opts.command + " needs FILE");
+    if (!command->needsFile && !opts.file.empty()) {
+        return usageError(opts.command + " takes no FILE");
+    }
+    if (opts.command == "options") return emit(opts, CorvaneCore::optionsDocument());
+    return runRecordCommand(opts);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& e) {
+        std::cerr << "quillonbin2xml: internal error: " << e.what() << "\n";
+    } catch (...) {
+        std::cerr << "quillonbin2xml: internal error\n";
+    }
+    return kExitRefused;
+}
