@@ -1,8 +1,10 @@
-#include "textures/base_texture.h"
+#include "textures/texture.h"
 
 namespace CorvaneCore {
 
-// No class of this family has landed yet: every id reads as unknown.
-std::shared_ptr<BaseBitmap> createBitmap(int) { return nullptr; }
+std::shared_ptr<BaseBitmap> createBitmap(int id) {
+    if (id == 0) return std::make_shared<BitmapBuffer>();
+    return nullptr;
+}
 
 }  // namespace CorvaneCore

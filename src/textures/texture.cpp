@@ -1,0 +1,122 @@
+#include "textures/texture.h"
+
+#include "archive/compare.h"
+#include "archive/read_helpers.h"
+#include "xml/asset_xml_writer.h"
+
+namespace CorvaneCore {
+
+const std::map<int32_t, std::wstring> kFilterTypeWords = {
+    {0, L"No filter"}, {1, L"Mip-map"}, {2, L"Summed-area"}};
+
+// ---------------------------------------------------------------- BitmapBuffer
+
+void BitmapBuffer::setDefaults() {
+    filter_type = 1;
+    filter_blur = 0.15f;
+    gamma = 1.0f;
+    file.clear();
+}
+
+bool BitmapBuffer::serialize(QuickArchive& archive) {
+    writeVersion(archive, 1);
+    archive.write(filter_type);
+    archive.write(filter_blur);
+    archive.write(gamma);
+    archive.write(file);
+    return true;
+}
+
+bool BitmapBuffer::deserialize(QuickArchive& archive) {
+    setDefaults();
+    uint32_t major = 0;
+    if (!readVersion(archive, major) || major != 1) return false;
+    archive.read(filter_type);
+    archive.read(filter_blur);
+    archive.read(gamma);
+    archive.read(file);
+    return true;
+}
+
+std::shared_ptr<BaseBitmap> BitmapBuffer::clone() { return std::make_shared<BitmapBuffer>(*this); }
+
+bool BitmapBuffer::isEqual(const std::shared_ptr<BaseBitmap>& other) {
+    if (!other || other->getType() != getType()) return false;
+    const auto* o = dynamic_cast<const BitmapBuffer*>(other.get());
+    return o && filter_type == o->filter_type && sameFloat(filter_blur, o->filter_blur) &&
+           sameFloat(gamma, o->gamma) && file == o->file;
+}
+
+int BitmapBuffer::writeXML(AssetXmlWriter& writer, std::wstring url) {
+    url += L"/" + pluginType();
+    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    writer.writeInteger("filter_type", filter_type);
+    writer.writeFloat("filter_blur", filter_blur);
+    writer.writeFloat("gamma", gamma);
+    writer.writeFile(L"file", file);
+    endAssetFrame(writer);
+    return 0;
+}
+
+// ---------------------------------------------------------------- BitmapTexture
+
+void BitmapTexture::setDefaults() {
+    uvwgen.reset();
+    bitmap.reset();
+    tile = true;
+}
+
+bool BitmapTexture::serialize(QuickArchive& archive) {
+    if (!uvwgen || !bitmap) return false;
+    writeVersion(archive, 1);
+    if (!writeChildPair(archive, uvwgen, bitmap)) return false;
+    archive.write(tile);
+    return true;
+}
+
+bool BitmapTexture::deserialize(QuickArchive& archive) {
+    setDefaults();
+    uint32_t major = 0;
+    if (!readVersion(archive, major) || major != 1) return false;
+    if (!readChildPair(archive, uvwgen, createUVW, bitmap, createBitmap)) return false;
+    archive.read(tile);
+    return true;
+}
+
+void BitmapTexture::cloneChildren() {
+    uvwgen = cloneChild(uvwgen);
+    bitmap = cloneChild(bitmap);
+}
+
+bool BitmapTexture::sameAs(const BitmapTexture& other) const {
+    return sameChild(uvwgen, other.uvwgen) && sameChild(bitmap, other.bitmap) &&
+           tile == other.tile;
+}
+
+// The image's asset lives under "buffer" while the parameter that refers to it is "bitmap".
+int BitmapTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
+    url += L"/" + pluginType();
+    const std::wstring uvwUrl = url + L"/uvwgen";
+    const std::wstring bufferUrl = url + L"/buffer";
+    writeChildXML(writer, uvwgen, uvwUrl);
+    writeChildXML(writer, bitmap, bufferUrl);
+    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
+    writer.writePlugin("bitmap", bitmap, bufferUrl);
+    writer.writeBool("tile", tile);
+    endAssetFrame(writer);
+    return 0;
+}
+
+std::shared_ptr<BaseTexture> makeBitmapTexture(const std::wstring& path) {
+    if (path.empty()) return nullptr;
+    auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(createBitmap(0));
+    auto texture = std::dynamic_pointer_cast<BitmapTexture>(createTexture(0));
+    if (!buffer || !texture) return nullptr;
+    buffer->file = path;
+    texture->uvwgen = createUVW(4);
+    texture->bitmap = buffer;
+    return texture;
+}
+
+}  // namespace CorvaneCore

@@ -1,0 +1,322 @@
+#include "textures/uvw.h"
+
+#include <cmath>
+
+#include "archive/compare.h"
+#include "archive/read_helpers.h"
+#include "textures/family_helpers.h"
+
+namespace CorvaneCore {
+
+namespace {
+
+// Degrees to radians, held in single precision as the stored placements were made with it.
+constexpr float kDegreesToRadians = 0.017453292f;
+
+// The column `c` carried through `a`: each row of `a` times `c`, summed in column order.
+Vector apply(const Matrix& a, const Vector& c) {
+    return Vector(a.v[0].x * c.x + a.v[1].x * c.y + a.v[2].x * c.z,
+                  a.v[0].y * c.x + a.v[1].y * c.y + a.v[2].y * c.z,
+                  a.v[0].z * c.x + a.v[1].z * c.y + a.v[2].z * c.z);
+}
+
+Matrix multiply(const Matrix& a, const Matrix& b) {
+    Matrix out;
+    for (int j = 0; j < 3; ++j) out.v[j] = apply(a, b.v[j]);
+    return out;
+}
+
+void scaleColumn(Vector& column, float scale, int32_t mirror) {
+    const float factor = mirror != 0 ? -scale : scale;
+    column = Vector(column.x * factor, column.y * factor, column.z * factor);
+}
+
+Matrix rotationX(float degrees, float scale, int32_t mirror) {
+    const float angle = degrees * kDegreesToRadians;
+    const float c = std::cos(angle), s = std::sin(angle);
+    Matrix m;
+    m.v = {Vector(1, 0, 0), Vector(0, c, s), Vector(0, -s, c)};
+    scaleColumn(m.v[0], scale, mirror);
+    return m;
+}
+
+Matrix rotationY(float degrees, float scale, int32_t mirror) {
+    const float angle = degrees * kDegreesToRadians;
+    const float c = std::cos(angle), s = std::sin(angle);
+    Matrix m;
+    m.v = {Vector(c, 0, -s), Vector(0, 1, 0), Vector(s, 0, c)};
+    scaleColumn(m.v[1], scale, mirror);
+    return m;
+}
+
+Matrix rotationZ(float degrees, float scale, int32_t mirror) {
+    const float angle = degrees * kDegreesToRadians;
+    const float c = std::cos(angle), s = std::sin(angle);
+    Matrix m;
+    m.v = {Vector(c, s, 0), Vector(-s, c, 0), Vector(0, 0, 1)};
+    scaleColumn(m.v[2], scale, mirror);
+    return m;
+}
+
+// Reads a version word and accepts only the majors from `oldest` to `newest`.
+bool readKnownVersion(QuickArchive& archive, uint32_t oldest, uint32_t newest, uint32_t& major) {
+    return readVersion(archive, major) && major >= oldest && major <= newest;
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------- TransformComponents
+
+bool TransformComponents::serialize(QuickArchive& archive) {
+    writeVersion(archive, 1);
+    for (float f : {x_rotation, y_rotation, z_rotation, x_scale, y_scale, z_scale, x_offset,
+                    y_offset, z_offset}) {
+        archive.write(f);
+    }
+    for (int32_t i : {x_mirror, y_mirror, z_mirror}) archive.write(i);
+    return true;
+}
+
+bool TransformComponents::deserialize(QuickArchive& archive) {
+    uint32_t word = 0;
+    archive.read(word);
+    reset();
+    if (word != versionWord(1)) return false;
+    for (float* f : {&x_rotation, &y_rotation, &z_rotation, &x_scale, &y_scale, &z_scale,
+                     &x_offset, &y_offset, &z_offset}) {
+        archive.read(*f);
+    }
+    for (int32_t* i : {&x_mirror, &y_mirror, &z_mirror}) archive.read(*i);
+    return true;
+}
+
+void TransformComponents::compose(Matrix& out) const {
+    const Matrix x = rotationX(x_rotation, x_scale, x_mirror);
+    const Matrix y = rotationY(y_rotation, y_scale, y_mirror);
+    const Matrix z = rotationZ(z_rotation, z_scale, z_mirror);
+    out = multiply(multiply(x, y), z);
+}
+
+void TransformComponents::applyTo(Transform& out) const {
+    compose(out.m);
+    out.offset = Vector(x_offset, y_offset, z_offset);
+}
+
+bool TransformComponents::operator==(const TransformComponents& o) const {
+    return sameFloat(x_rotation, o.x_rotation) && sameFloat(y_rotation, o.y_rotation) &&
+           sameFloat(z_rotation, o.z_rotation) && sameFloat(x_scale, o.x_scale) &&
+           sameFloat(y_scale, o.y_scale) && sameFloat(z_scale, o.z_scale) &&
+           sameFloat(x_offset, o.x_offset) && sameFloat(y_offset, o.y_offset) &&
+           sameFloat(z_offset, o.z_offset) && x_mirror == o.x_mirror &&
+           y_mirror == o.y_mirror && z_mirror == o.z_mirror;
+}
+
+ComponentValues TransformComponents::values() const {
+    ComponentValues v;
+    v.rotation[0] = x_rotation, v.rotation[1] = y_rotation, v.rotation[2] = z_rotation;
+    v.scale[0] = x_scale, v.scale[1] = y_scale, v.scale[2] = z_scale;
+    v.offset[0] = x_offset, v.offset[1] = y_offset, v.offset[2] = z_offset;
+    v.mirror[0] = x_mirror, v.mirror[1] = y_mirror, v.mirror[2] = z_mirror;
+    return v;
+}
+
+// ---------------------------------------------------------------- GenChannelUVW
+
+void GenChannelUVW::setDefaults() {
+    uvw_transform = Transform::identity();
+    tex_transform = Transform::identity();
+    wrap_u = 0;
+    wrap_v = 0;
+    uvw_channel = 1;
+    uvwComponents.reset();
+    texComponents.reset();
+}
+
+bool GenChannelUVW::serialize(QuickArchive& archive) {
+    writeVersion(archive, 2);
+    archive.write(uvw_transform);
+    archive.write(tex_transform);
+    archive.write(wrap_u);
+    archive.write(wrap_v);
+    archive.write(uvw_channel);
+    return uvwComponents.serialize(archive) && texComponents.serialize(archive);
+}
+
+// Relies on the fresh object of the factory: a version 1 record leaves the components it
+// does not name as they were.
+bool GenChannelUVW::deserialize(QuickArchive& archive) {
+    uint32_t major = 0;
+    if (!readKnownVersion(archive, 1, 2, major)) return false;
+    archive.read(uvw_transform);
+    archive.read(tex_transform);
+    if (major == 1) {
+        archive.read(texComponents.x_rotation);
+        archive.read(texComponents.y_rotation);
+        archive.read(texComponents.x_mirror);
+        archive.read(texComponents.y_mirror);
+    }
+    archive.read(wrap_u);
+    archive.read(wrap_v);
+    archive.read(uvw_channel);
+    if (major == 1) return true;
+    return uvwComponents.deserialize(archive) && texComponents.deserialize(archive);
+}
+
+void GenChannelUVW::updateTransforms() {
+    uvwComponents.applyTo(uvw_transform);
+    texComponents.applyTo(tex_transform);
+}
+
+std::shared_ptr<BaseUVW> GenChannelUVW::clone() { return std::make_shared<GenChannelUVW>(*this); }
+
+bool GenChannelUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
+    if (!other || other->getType() != getType()) return false;
+    const auto* o = dynamic_cast<const GenChannelUVW*>(other.get());
+    return o && sameTransform(uvw_transform, o->uvw_transform) &&
+           sameTransform(tex_transform, o->tex_transform) && wrap_u == o->wrap_u &&
+           wrap_v == o->wrap_v && uvw_channel == o->uvw_channel &&
+           uvwComponents == o->uvwComponents && texComponents == o->texComponents;
+}
+
+int GenChannelUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
+    updateTransforms();
+    url += L"/" + pluginType();
+    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    writer.writeComponentTransform("uvw_transform", uvwComponents.values());
+    writer.writeTransform("tex_transform", tex_transform);
+    writer.writeInteger("wrap_u", wrap_u);
+    writer.writeInteger("wrap_v", wrap_v);
+    writer.writeInteger("uvw_channel", uvw_channel);
+    endAssetFrame(writer);
+    return 0;
+}
+
+// ---------------------------------------------------------------- GenEnvironmentUVW
+
+const wchar_t* const kMappingTypeWords[4] = {L"angular", L"cubic", L"spherical", L"mirror_ball"};
+
+void GenEnvironmentUVW::setDefaults() {
+    uvw_matrix = Matrix::identity();
+    mappingType = 2;
+    components.reset();
+}
+
+bool GenEnvironmentUVW::serialize(QuickArchive& archive) {
+    writeVersion(archive, 2);
+    archive.write(uvw_matrix);
+    archive.write(mappingType);
+    return components.serialize(archive);
+}
+
+// Like GenChannelUVW it relies on the factory's fresh object.
+bool GenEnvironmentUVW::deserialize(QuickArchive& archive) {
+    uint32_t major = 0;
+    if (!readKnownVersion(archive, 1, 2, major)) return false;
+    archive.read(uvw_matrix);
+    archive.read(mappingType);
+    if (major == 2) return components.deserialize(archive);
+    // Version 1 kept z ahead of x.
+    archive.read(components.z_rotation);
+    archive.read(components.x_rotation);
+    archive.read(components.z_mirror);
+    archive.read(components.x_mirror);
+    return true;
+}
+
+// Only a matrix is stored, so the offsets reach no stored field.
+void GenEnvironmentUVW::updateTransforms() { components.compose(uvw_matrix); }
+
+std::shared_ptr<BaseUVW> GenEnvironmentUVW::clone() {
+    return std::make_shared<GenEnvironmentUVW>(*this);
+}
+
+bool GenEnvironmentUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
+    if (!other || other->getType() != getType()) return false;
+    const auto* o = dynamic_cast<const GenEnvironmentUVW*>(other.get());
+    return o && sameMatrix(uvw_matrix, o->uvw_matrix) && mappingType == o->mappingType &&
+           components == o->components;
+}
+
+// The renderer takes the orientation as "uvw_matrix" and the scale and offset as
+// "uvw_transform", so the one set of components is split over both.
+int GenEnvironmentUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
+    updateTransforms();
+    url += L"/" + pluginType();
+    beginAssetFrame(writer, url, pluginType(), pluginKind());
+
+    TransformComponents orientation;
+    orientation.x_rotation = components.x_rotation;
+    orientation.y_rotation = components.y_rotation;
+    orientation.z_rotation = components.z_rotation;
+    orientation.x_mirror = components.x_mirror;
+    orientation.y_mirror = components.y_mirror;
+    orientation.z_mirror = components.z_mirror;
+    writer.writeComponentMatrix("uvw_matrix", orientation.values());
+
+    TransformComponents placement;
+    placement.x_scale = components.x_scale;
+    placement.y_scale = components.y_scale;
+    placement.z_scale = components.z_scale;
+    placement.x_offset = components.x_offset;
+    placement.y_offset = components.y_offset;
+    placement.z_offset = components.z_offset;
+    writer.writeComponentTransform("uvw_transform", placement.values());
+
+    // An index outside the table has no word; it is written as an empty value.
+    const bool known = mappingType >= 0 && mappingType < 4;
+    writer.writeString(L"mapping_type", known ? kMappingTypeWords[mappingType] : L"");
+    endAssetFrame(writer);
+    return 0;
+}
+
+// ---------------------------------------------------------------- world and object projections
+
+void GenProjectionUVW::setDefaults() {
+    uvw_transform = Transform::identity();
+    components.reset();
+}
+
+bool GenProjectionUVW::serialize(QuickArchive& archive) {
+    writeVersion(archive, 1);
+    archive.write(uvw_transform);
+    return components.serialize(archive);
+}
+
+bool GenProjectionUVW::readFields(QuickArchive& archive) {
+    uint32_t major = 0;
+    if (!readKnownVersion(archive, 1, 1, major)) return false;
+    archive.read(uvw_transform);
+    return components.deserialize(archive);
+}
+
+bool GenProjectionUVW::deserialize(QuickArchive& archive) { return readFields(archive); }
+
+bool GenObjectUVW::deserialize(QuickArchive& archive) {
+    setDefaults();
+    return readFields(archive);
+}
+
+void GenProjectionUVW::updateTransforms() { components.applyTo(uvw_transform); }
+
+bool GenProjectionUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
+    if (!other || other->getType() != getType()) return false;
+    const auto* o = dynamic_cast<const GenProjectionUVW*>(other.get());
+    return o && sameTransform(uvw_transform, o->uvw_transform) && components == o->components;
+}
+
+int GenProjectionUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
+    updateTransforms();
+    url += L"/" + pluginType();
+    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    writer.writeComponentTransform("uvw_transform", components.values());
+    endAssetFrame(writer);
+    return 0;
+}
+
+std::shared_ptr<BaseUVW> GenPlanarWorldUVW::clone() {
+    return std::make_shared<GenPlanarWorldUVW>(*this);
+}
+
+std::shared_ptr<BaseUVW> GenObjectUVW::clone() { return std::make_shared<GenObjectUVW>(*this); }
+
+}  // namespace CorvaneCore
