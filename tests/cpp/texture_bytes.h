@@ -1,0 +1,144 @@
+// Test helpers for the texture family: records assembled byte by byte in field-table order, and
+// expected asset text assembled line by line in the asset format's fixed layout.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "archive/quick_archive.h"
+
+namespace texture_test {
+
+// Little-endian primitives, appended in the order the caller names them.
+class Bytes {
+public:
+    Bytes& u32(uint32_t v) {
+        for (int shift = 0; shift < 32; shift += 8) data.push_back(uint8_t(v >> shift));
+        return *this;
+    }
+    Bytes& i32(int32_t v) { return u32(uint32_t(v)); }
+    Bytes& version(uint32_t major) { return u32(major << 16); }
+    Bytes& f32(float v) {
+        uint32_t bits = 0;
+        std::memcpy(&bits, &v, sizeof bits);
+        return u32(bits);
+    }
+    Bytes& floats(std::initializer_list<float> values) {
+        for (float v : values) f32(v);
+        return *this;
+    }
+    Bytes& ints(std::initializer_list<int32_t> values) {
+        for (int32_t v : values) i32(v);
+        return *this;
+    }
+    Bytes& flag(bool v) {
+        data.push_back(v ? 1 : 0);
+        return *this;
+    }
+    // Wide strings travel as a byte count and UTF-8 bytes.
+    Bytes& text(const std::string& utf8) {
+        u32(uint32_t(utf8.size()));
+        data.insert(data.end(), utf8.begin(), utf8.end());
+        return *this;
+    }
+    Bytes& append(const Bytes& other) {
+        data.insert(data.end(), other.data.begin(), other.data.end());
+        return *this;
+    }
+    // Twelve floats: three identity columns and a zero offset.
+    Bytes& identityTransform() { return floats({1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}); }
+    // A version 1 placement: nine floats, then three ints.
+    Bytes& components(std::initializer_list<float> nine, std::initializer_list<int32_t> three) {
+        return version(1).floats(nine).ints(three);
+    }
+    Bytes& defaultComponents() { return components({0, 0, 0, 1, 1, 1, 0, 0, 0}, {0, 0, 0}); }
+
+    CorvaneCore::QuickArchive archive() const {
+        return CorvaneCore::QuickArchive(data.data(), data.size());
+    }
+    size_t size() const { return data.size(); }
+
+    std::vector<uint8_t> data;
+};
+
+// The bytes an archive holds between its start and its write position.
+inline std::vector<uint8_t> writtenBytes(CorvaneCore::QuickArchive& archive) {
+    std::vector<uint8_t> out(size_t(archive.writePos()));
+    archive.setReadPos(0);
+    if (!out.empty()) archive.readBytes(out.data(), out.size());
+    return out;
+}
+
+// Expected asset text. Depths follow an asset inside "Assets": the asset at 4 blanks, its
+// parameters at 12, their values at 14 and inner lines at 16.
+class Xml {
+public:
+    Xml& line(int blanks, const std::wstring& text) {
+        out += std::wstring(size_t(blanks), L' ') + text + L"\n";
+        return *this;
+    }
+    Xml& emptyLine() {
+        out += L"\n";
+        return *this;
+    }
+    Xml& assetOpen(const std::wstring& url, const std::wstring& kind, const std::wstring& type) {
+        line(4, L"<Asset layout=\"\" renderer=\"ombra\" type=\"" + kind + L"\" url=\"" + url +
+                    L"\" >");
+        line(6, L"<plugin>");
+        line(8, L"<ombraplugin name=\"" + type + L"\" type=\"" + kind + L"\">");
+        return line(10, L"<parameters>");
+    }
+    Xml& assetClose() {
+        line(10, L"</parameters>");
+        line(8, L"</ombraplugin>");
+        line(6, L"</plugin>");
+        return line(4, L"</Asset>");
+    }
+    Xml& paramOpen(const std::wstring& type, const std::wstring& name,
+                   const std::wstring& handler = L"default") {
+        return line(12, L"<parameter type=\"" + type + L"\" name=\"" + name + L"\" handler=\"" +
+                            handler + L"\" listType=\"none\" label=\"" + name + L"\">");
+    }
+    Xml& paramClose() { return line(12, L"</parameter>"); }
+    Xml& inlineParam(const std::wstring& type, const std::wstring& name, const std::wstring& value,
+                     const std::wstring& handler = L"default") {
+        paramOpen(type, name, handler);
+        line(14, L"<value>" + value + L"</value>");
+        return paramClose();
+    }
+    Xml& emptyPlugin(const std::wstring& name) { return paramOpen(L"plugin", name).paramClose(); }
+    Xml& scalars(const std::wstring& type, const std::wstring& name,
+                 std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> tags) {
+        paramOpen(type, name);
+        line(14, L"<value>");
+        for (const auto& tag : tags) {
+            line(16, std::wstring(L"<") + tag.first + L">" + tag.second + L"</" + tag.first + L">");
+        }
+        line(14, L"</value>");
+        return paramClose();
+    }
+    Xml& vector(int blanks, const wchar_t* x, const wchar_t* y, const wchar_t* z) {
+        line(blanks, L"<vector>");
+        line(blanks + 2, std::wstring(L"<x>") + x + L"</x>");
+        line(blanks + 2, std::wstring(L"<y>") + y + L"</y>");
+        line(blanks + 2, std::wstring(L"<z>") + z + L"</z>");
+        return line(blanks, L"</vector>");
+    }
+
+    std::wstring out;
+};
+
+// The twelve component lines of a placement, rotations, scales, offsets, then mirrors.
+inline std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> defaultComponentLines() {
+    static const std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> lines = {
+        {L"x_rotation", L"0"}, {L"y_rotation", L"0"}, {L"z_rotation", L"0"},
+        {L"x_scale", L"1"},    {L"y_scale", L"1"},    {L"z_scale", L"1"},
+        {L"x_offset", L"0"},   {L"y_offset", L"0"},   {L"z_offset", L"0"},
+        {L"x_mirror", L"0"},   {L"y_mirror", L"0"},   {L"z_mirror", L"0"}};
+    return lines;
+}
+
+}  // namespace texture_test

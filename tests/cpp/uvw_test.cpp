@@ -1,0 +1,402 @@
+#include <gtest/gtest.h>
+
+#include "texture_bytes.h"
+#include "textures/uvw.h"
+#include "xml/asset_xml_writer.h"
+
+using namespace CorvaneCore;
+using texture_test::Bytes;
+using texture_test::Xml;
+
+namespace {
+
+void expectColumns(const Matrix& m, std::initializer_list<Vector> columns) {
+    int j = 0;
+    for (const Vector& expected : columns) {
+        SCOPED_TRACE(j);
+        EXPECT_NEAR(m.v[j].x, expected.x, 1e-6);
+        EXPECT_NEAR(m.v[j].y, expected.y, 1e-6);
+        EXPECT_NEAR(m.v[j].z, expected.z, 1e-6);
+        ++j;
+    }
+}
+
+}  // namespace
+
+// X(90) rows (1,0,0),(0,0,-1),(0,1,0); Y(90) rows (0,0,1),(0,1,0),(-1,0,0).
+// X*Y has rows (0,0,1),(1,0,0),(0,1,0); Y*X would have rows (0,1,0),(0,0,1),(1,0,0).
+TEST(TransformComponents, ComposesXTimesYTimesZ) {
+    TransformComponents c;
+    c.x_rotation = 90;
+    c.y_rotation = 90;
+    Matrix m;
+    c.compose(m);
+    expectColumns(m, {Vector(0, 1, 0), Vector(0, 0, 1), Vector(1, 0, 0)});
+
+    // Y(90) * Z(90): Z(90) has rows (0,-1,0),(1,0,0),(0,0,1), so Y*Z has rows
+    // (0,0,1),(1,0,0),(0,1,0) where Z*Y would have rows (0,-1,0),(0,0,1),(-1,0,0).
+    TransformComponents yz;
+    yz.y_rotation = 90;
+    yz.z_rotation = 90;
+    yz.compose(m);
+    expectColumns(m, {Vector(0, 1, 0), Vector(0, 0, 1), Vector(1, 0, 0)});
+}
+
+TEST(TransformComponents, ScaleAndMirrorActInTheirAxisFrame) {
+    TransformComponents scaled;
+    scaled.x_scale = 3;
+    scaled.y_scale = 2;
+    scaled.z_scale = 0.5f;
+    scaled.z_mirror = 1;
+    Matrix m;
+    scaled.compose(m);
+    expectColumns(m, {Vector(3, 0, 0), Vector(0, 2, 0), Vector(0, 0, -0.5f)});
+
+    // x mirrored, then Z(90): diag(-1,1,1) times Z(90) has columns (0,1,0), (1,0,0), (0,0,1).
+    TransformComponents mirrored;
+    mirrored.x_mirror = 2;  // any non-zero value mirrors
+    mirrored.z_rotation = 90;
+    mirrored.compose(m);
+    expectColumns(m, {Vector(0, 1, 0), Vector(1, 0, 0), Vector(0, 0, 1)});
+
+    // X(90) times diag(1,2,1): the y scale lands in X's second column (0,0,1).
+    TransformComponents rotatedScale;
+    rotatedScale.x_rotation = 90;
+    rotatedScale.y_scale = 2;
+    rotatedScale.compose(m);
+    expectColumns(m, {Vector(1, 0, 0), Vector(0, 0, 2), Vector(0, -1, 0)});
+}
+
+TEST(TransformComponents, ApplyToSetsOffsetAndResetRestoresDefaults) {
+    TransformComponents c;
+    c.x_offset = 1, c.y_offset = -2, c.z_offset = 3.5f, c.x_scale = 4;
+    Transform t;
+    c.applyTo(t);
+    EXPECT_EQ(t.offset, Vector(1, -2, 3.5f));
+    EXPECT_FLOAT_EQ(t.m.v[0].x, 4);
+    c.reset();
+    EXPECT_EQ(c, TransformComponents());
+    TransformComponents mirrored;
+    mirrored.y_mirror = 1;
+    EXPECT_NE(c, mirrored);
+}
+
+TEST(TransformComponents, ReadsItsOnlyVersionAndResetsOnAnyWord) {
+    Bytes record;
+    record.components({10, 20, 30, 2, 3, 4, 5, 6, 7}, {1, 0, 2});
+    auto archive = record.archive();
+    TransformComponents c;
+    ASSERT_TRUE(c.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), record.size());
+    EXPECT_EQ(c.x_rotation, 10);
+    EXPECT_EQ(c.z_rotation, 30);
+    EXPECT_EQ(c.x_scale, 2);
+    EXPECT_EQ(c.z_scale, 4);
+    EXPECT_EQ(c.x_offset, 5);
+    EXPECT_EQ(c.z_offset, 7);
+    EXPECT_EQ(c.x_mirror, 1);
+    EXPECT_EQ(c.z_mirror, 2);
+
+    for (uint32_t word : {0x20000u, 0x10001u, 0u}) {
+        Bytes bad;
+        bad.u32(word);
+        auto badArchive = bad.archive();
+        EXPECT_FALSE(c.deserialize(badArchive)) << word;
+        EXPECT_EQ(c, TransformComponents());  // reset before the refusal
+        c.x_rotation = 5;
+    }
+}
+
+TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
+    Bytes record;
+    record.version(2)
+        .floats({2, 0, 0, 0, 2, 0, 0, 0, 2, 9, 8, 7})  // uvw_transform
+        .identityTransform()                          // tex_transform
+        .ints({1, 2, 3})                              // wrap_u, wrap_v, uvw_channel
+        .components({0, 0, 45, 1, 1, 1, 0, 0, 0}, {0, 0, 0})
+        .components({0, 0, 0, 2, 2, 2, 0.5f, 0, 0}, {0, 1, 0});
+    auto archive = record.archive();
+    GenChannelUVW uvw;
+    ASSERT_TRUE(uvw.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), record.size());
+    EXPECT_EQ(uvw.uvw_transform.offset, Vector(9, 8, 7));
+    EXPECT_EQ(uvw.wrap_u, 1);
+    EXPECT_EQ(uvw.wrap_v, 2);
+    EXPECT_EQ(uvw.uvw_channel, 3);
+    EXPECT_EQ(uvw.uvwComponents.z_rotation, 45);
+    EXPECT_EQ(uvw.texComponents.x_offset, 0.5f);
+    EXPECT_EQ(uvw.texComponents.y_mirror, 1);
+
+    // Written back, the record is the same bytes.
+    QuickArchive out(1);
+    ASSERT_TRUE(uvw.serialize(out));
+    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+}
+
+TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
+    Bytes record;
+    record.version(1)
+        .identityTransform()
+        .floats({3, 0, 0, 0, 3, 0, 0, 0, 3, 0, 0, 0})  // a stored scale the components lack
+        .floats({30, 60})                             // tex x_rotation, y_rotation
+        .ints({1, 1})                                 // tex x_mirror, y_mirror
+        .ints({4, 5, 2});                             // wrap_u, wrap_v, uvw_channel
+    auto archive = record.archive();
+    GenChannelUVW uvw;
+    ASSERT_TRUE(uvw.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), record.size());
+    EXPECT_EQ(uvw.texComponents.x_rotation, 30);
+    EXPECT_EQ(uvw.texComponents.y_rotation, 60);
+    EXPECT_EQ(uvw.texComponents.x_mirror, 1);
+    EXPECT_EQ(uvw.texComponents.y_mirror, 1);
+    EXPECT_EQ(uvw.texComponents.x_scale, 1);
+    EXPECT_EQ(uvw.wrap_u, 4);
+    EXPECT_EQ(uvw.wrap_v, 5);
+    EXPECT_EQ(uvw.uvw_channel, 2);
+    EXPECT_EQ(uvw.tex_transform.m.v[0].x, 3);
+
+    // The components win: output recomputes the stored matrix from them.
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    uvw.writeXML(writer, L"");
+    Matrix expected;
+    uvw.texComponents.compose(expected);
+    EXPECT_EQ(uvw.tex_transform.m, expected);
+    EXPECT_NE(uvw.tex_transform.m.v[0].x, 3);
+}
+
+TEST(GenChannelUVW, RefusesUnknownWords) {
+    for (uint32_t word : {0x20001u, 0x30000u, 0u}) {
+        Bytes bad;
+        bad.u32(word);
+        auto archive = bad.archive();
+        EXPECT_FALSE(GenChannelUVW().deserialize(archive)) << word;
+    }
+    // A nested placement with a wrong word fails the generator.
+    Bytes record;
+    record.version(2).identityTransform().identityTransform().ints({0, 0, 1}).version(2);
+    auto archive = record.archive();
+    EXPECT_FALSE(GenChannelUVW().deserialize(archive));
+}
+
+// The example asset of the writer's description, with the defaults of every field.
+TEST(GenChannelUVW, WritesDefaultsAsAsset) {
+    Xml expected;
+    expected.assetOpen(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"UVWGenChannel")
+        .scalars(L"componentTransform", L"uvw_transform", texture_test::defaultComponentLines())
+        .paramOpen(L"transform", L"tex_transform")
+        .line(14, L"<value>")
+        .vector(16, L"1", L"0", L"0")
+        .vector(16, L"0", L"1", L"0")
+        .vector(16, L"0", L"0", L"1")
+        .vector(16, L"0", L"0", L"0")
+        .line(14, L"</value>")
+        .paramClose()
+        .inlineParam(L"integer", L"wrap_u", L"0")
+        .inlineParam(L"integer", L"wrap_v", L"0")
+        .inlineParam(L"integer", L"uvw_channel", L"1")
+        .assetClose();
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.openAssets();
+    GenChannelUVW().writeXML(writer, L"/Wood/TexBitmap/uvwgen");
+    writer.closeAssets();
+    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+}
+
+TEST(GenEnvironmentUVW, ReadsVersionOneZBeforeX) {
+    Bytes record;
+    record.version(1)
+        .floats({1, 0, 0, 0, 1, 0, 0, 0, 1})  // uvw_matrix
+        .i32(3)                               // mappingType
+        .floats({15, 25})                     // z_rotation, then x_rotation
+        .ints({1, 0});                        // z_mirror, then x_mirror
+    auto archive = record.archive();
+    GenEnvironmentUVW uvw;
+    ASSERT_TRUE(uvw.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), record.size());
+    EXPECT_EQ(uvw.mappingType, 3);
+    EXPECT_EQ(uvw.components.z_rotation, 15);
+    EXPECT_EQ(uvw.components.x_rotation, 25);
+    EXPECT_EQ(uvw.components.z_mirror, 1);
+    EXPECT_EQ(uvw.components.x_mirror, 0);
+    EXPECT_EQ(uvw.components.y_rotation, 0);
+}
+
+TEST(GenEnvironmentUVW, ReadsVersionTwoAndWritesItBack) {
+    Bytes record;
+    record.version(2)
+        .floats({0, 1, 0, -1, 0, 0, 0, 0, 1})
+        .i32(0)
+        .components({0, 0, 90, 1, 1, 1, 0, 0, 0}, {0, 0, 0});
+    auto archive = record.archive();
+    GenEnvironmentUVW uvw;
+    ASSERT_TRUE(uvw.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), record.size());
+    EXPECT_EQ(uvw.mappingType, 0);
+    EXPECT_EQ(uvw.uvw_matrix.v[1], Vector(-1, 0, 0));
+    QuickArchive out(1);
+    ASSERT_TRUE(uvw.serialize(out));
+    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+
+    Bytes bad;
+    bad.version(3);
+    auto badArchive = bad.archive();
+    EXPECT_FALSE(GenEnvironmentUVW().deserialize(badArchive));
+}
+
+// Orientation goes to "uvw_matrix", scale and offset to "uvw_transform".
+TEST(GenEnvironmentUVW, SplitsComponentsOverTwoParameters) {
+    GenEnvironmentUVW uvw;
+    uvw.components.x_rotation = 10;
+    uvw.components.y_rotation = 0.5f;
+    uvw.components.z_rotation = -20;
+    uvw.components.x_scale = 2;
+    uvw.components.z_scale = 1.6f;
+    uvw.components.y_offset = 0.1f;
+    uvw.components.z_offset = 3;
+    uvw.components.y_mirror = 1;
+    uvw.mappingType = 3;
+
+    Xml expected;
+    expected.assetOpen(L"/Env/UVWGenEnvironment", L"uvw", L"UVWGenEnvironment")
+        .scalars(L"componentMatrix", L"uvw_matrix",
+                 {{L"x_rotation", L"10"},
+                  {L"y_rotation", L"0.5"},
+                  {L"z_rotation", L"-20"},
+                  {L"x_scale", L"1"},
+                  {L"y_scale", L"1"},
+                  {L"z_scale", L"1"},
+                  {L"x_offset", L"0"},
+                  {L"y_offset", L"0"},
+                  {L"z_offset", L"0"},
+                  {L"x_mirror", L"0"},
+                  {L"y_mirror", L"1"},
+                  {L"z_mirror", L"0"}})
+        .scalars(L"componentTransform", L"uvw_transform",
+                 {{L"x_rotation", L"0"},
+                  {L"y_rotation", L"0"},
+                  {L"z_rotation", L"0"},
+                  {L"x_scale", L"2"},
+                  {L"y_scale", L"1"},
+                  {L"z_scale", L"1.6"},
+                  {L"x_offset", L"0"},
+                  {L"y_offset", L"0.1"},
+                  {L"z_offset", L"3"},
+                  {L"x_mirror", L"0"},
+                  {L"y_mirror", L"0"},
+                  {L"z_mirror", L"0"}})
+        .inlineParam(L"string", L"mapping_type", L"mirror_ball")
+        .assetClose();
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.openAssets();
+    uvw.writeXML(writer, L"/Env");
+    writer.closeAssets();
+    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+
+    // The stored matrix was recomputed from all the components before output.
+    Matrix composed;
+    uvw.components.compose(composed);
+    EXPECT_EQ(uvw.uvw_matrix, composed);
+}
+
+TEST(ProjectionUVW, ReadVersionOneAndOnlyObjectStartsFromDefaults) {
+    Bytes record;
+    record.version(1)
+        .floats({1, 0, 0, 0, 1, 0, 0, 0, 1, 4, 5, 6})
+        .components({0, 0, 0, 1, 1, 1, 4, 5, 6}, {0, 0, 1});
+    for (int id : {0, 1}) {
+        auto uvw = std::dynamic_pointer_cast<GenProjectionUVW>(createUVW(id));
+        ASSERT_TRUE(uvw);
+        auto archive = record.archive();
+        ASSERT_TRUE(uvw->deserialize(archive));
+        EXPECT_EQ(archive.readPos(), record.size());
+        EXPECT_EQ(uvw->uvw_transform.offset, Vector(4, 5, 6));
+        EXPECT_EQ(uvw->components.z_mirror, 1);
+    }
+
+    Bytes bad;
+    bad.version(2);
+    GenPlanarWorldUVW world;
+    GenObjectUVW object;
+    world.uvw_transform.offset = object.uvw_transform.offset = Vector(1, 1, 1);
+    auto a1 = bad.archive();
+    auto a2 = bad.archive();
+    EXPECT_FALSE(world.deserialize(a1));
+    EXPECT_FALSE(object.deserialize(a2));
+    EXPECT_EQ(world.uvw_transform.offset, Vector(1, 1, 1));
+    EXPECT_EQ(object.uvw_transform.offset, Vector(0, 0, 0));
+}
+
+TEST(ProjectionUVW, WritesOnePlacementParameter) {
+    GenObjectUVW uvw;
+    uvw.components.x_offset = 2;
+    Xml expected;
+    expected.assetOpen(L"/T/uvwgen/UVWGenObject", L"uvw", L"UVWGenObject")
+        .scalars(L"componentTransform", L"uvw_transform",
+                 {{L"x_rotation", L"0"},
+                  {L"y_rotation", L"0"},
+                  {L"z_rotation", L"0"},
+                  {L"x_scale", L"1"},
+                  {L"y_scale", L"1"},
+                  {L"z_scale", L"1"},
+                  {L"x_offset", L"2"},
+                  {L"y_offset", L"0"},
+                  {L"z_offset", L"0"},
+                  {L"x_mirror", L"0"},
+                  {L"y_mirror", L"0"},
+                  {L"z_mirror", L"0"}})
+        .assetClose();
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.openAssets();
+    uvw.writeXML(writer, L"/T/uvwgen");
+    writer.closeAssets();
+    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(uvw.uvw_transform.offset, Vector(2, 0, 0));
+}
+
+TEST(UVWFactory, KnowsFourIdsAndLeavesTwoEmpty) {
+    EXPECT_EQ(createUVW(2), nullptr);
+    EXPECT_EQ(createUVW(-1), nullptr);
+    EXPECT_EQ(createUVW(5), nullptr);
+    const std::pair<int, const wchar_t*> known[] = {{0, L"UVWGenPlanarWorld"},
+                                                    {1, L"UVWGenObject"},
+                                                    {3, L"UVWGenEnvironment"},
+                                                    {4, L"UVWGenChannel"}};
+    for (const auto& entry : known) {
+        auto uvw = createUVW(entry.first);
+        ASSERT_TRUE(uvw) << entry.first;
+        EXPECT_EQ(uvw->getType(), entry.first);
+        EXPECT_EQ(uvw->pluginType(), entry.second);
+        EXPECT_EQ(uvw->pluginKind(), L"uvw");
+    }
+}
+
+TEST(UVWFactory, CloneAndRoundTripCompareEqual) {
+    for (int id : {0, 1, 3, 4}) {
+        auto uvw = createUVW(id);
+        // Change the one placement every generator has, through its own record.
+        QuickArchive archive(1);
+        auto channel = std::dynamic_pointer_cast<GenChannelUVW>(uvw);
+        auto env = std::dynamic_pointer_cast<GenEnvironmentUVW>(uvw);
+        auto proj = std::dynamic_pointer_cast<GenProjectionUVW>(uvw);
+        if (channel) channel->uvwComponents.y_rotation = 12;
+        if (env) env->components.y_rotation = 12;
+        if (proj) proj->components.y_rotation = 12;
+
+        auto copy = uvw->clone();
+        ASSERT_NE(copy, uvw);
+        EXPECT_TRUE(copy->isEqual(uvw));
+        ASSERT_TRUE(uvw->serialize(archive));
+        auto reread = createUVW(id);
+        ASSERT_TRUE(reread->deserialize(archive));
+        EXPECT_TRUE(reread->isEqual(uvw)) << id;
+        EXPECT_FALSE(createUVW(id)->isEqual(uvw)) << id;
+        EXPECT_FALSE(uvw->isEqual(nullptr));
+    }
+    EXPECT_FALSE(createUVW(0)->isEqual(createUVW(1)));
+}
