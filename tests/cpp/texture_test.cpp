@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+
+#include "texture_bytes.h"
+#include "textures/procedural.h"
+#include "textures/texture.h"
+#include "textures/uvw.h"
+#include "xml/asset_xml_writer.h"
+
+using namespace CorvaneCore;
+using texture_test::Bytes;
+using texture_test::Xml;
+
+namespace {
+
+// BitmapBuffer version 1: filter_type, filter_blur, gamma, file.
+Bytes bufferRecord(int32_t filter, float blur, float gamma, const std::string& file) {
+    Bytes b;
+    b.version(1).i32(filter).f32(blur).f32(gamma).text(file);
+    return b;
+}
+
+// GenChannelUVW version 2 at its defaults.
+Bytes defaultChannelRecord() {
+    Bytes b;
+    b.version(2).identityTransform().identityTransform().ints({0, 0, 1});
+    b.defaultComponents().defaultComponents();
+    return b;
+}
+
+}  // namespace
+
+TEST(BitmapBuffer, ReadsVersionOneAndRefusesOthers) {
+    const Bytes record = bufferRecord(2, 0.25f, 2.2f, "C:\\maps\\wood&grain \xC3\xA9.png");
+    auto archive = record.archive();
+    BitmapBuffer buffer;
+    ASSERT_TRUE(buffer.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), record.size());
+    EXPECT_EQ(buffer.filter_type, 2);
+    EXPECT_EQ(buffer.filter_blur, 0.25f);
+    EXPECT_EQ(buffer.gamma, 2.2f);
+    EXPECT_EQ(buffer.file, L"C:\\maps\\wood&grain \u00e9.png");
+
+    QuickArchive out(1);
+    ASSERT_TRUE(buffer.serialize(out));
+    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+
+    for (uint32_t word : {131072u, 65537u}) {
+        Bytes bad;
+        bad.u32(word);
+        auto badArchive = bad.archive();
+        EXPECT_FALSE(BitmapBuffer().deserialize(badArchive)) << word;
+    }
+}
+
+TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
+    Bytes record;
+    record.version(1).ints({4, 0});  // uvwgen id, bitmap id
+    record.append(defaultChannelRecord());
+    record.append(bufferRecord(0, 0.5f, 1.0f, "a.png"));
+    record.flag(false);  // tile
+    auto archive = record.archive();
+    BitmapTexture texture;
+    ASSERT_TRUE(texture.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(std::dynamic_pointer_cast<GenChannelUVW>(texture.uvwgen));
+    auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(texture.bitmap);
+    ASSERT_TRUE(buffer);
+    EXPECT_EQ(buffer->file, L"a.png");
+    EXPECT_EQ(buffer->filter_type, 0);
+    EXPECT_FALSE(texture.tile);
+
+    QuickArchive out(1);
+    ASSERT_TRUE(texture.serialize(out));
+    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+}
+
+TEST(BitmapTexture, RefusesUnknownChildIdsAndWords) {
+    for (auto ids : {std::pair<int32_t, int32_t>{2, 0}, {4, 1}, {-1, 0}}) {
+        Bytes record;
+        record.version(1).ints({ids.first, ids.second});
+        record.append(defaultChannelRecord()).append(bufferRecord(1, 0.1f, 1, "x"));
+        auto archive = record.archive();
+        EXPECT_FALSE(BitmapTexture().deserialize(archive)) << ids.first << "," << ids.second;
+    }
+    for (uint32_t word : {131072u, 65537u}) {
+        Bytes bad;
+        bad.u32(word);
+        auto archive = bad.archive();
+        EXPECT_FALSE(BitmapTexture().deserialize(archive)) << word;
+    }
+}
+
+TEST(BitmapTexture, WithoutBothChildrenWritesNoRecordButStillItsAsset) {
+    BitmapTexture texture;
+    texture.uvwgen = createUVW(4);
+    QuickArchive out(1);
+    EXPECT_FALSE(texture.serialize(out));
+    EXPECT_EQ(out.writePos(), 0u);
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.openAssets();
+    texture.writeXML(writer, L"/M");
+    writer.closeAssets();
+    Xml tail;
+    tail.emptyPlugin(L"bitmap").inlineParam(L"bool", L"tile", L"1").assetClose();
+    EXPECT_NE(text.find(tail.out), std::wstring::npos) << std::string(text.begin(), text.end());
+}
+
+TEST(MakeBitmapTexture, BuildsChannelGeneratorAndBuffer) {
+    EXPECT_EQ(makeBitmapTexture(L""), nullptr);
+    auto texture = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(L"maps/a&b.png"));
+    ASSERT_TRUE(texture);
+    EXPECT_TRUE(texture->tile);
+    ASSERT_TRUE(texture->uvwgen);
+    EXPECT_TRUE(texture->uvwgen->isEqual(std::make_shared<GenChannelUVW>()));
+    auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(texture->bitmap);
+    ASSERT_TRUE(buffer);
+    EXPECT_EQ(buffer->file, L"maps/a&b.png");  // escaped only on output
+    EXPECT_EQ(buffer->filter_type, 1);
+}
+
+// The whole chain: generator and buffer first, then the texture that refers to them.
+TEST(MakeBitmapTexture, WritesChainOfThreeAssets) {
+    auto texture = makeBitmapTexture(L"C:/maps/a&b.png");
+    Xml expected;
+    expected.assetOpen(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"UVWGenChannel")
+        .scalars(L"componentTransform", L"uvw_transform", texture_test::defaultComponentLines())
+        .paramOpen(L"transform", L"tex_transform")
+        .line(14, L"<value>")
+        .vector(16, L"1", L"0", L"0")
+        .vector(16, L"0", L"1", L"0")
+        .vector(16, L"0", L"0", L"1")
+        .vector(16, L"0", L"0", L"0")
+        .line(14, L"</value>")
+        .paramClose()
+        .inlineParam(L"integer", L"wrap_u", L"0")
+        .inlineParam(L"integer", L"wrap_v", L"0")
+        .inlineParam(L"integer", L"uvw_channel", L"1")
+        .assetClose();
+    expected.assetOpen(L"/Wood/TexBitmap/buffer/BitmapBuffer", L"bitmap", L"BitmapBuffer")
+        .inlineParam(L"integer", L"filter_type", L"1")
+        .inlineParam(L"float", L"filter_blur", L"0.15")
+        .inlineParam(L"float", L"gamma", L"1")
+        .inlineParam(L"string", L"file", L"C:/maps/a&amp;b.png", L"FileBrowserHandler")
+        .assetClose();
+    expected.assetOpen(L"/Wood/TexBitmap", L"texture", L"TexBitmap")
+        .inlineParam(L"plugin", L"uvwgen", L"/Wood/TexBitmap/uvwgen/UVWGenChannel")
+        .inlineParam(L"plugin", L"bitmap", L"/Wood/TexBitmap/buffer/BitmapBuffer")
+        .inlineParam(L"bool", L"tile", L"1")
+        .assetClose();
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.openAssets();
+    texture->writeXML(writer, L"/Wood");
+    writer.closeAssets();
+    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+}
+
+TEST(BitmapTexture, CloneIsEqualAndSharesNoChild) {
+    auto source = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(L"x.png"));
+    auto copy = std::dynamic_pointer_cast<BitmapTexture>(source->clone());
+    ASSERT_TRUE(copy);
+    EXPECT_TRUE(copy->isEqual(source));
+    EXPECT_NE(copy->uvwgen, source->uvwgen);
+    EXPECT_NE(copy->bitmap, source->bitmap);
+
+    std::dynamic_pointer_cast<BitmapBuffer>(copy->bitmap)->gamma = 2;
+    EXPECT_FALSE(copy->isEqual(source));
+    copy = std::dynamic_pointer_cast<BitmapTexture>(source->clone());
+    copy->bitmap.reset();
+    EXPECT_FALSE(copy->isEqual(source));
+    EXPECT_FALSE(source->isEqual(copy));
+}
+
+TEST(TextureFactory, KnowsEveryIdOfItsTable) {
+    const std::pair<int, const wchar_t*> table[] = {
+        {0, L"TexBitmap"}, {1, L"TexFresnel"}, {2, L"TexUVW"},    {3, L"TexNoise"},
+        {4, L"TexChecker"}, {5, L"TexAColor"}, {6, L"TexGrid"},   {7, L"TexCloth"},
+        {8, L"TexBulge"},  {9, L"TexInvert"},  {10, L"TexBlend"}, {11, L"TexRamp"}};
+    for (const auto& entry : table) {
+        auto texture = createTexture(entry.first);
+        ASSERT_TRUE(texture) << entry.first;
+        EXPECT_EQ(texture->getType(), entry.first);
+        EXPECT_EQ(texture->pluginType(), entry.second);
+        EXPECT_EQ(texture->pluginKind(), L"texture");
+    }
+    EXPECT_EQ(createTexture(-1), nullptr);
+    EXPECT_EQ(createTexture(13), nullptr);
+    ASSERT_TRUE(createBitmap(0));
+    EXPECT_EQ(createBitmap(0)->pluginKind(), L"bitmap");
+    EXPECT_EQ(createBitmap(1), nullptr);
+    EXPECT_EQ(createBitmap(-1), nullptr);
+    EXPECT_EQ(kTextureTypeWords.at(12), L"Sky");
+    EXPECT_EQ(kTextureTypeWords.at(9), L"Invert");
+    EXPECT_EQ(kFilterTypeWords.at(2), L"Summed-area");
+}
