@@ -7,7 +7,9 @@ namespace CorvaneCore {
 
 // ---------------------------------------------------------------- UVWTexture
 
-void UVWTexture::setDefaults() { uvwgen.reset(); }
+void UVWTexture::setDefaults() {
+    uvwgen.reset();
+}
 
 bool UVWTexture::serialize(QuickArchive& archive) {
     writeVersion(archive, 1);
@@ -20,9 +22,13 @@ bool UVWTexture::deserialize(QuickArchive& archive) {
     return readRequiredChild(archive, uvwgen, createUVW);
 }
 
-void UVWTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
+void UVWTexture::cloneChildren() {
+    uvwgen = cloneChild(uvwgen);
+}
 
-bool UVWTexture::sameAs(const UVWTexture& o) const { return sameChild(uvwgen, o.uvwgen); }
+bool UVWTexture::sameAs(const UVWTexture& o) const {
+    return sameChild(uvwgen, o.uvwgen);
+}
 
 int UVWTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
     url += L"/" + pluginType();
@@ -129,7 +135,9 @@ bool BulgeTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-void BulgeTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
+void BulgeTexture::cloneChildren() {
+    uvwgen = cloneChild(uvwgen);
+}
 
 bool BulgeTexture::sameAs(const BulgeTexture& o) const {
     return sameChild(uvwgen, o.uvwgen) && sameFloat(u_width, o.u_width) &&
@@ -260,7 +268,9 @@ bool ClothTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-void ClothTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
+void ClothTexture::cloneChildren() {
+    uvwgen = cloneChild(uvwgen);
+}
 
 bool ClothTexture::sameAs(const ClothTexture& o) const {
     return sameChild(uvwgen, o.uvwgen) && sameAColor(gap_color, o.gap_color) &&

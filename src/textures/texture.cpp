@@ -38,7 +38,9 @@ bool BitmapBuffer::deserialize(QuickArchive& archive) {
     return true;
 }
 
-std::shared_ptr<BaseBitmap> BitmapBuffer::clone() { return std::make_shared<BitmapBuffer>(*this); }
+std::shared_ptr<BaseBitmap> BitmapBuffer::clone() {
+    return std::make_shared<BitmapBuffer>(*this);
+}
 
 bool BitmapBuffer::isEqual(const std::shared_ptr<BaseBitmap>& other) {
     if (!other || other->getType() != getType()) return false;
@@ -89,8 +91,7 @@ void BitmapTexture::cloneChildren() {
 }
 
 bool BitmapTexture::sameAs(const BitmapTexture& other) const {
-    return sameChild(uvwgen, other.uvwgen) && sameChild(bitmap, other.bitmap) &&
-           tile == other.tile;
+    return sameChild(uvwgen, other.uvwgen) && sameChild(bitmap, other.bitmap) && tile == other.tile;
 }
 
 // The image's asset lives under "buffer" while the parameter that refers to it is "bitmap".

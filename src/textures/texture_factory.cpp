@@ -4,8 +4,8 @@
 namespace CorvaneCore {
 
 const std::map<int32_t, std::wstring> kTextureTypeWords = {
-    {0, L"Bitmap"}, {1, L"Fresnel"}, {2, L"UVW"},    {3, L"Noise"},   {4, L"Checker"},
-    {5, L"AColor"}, {6, L"Grid"},    {7, L"Cloth"},  {8, L"Bulge"},   {9, L"Invert"},
+    {0, L"Bitmap"}, {1, L"Fresnel"}, {2, L"UVW"},   {3, L"Noise"}, {4, L"Checker"},
+    {5, L"AColor"}, {6, L"Grid"},    {7, L"Cloth"}, {8, L"Bulge"}, {9, L"Invert"},
     {10, L"Blend"}, {11, L"Ramp"},   {12, L"Sky"}};
 
 // -1 stands for "no texture" in stored records and, like any unknown id, gives none.

@@ -82,8 +82,8 @@ bool TransformComponents::deserialize(QuickArchive& archive) {
     archive.read(word);
     reset();
     if (word != versionWord(1)) return false;
-    for (float* f : {&x_rotation, &y_rotation, &z_rotation, &x_scale, &y_scale, &z_scale,
-                     &x_offset, &y_offset, &z_offset}) {
+    for (float* f : {&x_rotation, &y_rotation, &z_rotation, &x_scale, &y_scale, &z_scale, &x_offset,
+                     &y_offset, &z_offset}) {
         archive.read(*f);
     }
     for (int32_t* i : {&x_mirror, &y_mirror, &z_mirror}) archive.read(*i);
@@ -107,8 +107,8 @@ bool TransformComponents::operator==(const TransformComponents& o) const {
            sameFloat(z_rotation, o.z_rotation) && sameFloat(x_scale, o.x_scale) &&
            sameFloat(y_scale, o.y_scale) && sameFloat(z_scale, o.z_scale) &&
            sameFloat(x_offset, o.x_offset) && sameFloat(y_offset, o.y_offset) &&
-           sameFloat(z_offset, o.z_offset) && x_mirror == o.x_mirror &&
-           y_mirror == o.y_mirror && z_mirror == o.z_mirror;
+           sameFloat(z_offset, o.z_offset) && x_mirror == o.x_mirror && y_mirror == o.y_mirror &&
+           z_mirror == o.z_mirror;
 }
 
 ComponentValues TransformComponents::values() const {
@@ -167,7 +167,9 @@ void GenChannelUVW::updateTransforms() {
     texComponents.applyTo(tex_transform);
 }
 
-std::shared_ptr<BaseUVW> GenChannelUVW::clone() { return std::make_shared<GenChannelUVW>(*this); }
+std::shared_ptr<BaseUVW> GenChannelUVW::clone() {
+    return std::make_shared<GenChannelUVW>(*this);
+}
 
 bool GenChannelUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
     if (!other || other->getType() != getType()) return false;
@@ -224,7 +226,9 @@ bool GenEnvironmentUVW::deserialize(QuickArchive& archive) {
 }
 
 // Only a matrix is stored, so the offsets reach no stored field.
-void GenEnvironmentUVW::updateTransforms() { components.compose(uvw_matrix); }
+void GenEnvironmentUVW::updateTransforms() {
+    components.compose(uvw_matrix);
+}
 
 std::shared_ptr<BaseUVW> GenEnvironmentUVW::clone() {
     return std::make_shared<GenEnvironmentUVW>(*this);
@@ -289,14 +293,18 @@ bool GenProjectionUVW::readFields(QuickArchive& archive) {
     return components.deserialize(archive);
 }
 
-bool GenProjectionUVW::deserialize(QuickArchive& archive) { return readFields(archive); }
+bool GenProjectionUVW::deserialize(QuickArchive& archive) {
+    return readFields(archive);
+}
 
 bool GenObjectUVW::deserialize(QuickArchive& archive) {
     setDefaults();
     return readFields(archive);
 }
 
-void GenProjectionUVW::updateTransforms() { components.applyTo(uvw_transform); }
+void GenProjectionUVW::updateTransforms() {
+    components.applyTo(uvw_transform);
+}
 
 bool GenProjectionUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
     if (!other || other->getType() != getType()) return false;
@@ -317,6 +325,8 @@ std::shared_ptr<BaseUVW> GenPlanarWorldUVW::clone() {
     return std::make_shared<GenPlanarWorldUVW>(*this);
 }
 
-std::shared_ptr<BaseUVW> GenObjectUVW::clone() { return std::make_shared<GenObjectUVW>(*this); }
+std::shared_ptr<BaseUVW> GenObjectUVW::clone() {
+    return std::make_shared<GenObjectUVW>(*this);
+}
 
 }  // namespace CorvaneCore

@@ -134,10 +134,9 @@ public:
 // The twelve component lines of a placement, rotations, scales, offsets, then mirrors.
 inline std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> defaultComponentLines() {
     static const std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> lines = {
-        {L"x_rotation", L"0"}, {L"y_rotation", L"0"}, {L"z_rotation", L"0"},
-        {L"x_scale", L"1"},    {L"y_scale", L"1"},    {L"z_scale", L"1"},
-        {L"x_offset", L"0"},   {L"y_offset", L"0"},   {L"z_offset", L"0"},
-        {L"x_mirror", L"0"},   {L"y_mirror", L"0"},   {L"z_mirror", L"0"}};
+        {L"x_rotation", L"0"}, {L"y_rotation", L"0"}, {L"z_rotation", L"0"}, {L"x_scale", L"1"},
+        {L"y_scale", L"1"},    {L"z_scale", L"1"},    {L"x_offset", L"0"},   {L"y_offset", L"0"},
+        {L"z_offset", L"0"},   {L"x_mirror", L"0"},   {L"y_mirror", L"0"},   {L"z_mirror", L"0"}};
     return lines;
 }
 

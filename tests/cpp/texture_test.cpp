@@ -1,8 +1,9 @@
+#include "textures/texture.h"
+
 #include <gtest/gtest.h>
 
 #include "texture_bytes.h"
 #include "textures/procedural.h"
-#include "textures/texture.h"
 #include "textures/uvw.h"
 #include "xml/asset_xml_writer.h"
 
@@ -176,9 +177,9 @@ TEST(BitmapTexture, CloneIsEqualAndSharesNoChild) {
 
 TEST(TextureFactory, KnowsEveryIdOfItsTable) {
     const std::pair<int, const wchar_t*> table[] = {
-        {0, L"TexBitmap"}, {1, L"TexFresnel"}, {2, L"TexUVW"},    {3, L"TexNoise"},
-        {4, L"TexChecker"}, {5, L"TexAColor"}, {6, L"TexGrid"},   {7, L"TexCloth"},
-        {8, L"TexBulge"},  {9, L"TexInvert"},  {10, L"TexBlend"}, {11, L"TexRamp"}};
+        {0, L"TexBitmap"},  {1, L"TexFresnel"}, {2, L"TexUVW"},    {3, L"TexNoise"},
+        {4, L"TexChecker"}, {5, L"TexAColor"},  {6, L"TexGrid"},   {7, L"TexCloth"},
+        {8, L"TexBulge"},   {9, L"TexInvert"},  {10, L"TexBlend"}, {11, L"TexRamp"}};
     for (const auto& entry : table) {
         auto texture = createTexture(entry.first);
         ASSERT_TRUE(texture) << entry.first;

@@ -1,7 +1,8 @@
+#include "textures/uvw.h"
+
 #include <gtest/gtest.h>
 
 #include "texture_bytes.h"
-#include "textures/uvw.h"
 #include "xml/asset_xml_writer.h"
 
 using namespace CorvaneCore;
@@ -111,8 +112,8 @@ TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
     Bytes record;
     record.version(2)
         .floats({2, 0, 0, 0, 2, 0, 0, 0, 2, 9, 8, 7})  // uvw_transform
-        .identityTransform()                          // tex_transform
-        .ints({1, 2, 3})                              // wrap_u, wrap_v, uvw_channel
+        .identityTransform()                           // tex_transform
+        .ints({1, 2, 3})                               // wrap_u, wrap_v, uvw_channel
         .components({0, 0, 45, 1, 1, 1, 0, 0, 0}, {0, 0, 0})
         .components({0, 0, 0, 2, 2, 2, 0.5f, 0, 0}, {0, 1, 0});
     auto archive = record.archive();
@@ -138,9 +139,9 @@ TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
     record.version(1)
         .identityTransform()
         .floats({3, 0, 0, 0, 3, 0, 0, 0, 3, 0, 0, 0})  // a stored scale the components lack
-        .floats({30, 60})                             // tex x_rotation, y_rotation
-        .ints({1, 1})                                 // tex x_mirror, y_mirror
-        .ints({4, 5, 2});                             // wrap_u, wrap_v, uvw_channel
+        .floats({30, 60})                              // tex x_rotation, y_rotation
+        .ints({1, 1})                                  // tex x_mirror, y_mirror
+        .ints({4, 5, 2});                              // wrap_u, wrap_v, uvw_channel
     auto archive = record.archive();
     GenChannelUVW uvw;
     ASSERT_TRUE(uvw.deserialize(archive));
