@@ -1,0 +1,463 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "convert/conversions.h"
+#include "light_bytes.h"
+#include "lights/dome_light.h"
+#include "lights/ies_light.h"
+#include "lights/light_names.h"
+#include "lights/maya_direct_light.h"
+#include "lights/omni_light.h"
+#include "lights/rectangle_light.h"
+#include "lights/sphere_light.h"
+#include "lights/spot_light.h"
+#include "lights/sun_light.h"
+#include "xml/asset_xml_writer.h"
+#include "xml/text.h"
+
+using namespace CorvaneCore;
+using light_test::Bytes;
+using light_test::countingTransform;
+
+namespace {
+
+// Stored values that differ from every default.
+const Color kColorA(0.1f, 0.2f, 0.3f);
+const Color kColorB(0.4f, 0.5f, 0.6f);
+const Color kColorC(0.7f, 0.8f, 0.9f);
+const Color kWhite(1, 1, 1), kBlack(0, 0, 0);
+const Transform kPlace = countingTransform(1);
+const Vector kUp(0.1f, 0.2f, 0.9f);
+
+Bytes versionWord(uint32_t major) {
+    Bytes b;
+    b.u32(major << 16);
+    return b;
+}
+
+// A transform curve with one key.
+void curve(Bytes& b, double time, const Transform& value, uint32_t keySize = 8) {
+    b.u32(0x10000).u32(1).u32(keySize).f64(time).transform(value);
+}
+
+#define EXPECT_SINCE(field, stored, fallback, since) \
+    EXPECT_EQ(l.field, v >= (since) ? (stored) : (fallback)) << #field << ", version " << v
+
+// ------------------------------------------------------------ records of each version
+
+Bytes mayaRecord(uint32_t v, uint32_t curveKeySize = 8) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 4) b.color(kColorB);
+    b.f32(0.125f).f32(42).f32(3).u32(222).u32(111).i32(5).boolean(false);
+    if (v >= 2) b.boolean(false).u32(33).f32(1.5f);
+    if (v == 2) b.transform(kPlace);
+    if (v >= 3) curve(b, 2.0, kPlace, curveKeySize);
+    return b;
+}
+
+void expectMaya(const MayaDirectLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 4);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 1.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(shadowSubdivs, 33u, 8u, 2);
+    EXPECT_SINCE(shadowRadius, 1.5f, 0.0f, 2);
+    ASSERT_EQ(l.transform.keyCount(), 1);
+    EXPECT_EQ(l.transform.keyTime(0), v >= 3 ? 2.0 : 0.0);
+    EXPECT_EQ(l.transform.getValue(l.transform.keyTime(0)), v >= 2 ? kPlace : Transform());
+}
+
+Bytes omniRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 3) b.color(kColorB).f32(0.25f);
+    b.f32(0.125f).f32(2).f32(42).f32(3);
+    if (v >= 3) b.i32(2);
+    b.u32(111).u32(222).i32(5).boolean(false);
+    if (v >= 2) b.boolean(false).u32(33).f32(1.5f).transform(kPlace);
+    if (v >= 4) b.boolean(false).boolean(false);
+    return b;
+}
+
+void expectOmni(const OmniLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 3);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 3);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(decay, 2.0f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 30.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(units, 2, 0, 3);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(shadowSubdivs, 33u, 8u, 2);
+    EXPECT_SINCE(shadowRadius, 1.5f, 0.0f, 2);
+    EXPECT_SINCE(transform, kPlace, Transform(), 2);
+    EXPECT_SINCE(affectDiffuse, false, true, 4);
+    EXPECT_SINCE(affectSpecular, false, true, 4);
+}
+
+Bytes spotRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 3) b.color(kColorB).f32(0.25f).f32(11).f32(12).f32(13).f32(14);
+    b.f32(0.125f).f32(2).f32(42).f32(3);
+    if (v >= 3) b.i32(2);
+    b.u32(111).u32(222).i32(5).boolean(false);
+    if (v >= 3) b.boolean(true);
+    if (v >= 2) b.boolean(false).u32(33).f32(1.5f).transform(kPlace).f32(0.75f).f32(0.2f);
+    if (v >= 4) b.boolean(false).boolean(false);
+    return b;
+}
+
+void expectSpot(const SpotLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 3);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 3);
+    EXPECT_SINCE(barnDoorLeft, 11.0f, 20.0f, 3);
+    EXPECT_SINCE(barnDoorRight, 12.0f, 20.0f, 3);
+    EXPECT_SINCE(barnDoorTop, 13.0f, 20.0f, 3);
+    EXPECT_SINCE(barnDoorBottom, 14.0f, 20.0f, 3);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(decay, 2.0f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 50.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(units, 2, 0, 3);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(barnDoor, true, false, 3);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(shadowSubdivs, 33u, 8u, 2);
+    EXPECT_SINCE(shadowRadius, 1.5f, 0.0f, 2);
+    EXPECT_SINCE(transform, kPlace, Transform(), 2);
+    EXPECT_SINCE(coneAngle, 0.75f, 1.0f, 2);
+    EXPECT_SINCE(penumbraAngle, 0.2f, 0.0f, 2);
+    EXPECT_SINCE(affectDiffuse, false, true, 4);
+    EXPECT_SINCE(affectSpecular, false, true, 4);
+}
+
+Bytes rectangleRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 3) b.color(kColorB).f32(0.25f);
+    b.f32(0.125f).f32(42).f32(3);
+    if (v >= 3) b.i32(2);
+    b.u32(44).u32(222).u32(111).i32(5);
+    b.boolean(true).boolean(true).boolean(true).boolean(true);  // doubleSided .. noDecay
+    b.boolean(false).boolean(true).boolean(false);  // enabled, storeWith.., ignoreLightNormals
+    if (v >= 2) b.boolean(false).transform(kPlace).f32(2.5f).f32(3.5f);
+    if (v >= 4) b.boolean(false).boolean(false).boolean(false);
+    return b;
+}
+
+void expectRectangle(const RectangleLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 3);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 3);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 30.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(units, 2, 0, 3);
+    EXPECT_SINCE(subdivs, 44u, 8u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(doubleSided, true, false, 1);
+    EXPECT_SINCE(invisible, true, false, 1);
+    EXPECT_SINCE(lightPortal, true, false, 1);
+    EXPECT_SINCE(noDecay, true, false, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(storeWithIrradianceMap, true, false, 1);
+    EXPECT_SINCE(ignoreLightNormals, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(transform, kPlace, Transform(), 2);
+    EXPECT_SINCE(u_size, 2.5f, 1.0f, 2);
+    EXPECT_SINCE(v_size, 3.5f, 1.0f, 2);
+    EXPECT_SINCE(affectDiffuse, false, true, 4);
+    EXPECT_SINCE(affectSpecular, false, true, 4);
+    EXPECT_SINCE(affectReflections, false, true, 4);
+}
+
+const char kStoredSunId[] = "{0F1E2D3C-4B5A-6978-8796-A5B4C3D2E1F0}";
+
+Bytes sunRecord(uint32_t v, const std::string& id = kStoredSunId) {
+    Bytes b = versionWord(v);
+    if (v < 4) b.transform(kPlace);
+    b.vec(kUp).f32(0.125f).f32(4).f32(2.5f).f32(1.25f).f32(2).f32(60).f32(170).f32(0.5f);
+    b.i32(111).i32(222).i32(33).boolean(false);
+    if (v >= 2) b.text(id).text("Noon");
+    if (v >= 3) b.boolean(false).boolean(true);
+    if (v >= 4) curve(b, 0.0, kPlace);
+    return b;
+}
+
+void expectSun(const SunLight& l, uint32_t v) {
+    EXPECT_SINCE(up_vector, kUp, Vector(0, 0, 1), 1);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(turbidity, 4.0f, 3.0f, 1);
+    EXPECT_SINCE(water_vapour, 2.5f, 2.0f, 1);
+    EXPECT_SINCE(intensity_multiplier, 1.25f, 1.0f, 1);
+    EXPECT_SINCE(size_multiplier, 2.0f, 1.0f, 1);
+    EXPECT_SINCE(photon_radius, 60.0f, 50.0f, 1);
+    EXPECT_SINCE(photon_emit_distance, 170.0f, 150.0f, 1);
+    EXPECT_SINCE(ozone, 0.5f, 0.35f, 1);
+    EXPECT_SINCE(photonSubdivs, 111, 500, 1);
+    EXPECT_SINCE(causticSubdivs, 222, 1000, 1);
+    EXPECT_SINCE(shadow_subdivs, 33, 8, 1);
+    EXPECT_SINCE(shadows, false, true, 1);
+    EXPECT_SINCE(sunName, std::wstring(L"Noon"), std::wstring(), 2);
+    EXPECT_SINCE(enabled, false, true, 3);
+    EXPECT_SINCE(invisible, true, false, 3);
+    if (v >= 2) {
+        EXPECT_EQ(l.sunId, utf8ToWide(kStoredSunId));
+    } else {
+        EXPECT_EQ(l.sunId.size(), 36u) << "a fresh identity";
+    }
+    ASSERT_EQ(l.transform.keyCount(), 1);
+    EXPECT_EQ(l.transform.getValue(0.0), kPlace);
+}
+
+const char kIesFile[] = "C:\\ies\\caf\xC3\xA9 & bar.ies";
+
+Bytes iesRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.transform(kPlace).color(kColorA).color(kColorB).color(kColorC).f32(0.125f).f32(0.25f);
+    b.u32(111).u32(222).u32(33).boolean(false).boolean(false).boolean(true).text(kIesFile);
+    if (v >= 2) b.boolean(false).boolean(false);
+    if (v >= 3) b.f32(7);
+    return b;
+}
+
+void expectIes(const IESLight& l, uint32_t v) {
+    EXPECT_SINCE(transform, kPlace, Transform(), 1);
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 1);
+    EXPECT_SINCE(filter_color, kColorC, kWhite, 1);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 1);
+    EXPECT_SINCE(photonSubdivs, 111u, 8u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(shadow_subdivs, 33u, 8u, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 1);
+    EXPECT_SINCE(soft_shadows, true, false, 1);
+    EXPECT_SINCE(ies_file, std::wstring(L"C:\\ies\\caf\u00e9 & bar.ies"), std::wstring(), 1);
+    EXPECT_SINCE(affectDiffuse, false, true, 2);
+    EXPECT_SINCE(affectSpecular, false, true, 2);
+    EXPECT_SINCE(intensity, 7.0f, 1.0f, 3);
+}
+
+Bytes sphereRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.transform(kPlace).color(kColorA).color(kColorB).f32(0.5f).f32(0.25f).f32(2).f32(3);
+    b.u32(111).u32(222).u32(1).u32(33);
+    b.boolean(false).boolean(false).boolean(true).boolean(true).boolean(true);
+    if (v >= 2) b.boolean(false).boolean(false).boolean(false);
+    return b;
+}
+
+void expectSphere(const SphereLight& l, uint32_t v) {
+    EXPECT_SINCE(transform, kPlace, Transform(), 1);
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 1);
+    EXPECT_SINCE(sphereScalarA, 0.5f, 0.0f, 1);
+    EXPECT_SINCE(sphereThreshold, 0.25f, 0.005f, 1);
+    EXPECT_SINCE(sphereScalarB, 2.0f, 1.0f, 1);
+    EXPECT_SINCE(sphereScalarC, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(spherePhotonCount, 111u, 500u, 1);
+    EXPECT_SINCE(sphereCausticCount, 222u, 1000u, 1);
+    EXPECT_SINCE(sphereUnits, 1u, 0u, 1);
+    EXPECT_SINCE(sphereSubdivs, 33u, 8u, 1);
+    EXPECT_SINCE(sphereFlag0, false, true, 1);
+    EXPECT_SINCE(sphereFlag1, false, true, 1);
+    EXPECT_SINCE(sphereFlag2, true, false, 1);
+    EXPECT_SINCE(sphereFlag3, true, false, 1);
+    EXPECT_SINCE(sphereFlag4, true, false, 1);
+    EXPECT_SINCE(sphereFlag5, false, true, 2);
+    EXPECT_SINCE(sphereFlag6, false, true, 2);
+    EXPECT_SINCE(sphereFlag7, false, true, 2);
+}
+
+// Reads every version of a class from hand-made records; each must be consumed exactly.
+template <class Light, class Build, class Check>
+void readEveryVersion(uint32_t newest, Build build, Check check) {
+    for (uint32_t v = 1; v <= newest; ++v) {
+        Bytes b = build(v);
+        QuickArchive archive = b.archive();
+        Light light;
+        ASSERT_TRUE(light.deserialize(archive)) << "version " << v;
+        EXPECT_EQ(archive.readPos(), b.data.size()) << "version " << v;
+        check(light, v);
+    }
+}
+
+}  // namespace
+
+TEST(LightRecords, MayaDirectLightEveryVersion) {
+    readEveryVersion<MayaDirectLight>(4, [](uint32_t v) { return mayaRecord(v); }, expectMaya);
+}
+TEST(LightRecords, OmniLightEveryVersion) {
+    readEveryVersion<OmniLight>(4, omniRecord, expectOmni);
+}
+TEST(LightRecords, SpotLightEveryVersion) {
+    readEveryVersion<SpotLight>(4, spotRecord, expectSpot);
+}
+TEST(LightRecords, RectangleLightEveryVersion) {
+    readEveryVersion<RectangleLight>(4, rectangleRecord, expectRectangle);
+}
+TEST(LightRecords, SunLightEveryVersion) {
+    readEveryVersion<SunLight>(4, [](uint32_t v) { return sunRecord(v); }, expectSun);
+}
+TEST(LightRecords, IESLightEveryVersion) {
+    readEveryVersion<IESLight>(3, iesRecord, expectIes);
+}
+TEST(LightRecords, SphereLightEveryVersion) {
+    readEveryVersion<SphereLight>(2, sphereRecord, expectSphere);
+}
+
+TEST(LightRecords, AFailingCurveFailsTheReadAndKeepsTheFieldsBefore) {
+    for (uint32_t v : {3u, 4u}) {
+        Bytes b = mayaRecord(v, 4);
+        QuickArchive archive = b.archive();
+        MayaDirectLight light;
+        EXPECT_FALSE(light.deserialize(archive));
+        EXPECT_EQ(light.color, kColorA);
+        EXPECT_EQ(light.shadowRadius, 1.5f);
+    }
+    Bytes sun = sunRecord(4);
+    sun.data[sun.data.size() - 56 - 4] = 4;  // the curve's key size
+    QuickArchive archive = sun.archive();
+    SunLight light;
+    EXPECT_FALSE(light.deserialize(archive));
+    EXPECT_EQ(light.invisible, true);
+}
+
+TEST(LightRecords, RefusedVersionWordsLeaveTheDefaults) {
+    const struct {
+        int type;
+        uint32_t newest;
+    } kinds[] = {{0, 4}, {2, 4}, {3, 4}, {4, 4}, {5, 4}, {6, 3}, {7, 2}};
+    for (const auto& kind : kinds) {
+        const uint32_t words[] = {0, 0x40001, (kind.newest << 16) | 0x8000u,
+                                  (kind.newest + 1) << 16, 0xFFFF0000u};
+        for (uint32_t word : words) {
+            std::shared_ptr<BaseLight> light = createLight(kind.type);
+            ASSERT_TRUE(light);
+            Bytes b;
+            b.u32(word).data.resize(400, 0x41);
+            QuickArchive archive = b.archive();
+            EXPECT_FALSE(light->deserialize(archive)) << "type " << kind.type << " word " << word;
+            std::shared_ptr<BaseLight> fresh = createLight(kind.type);
+            if (auto* sun = dynamic_cast<SunLight*>(fresh.get())) {
+                sun->sunId = static_cast<SunLight&>(*light).sunId;
+            }
+            EXPECT_TRUE(light->isEqual(fresh)) << "type " << kind.type << " word " << word;
+        }
+    }
+}
+
+TEST(LightRecords, DomeLightWritesItsWordAndReadsNothing) {
+    DomeLight dome;
+    QuickArchive archive(1);
+    ASSERT_TRUE(dome.serialize(archive));
+    EXPECT_EQ(archive.writePos(), 4u);
+    uint32_t word = 0;
+    archive.readBytes(&word, 4);
+    EXPECT_EQ(word, 0x10000u);  // little-endian on the machines this builds for
+    archive.setReadPos(0);
+    EXPECT_TRUE(dome.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), 0u);
+    EXPECT_TRUE(dome.isEqual(std::make_shared<DomeLight>()));
+    EXPECT_FALSE(dome.isEqual(std::make_shared<OmniLight>()));
+    EXPECT_FALSE(dome.isEqual(nullptr));
+}
+
+// ------------------------------------------------------------ round trips
+
+// The newest hand-made record read, written back byte for byte, read again and compared.
+template <class Light, class Mutate>
+void roundTrip(const Bytes& newest, Mutate mutate) {
+    QuickArchive source = newest.archive();
+    auto light = std::make_shared<Light>();
+    ASSERT_TRUE(light->deserialize(source));
+    QuickArchive written(1);
+    ASSERT_TRUE(light->serialize(written));
+    ASSERT_EQ(written.writePos(), newest.data.size());
+    std::vector<uint8_t> bytes(newest.data.size());
+    written.readBytes(bytes.data(), bytes.size());
+    EXPECT_EQ(bytes, newest.data);
+    written.setReadPos(0);
+    auto back = std::make_shared<Light>();
+    ASSERT_TRUE(back->deserialize(written));
+    EXPECT_TRUE(back->isEqual(light));
+    std::shared_ptr<BaseLight> copy = light->clone();
+    EXPECT_TRUE(copy->isEqual(light));
+    mutate(static_cast<Light&>(*copy));
+    EXPECT_FALSE(copy->isEqual(light));
+    EXPECT_FALSE(light->isEqual(std::make_shared<DomeLight>()));
+}
+
+TEST(LightRoundTrip, EveryClassWritesTheNewestLayout) {
+    roundTrip<MayaDirectLight>(mayaRecord(4), [](auto& l) { l.shadowRadius = 9; });
+    roundTrip<OmniLight>(omniRecord(4), [](auto& l) { l.affectSpecular = true; });
+    roundTrip<SpotLight>(spotRecord(4), [](auto& l) { l.barnDoorBottom = 1; });
+    roundTrip<RectangleLight>(rectangleRecord(4), [](auto& l) { l.carriedMode = 0; });
+    roundTrip<SunLight>(sunRecord(4), [](auto& l) { l.sunName = L"Dusk"; });
+    roundTrip<SunLight>(sunRecord(4), [](auto& l) { l.transform.setValue(kPlace, 1.0); });
+    roundTrip<IESLight>(iesRecord(3), [](auto& l) { l.ies_file = L"other.ies"; });
+    roundTrip<SphereLight>(sphereRecord(2), [](auto& l) { l.sphereFlag7 = true; });
+}
+
+TEST(LightRoundTrip, MayaDirectLightComparesWithoutItsTransform) {
+    MayaDirectLight light;
+    auto other = std::make_shared<MayaDirectLight>();
+    other->transform.setValue(kPlace, 0.0);
+    EXPECT_TRUE(light.isEqual(other));
+    other->intensity = std::nanf("");
+    EXPECT_TRUE(light.isEqual(other));  // a NaN equals anything
+}
+
+// ------------------------------------------------------------ factory, names, default sun
+
+TEST(LightFactory, KnowsTheStoredIdsOnly) {
+    for (int id : {0, 2, 3, 4, 5, 6, 7}) {
+        std::shared_ptr<BaseLight> light = createLight(id);
+        ASSERT_TRUE(light) << id;
+        EXPECT_EQ(light->getType(), id);
+        EXPECT_EQ(light->pluginKind(), L"light");
+    }
+    for (int id : {-1, 1, 8, 9}) EXPECT_FALSE(createLight(id)) << id;
+    EXPECT_EQ(DomeLight().getType(), 8);
+}
+
+TEST(LightFactory, DisplayNamesFollowTheTypeIds) {
+    EXPECT_EQ(lightDisplayName(0), L"Infinite Direct Light");
+    EXPECT_EQ(lightDisplayName(1), L"Positional Direct Light");
+    EXPECT_EQ(lightDisplayName(5), L"Sun Light");
+    EXPECT_EQ(lightDisplayName(6), L"IES Light");
+    EXPECT_EQ(lightDisplayName(8), L"Invalid Light");
+}
+
+TEST(LightFactory, DefaultSunIsOneSharedObject) {
+    std::shared_ptr<SunLight> sun = defaultSunLight();
+    ASSERT_TRUE(sun);
+    EXPECT_EQ(sun, defaultSunLight());
+    EXPECT_EQ(sun->sunId, L"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}");
+    EXPECT_EQ(sun->sunName, L"Default");
+    EXPECT_NE(SunLight().sunId, SunLight().sunId);
+}
