@@ -461,3 +461,289 @@ TEST(LightFactory, DefaultSunIsOneSharedObject) {
     EXPECT_EQ(sun->sunName, L"Default");
     EXPECT_NE(SunLight().sunId, SunLight().sunId);
 }
+
+// ------------------------------------------------------------ XML
+
+namespace {
+
+// Expected text of one light asset, built from the writer's rules: two blanks per depth,
+// "Asset" at depth 1 as convert_light writes it, parameters at 5, values at 6.
+class ExpectedAsset {
+public:
+    ExpectedAsset(const std::string& url, const std::string& plugin) {
+        at(1, "<Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"" + url + "\" >");
+        at(2, "<plugin>");
+        at(3, "<ombraplugin name=\"" + plugin + "\" type=\"light\">");
+        at(4, "<parameters>");
+    }
+    ExpectedAsset& inlineValue(const std::string& type, const std::string& name,
+                               const std::string& value, const std::string& label = "",
+                               bool userData = false, const std::string& handler = "default") {
+        at(5, "<parameter type=\"" + type + "\" name=\"" + name + "\" handler=\"" + handler +
+                  "\" listType=\"none\"" + (userData ? " isUserData=\"1\"" : "") +
+                  " label=\"" + (label.empty() ? name : label) + "\">");
+        at(6, "<value>" + value + "</value>");
+        at(5, "</parameter>");
+        return *this;
+    }
+    ExpectedAsset& real(const std::string& name, const std::string& value) {
+        return inlineValue("float", name, value);
+    }
+    ExpectedAsset& integer(const std::string& name, const std::string& value) {
+        return inlineValue("integer", name, value);
+    }
+    ExpectedAsset& flag(const std::string& name, const std::string& value) {
+        return inlineValue("bool", name, value);
+    }
+    ExpectedAsset& color(const std::string& name, const char* r, const char* g, const char* b) {
+        blockOpen("color", name);
+        element(7, "r", r), element(7, "g", g), element(7, "b", b);
+        return blockClose();
+    }
+    ExpectedAsset& vector(const std::string& name, const char* x, const char* y, const char* z) {
+        blockOpen("vector", name);
+        vectorElement(x, y, z);
+        return blockClose();
+    }
+    // Twelve numbers: three columns, then the offset.
+    ExpectedAsset& transform(const std::string& name, const std::vector<const char*>& n) {
+        blockOpen("transform", name);
+        for (size_t i = 0; i < 12; i += 3) vectorElement(n[i], n[i + 1], n[i + 2]);
+        return blockClose();
+    }
+    std::vector<std::string> lines() const {
+        std::vector<std::string> all = lines_;
+        for (auto [depth, text] : {std::pair{4, "</parameters>"}, {3, "</ombraplugin>"},
+                                   {2, "</plugin>"}, {1, "</Asset>"}}) {
+            all.push_back(std::string(2 * depth, ' ') + text);
+        }
+        return all;
+    }
+
+private:
+    void at(int depth, const std::string& text) {
+        lines_.push_back(std::string(2 * depth, ' ') + text);
+    }
+    void element(int depth, const std::string& tag, const std::string& value) {
+        at(depth, "<" + tag + ">" + value + "</" + tag + ">");
+    }
+    void blockOpen(const std::string& type, const std::string& name) {
+        at(5, "<parameter type=\"" + type + "\" name=\"" + name +
+                  "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">");
+        at(6, "<value>");
+    }
+    ExpectedAsset& blockClose() {
+        at(6, "</value>");
+        at(5, "</parameter>");
+        return *this;
+    }
+    void vectorElement(const char* x, const char* y, const char* z) {
+        at(7, "<vector>");
+        element(8, "x", x), element(8, "y", y), element(8, "z", z);
+        at(7, "</vector>");
+    }
+
+    std::vector<std::string> lines_;
+};
+
+const std::vector<const char*> kPlaceText = {"1", "2", "3", "4",  "5",  "6",
+                                             "7", "8", "9", "10", "11", "12"};
+
+std::vector<std::string> splitLines(const std::string& text) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    for (size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
+        lines.push_back(text.substr(start, end - start));
+    }
+    if (start != text.size()) lines.push_back(text.substr(start) + " <no newline>");
+    return lines;
+}
+
+void expectSameLines(const std::string& actual, const std::vector<std::string>& expected) {
+    std::vector<std::string> got = splitLines(actual);
+    for (size_t i = 0; i < std::max(got.size(), expected.size()); ++i) {
+        EXPECT_EQ(i < got.size() ? got[i] : "<missing>",
+                  i < expected.size() ? expected[i] : "<extra>")
+            << "line " << i + 1;
+    }
+}
+
+std::string convert(const Bytes& record, int type) {
+    QuickArchive archive = record.archive();
+    std::optional<std::string> text = convertLight(archive, type);
+    EXPECT_TRUE(text.has_value()) << "type " << type;
+    return text.value_or("");
+}
+
+std::string xmlOf(BaseLight& light, AssetXmlWriter& writer, const std::wstring& name = L"") {
+    size_t before = writer.stream().size();
+    light.writeXML(writer, name);
+    return wideToUtf8(writer.stream().substr(before));
+}
+
+}  // namespace
+
+TEST(LightXml, MayaDirectLightLeavesOutItsTransform) {
+    ExpectedAsset e("/MayaLightDirect", "MayaLightDirect");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("shadowBias", "0.125").real("shadowRadius", "1.5").real("intensity", "42");
+    e.integer("causticSubdivs", "222").integer("photonSubdivs", "111");
+    e.integer("shadowSubdivs", "33").flag("enabled", "0").flag("shadows", "0");
+    expectSameLines(convert(mayaRecord(4), 0), e.lines());
+}
+
+TEST(LightXml, OmniLightWritesUnitsAsTheFirstCausticSubdivs) {
+    ExpectedAsset e("/LightOmni", "LightOmni");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("cutoffThreshold", "0.25").real("shadowBias", "0.125").real("decay", "2");
+    e.real("intensity", "42").real("shadowRadius", "1.5");
+    e.integer("causticSubdivs", "2").integer("photonSubdivs", "111");
+    e.integer("causticSubdivs", "222").integer("shadowSubdivs", "33");
+    e.flag("enabled", "0").flag("shadows", "0").flag("affectDiffuse", "0");
+    e.flag("affectSpecular", "0").transform("transform", kPlaceText);
+    expectSameLines(convert(omniRecord(4), 2), e.lines());
+}
+
+TEST(LightXml, OldOmniRecordConvertsWithDefaults) {
+    ExpectedAsset e("/LightOmni", "LightOmni");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0", "0", "0");
+    e.real("cutoffThreshold", "0.005").real("shadowBias", "0.125").real("decay", "2");
+    e.real("intensity", "42").real("shadowRadius", "0");
+    e.integer("causticSubdivs", "0").integer("photonSubdivs", "111");
+    e.integer("causticSubdivs", "222").integer("shadowSubdivs", "8");
+    e.flag("enabled", "0").flag("shadows", "1").flag("affectDiffuse", "1");
+    e.flag("affectSpecular", "1");
+    e.transform("transform", {"1", "0", "0", "0", "1", "0", "0", "0", "1", "0", "0", "0"});
+    expectSameLines(convert(omniRecord(1), 2), e.lines());
+}
+
+TEST(LightXml, SpotLightEndsWithTheLabelledLegacyFlag) {
+    ExpectedAsset e("/LightSpot", "LightSpot");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("cutoffThreshold", "0.25").real("barnDoorLeft", "11").real("barnDoorRight", "12");
+    e.real("barnDoorTop", "13").real("barnDoorBottom", "14").real("shadowBias", "0.125");
+    e.real("decay", "2").real("intensity", "42").real("shadowRadius", "1.5");
+    e.real("coneAngle", "0.75").real("penumbraAngle", "0.2");
+    e.integer("units", "2").integer("photonSubdivs", "111").integer("causticSubdivs", "222");
+    e.integer("shadowSubdivs", "33").flag("enabled", "0").flag("barnDoor", "1");
+    e.flag("shadows", "0").flag("affectDiffuse", "0").flag("affectSpecular", "0");
+    e.transform("transform", kPlaceText);
+    e.inlineValue("bool", "legacyMode", "1", "Legacy Mode", true);
+    expectSameLines(convert(spotRecord(4), 4), e.lines());
+}
+
+TEST(LightXml, RectangleLightParameterOrder) {
+    ExpectedAsset e("/LightRectangle", "LightRectangle");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("cutoffThreshold", "0.25").real("shadowBias", "0.125").real("intensity", "42");
+    e.real("u_size", "2.5").real("v_size", "3.5").integer("units", "2");
+    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222").integer("subdivs", "44");
+    e.flag("enabled", "0").flag("doubleSided", "1").flag("invisible", "1");
+    e.flag("lightPortal", "1").flag("noDecay", "1").flag("storeWithIrradianceMap", "1");
+    e.flag("ignoreLightNormals", "0").flag("shadows", "0").flag("affectDiffuse", "0");
+    e.flag("affectSpecular", "0").flag("affectReflections", "0");
+    e.transform("transform", kPlaceText);
+    expectSameLines(convert(rectangleRecord(4), 3), e.lines());
+}
+
+TEST(LightXml, IESLightEscapesItsFilePath) {
+    ExpectedAsset e("/LightIES", "LightIES");
+    e.transform("transform", kPlaceText);
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.color("filter_color", "0.7", "0.8", "0.9");
+    e.real("shadowBias", "0.125").real("cutoffThreshold", "0.25").real("intensity", "7");
+    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222");
+    e.integer("shadow_subdivs", "33").flag("enabled", "0").flag("shadows", "0");
+    e.flag("soft_shadows", "1").flag("affectDiffuse", "0").flag("affectSpecular", "0");
+    e.inlineValue("string", "ies_file", "C:\\ies\\caf\xC3\xA9 &amp; bar.ies", "", false,
+                  "FileBrowserHandler");
+    expectSameLines(convert(iesRecord(3), 6), e.lines());
+}
+
+TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
+    ExpectedAsset e("/SunLight", "SunLight");
+    e.vector("up_vector", "0.1", "0.2", "0.9").real("shadowBias", "0.125");
+    e.real("turbidity", "4").real("water_vapour", "2.5").real("intensity_multiplier", "1.25");
+    e.real("size_multiplier", "2").real("photon_radius", "60");
+    e.real("photon_emit_distance", "170").real("ozone", "0.5");
+    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222");
+    e.integer("shadow_subdivs", "33").flag("enabled", "0").flag("shadows", "0");
+    e.flag("invisible", "1").transform("transform", kPlaceText);
+    expectSameLines(convert(sunRecord(4), 5), e.lines());
+    expectSameLines(convert(sunRecord(1), 5), ExpectedAsset("/SunLight", "SunLight")
+                                                   .vector("up_vector", "0.1", "0.2", "0.9")
+                                                   .real("shadowBias", "0.125")
+                                                   .real("turbidity", "4")
+                                                   .real("water_vapour", "2.5")
+                                                   .real("intensity_multiplier", "1.25")
+                                                   .real("size_multiplier", "2")
+                                                   .real("photon_radius", "60")
+                                                   .real("photon_emit_distance", "170")
+                                                   .real("ozone", "0.5")
+                                                   .integer("photonSubdivs", "111")
+                                                   .integer("causticSubdivs", "222")
+                                                   .integer("shadow_subdivs", "33")
+                                                   .flag("enabled", "1")
+                                                   .flag("shadows", "0")
+                                                   .flag("invisible", "0")
+                                                   .transform("transform", kPlaceText)
+                                                   .lines());
+}
+
+TEST(LightXml, SphereAndDomeLightsWriteNothing) {
+    EXPECT_EQ(convert(sphereRecord(2), 7), "");
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    DomeLight dome;
+    EXPECT_EQ(xmlOf(dome, writer, L"/anything"), "");
+    SphereLight sphere;
+    EXPECT_EQ(xmlOf(sphere, writer, L"/anything"), "");
+    EXPECT_EQ(writer.depth(), 0);
+}
+
+TEST(LightXml, ConvertRefusesTypesWithoutClassAndBadRecords) {
+    for (int type : {1, 8, -1}) {
+        QuickArchive archive = omniRecord(4).archive();
+        EXPECT_FALSE(convertLight(archive, type)) << type;
+    }
+    QuickArchive tooNew = omniRecord(5).archive();
+    EXPECT_FALSE(convertLight(tooNew, 2));
+}
+
+TEST(LightXml, ASunIsWrittenOncePerWriterForTheModellingHost) {
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    SunLight first, again, second;
+    first.sunId = again.sunId = L"{AAAA}";
+    second.sunId = L"{BBBB}";
+    std::vector<std::string> firstLines = splitLines(xmlOf(first, writer, L"/ignored"));
+    ASSERT_FALSE(firstLines.empty());
+    EXPECT_EQ(firstLines[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/SunLight\" >");
+    EXPECT_EQ(xmlOf(again, writer, L"/other"), "");
+    std::vector<std::string> secondLines = splitLines(xmlOf(second, writer));
+    ASSERT_FALSE(secondLines.empty());
+    EXPECT_EQ(secondLines[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/SunLight1\" >");
+    EXPECT_EQ(secondLines.size(), firstLines.size());
+    EXPECT_EQ(writer.sunUrls.size(), 2u);
+    EXPECT_EQ(writer.sunUrls[L"{AAAA}"], L"/SunLight");
+    EXPECT_EQ(writer.sunUrls[L"{BBBB}"], L"/SunLight1");
+}
+
+TEST(LightXml, OtherHostsNameSunsByTheirIdentity) {
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.targetHost = 1;
+    SunLight given, byDefault, byId;
+    given.sunId = L"{AAAA}";
+    byDefault.sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";
+    byId.sunId = L"{CCCC}";
+    EXPECT_EQ(splitLines(xmlOf(given, writer, L"/Given Sun"))[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/Given Sun\" >");
+    EXPECT_EQ(xmlOf(byDefault, writer), "");
+    EXPECT_EQ(writer.sunUrls.count(byDefault.sunId), 0u);
+    EXPECT_EQ(splitLines(xmlOf(byId, writer))[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/{CCCC}\" >");
+    EXPECT_EQ(writer.sunUrls[L"{CCCC}"], L"/{CCCC}");
+}
