@@ -82,7 +82,8 @@ class TestLights < Minitest::Test
 
     xml = convert(spot, 4)
     assert_light xml, "/LightSpot", "LightSpot"
-    assert_includes xml, %(name="legacyMode" handler="default" listType="none" isUserData="1" label="Legacy Mode">)
+    assert_includes xml, %(name="legacyMode" handler="default" listType="none" ) +
+                         %(isUserData="1" label="Legacy Mode">)
     assert_equal ["1"], values_of(xml, "barnDoor")
 
     xml = convert(sun, 5)
