@@ -18,7 +18,8 @@ public:
     AnimatedTransform() { reset(); }
 
     bool serialize(QuickArchive& archive) override;
-    // Unlike the float curve, a read drops the default key: only stored keys remain.
+    // Unlike the float curve, a read drops the default key: only stored keys remain. A key
+    // count beyond what the archive still holds ends at the last whole key and is no failure.
     bool deserialize(QuickArchive& archive) override;
 
     Transform getValue(double time) const;
