@@ -149,3 +149,45 @@ TEST(ChildForms, GroupWritesBothIdsFirst) {
     EXPECT_FALSE(writeChildPair(none, first, std::shared_ptr<Node>()));
     EXPECT_EQ(none.writePos(), 0u);
 }
+
+TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
+    QuickArchive a;
+    writeVersion(a, 1);
+    a.write(int32_t(0));
+    a.write(true);
+    a.write(int32_t(3));
+    a.write(uint32_t(0x70000));  // the child's word: a major it does not know
+    ReadTrace trace;
+    a.setTrace(&trace);
+    Node root;
+    EXPECT_FALSE(readTracedObject(a, root));
+    EXPECT_EQ(trace.failureText(), "(anonymous namespace)::Node refused the read at version word "
+                                   "0x70000 (byte 13)");
+    ASSERT_EQ(trace.nodes().size(), 2u);
+    EXPECT_EQ(trace.nodes()[1].parent, 0);
+    EXPECT_EQ(trace.treeText(),
+              "(anonymous namespace)::Node version 1 bytes 0..17 REFUSED\n"
+              "  (anonymous namespace)::Node version 7 bytes 13..17 REFUSED\n");
+}
+
+TEST(ReadTrace, ReportsAnUnknownTypeIdWithItsOffset) {
+    QuickArchive a;
+    writeVersion(a, 1);
+    a.write(int32_t(0));
+    a.write(true);
+    a.write(int32_t(42));
+    ReadTrace trace;
+    a.setTrace(&trace);
+    Node root;
+    EXPECT_FALSE(readTracedObject(a, root));
+    EXPECT_EQ(trace.failureText(),
+              "type id 42 at byte 9 has no class in the (anonymous namespace)::Node family");
+}
+
+TEST(ReadTrace, ReadingWithoutATraceIsUnchanged) {
+    QuickArchive a;
+    ASSERT_TRUE(chain(4)->serialize(a));
+    Node back;
+    EXPECT_TRUE(readTracedObject(a, back));
+    EXPECT_EQ(a.trace(), nullptr);
+}

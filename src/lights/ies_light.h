@@ -1,0 +1,67 @@
+// Photometric light from an IES profile file (type 6).
+#pragma once
+
+#include <string>
+
+#include "archive/value_types.h"
+#include "lights/base_light.h"
+
+namespace CorvaneCore {
+
+class IESLight : public BaseLight {
+public:
+    static constexpr int kType = 6;
+    static constexpr uint32_t kNewestVersion = 3;
+
+    IESLight() { setDefaults(); }
+
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    int getType() override { return kType; }
+    std::shared_ptr<BaseLight> clone() override;
+    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
+    void setDefaults() override;
+
+    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
+    std::wstring pluginType() override { return L"LightIES"; }
+
+    // Stored fields in stored order, each with the version that introduced it.
+    template <class Fn, class... Light>
+    static void visitFields(Fn& fn, Light&... l) {
+        fn(1, l.transform...);
+        fn(1, l.color...);
+        fn(1, l.shadowColor...);
+        fn(1, l.filter_color...);
+        fn(1, l.shadowBias...);
+        fn(1, l.cutoffThreshold...);
+        fn(1, l.photonSubdivs...);
+        fn(1, l.causticSubdivs...);
+        fn(1, l.shadow_subdivs...);
+        fn(1, l.enabled...);
+        fn(1, l.shadows...);
+        fn(1, l.soft_shadows...);
+        fn(1, l.ies_file...);
+        fn(2, l.affectDiffuse...);
+        fn(2, l.affectSpecular...);
+        fn(3, l.intensity...);
+    }
+
+    Transform transform;
+    Color color;
+    Color shadowColor;
+    Color filter_color;
+    float shadowBias;
+    float cutoffThreshold;
+    uint32_t photonSubdivs;
+    uint32_t causticSubdivs;
+    uint32_t shadow_subdivs;
+    bool enabled;
+    bool shadows;
+    bool soft_shadows;
+    std::wstring ies_file;
+    bool affectDiffuse;
+    bool affectSpecular;
+    float intensity;
+};
+
+}  // namespace CorvaneCore

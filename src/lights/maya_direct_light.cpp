@@ -1,0 +1,74 @@
+#include "lights/maya_direct_light.h"
+
+#include "lights/light_fields.h"
+#include "xml/asset_xml_writer.h"
+
+namespace CorvaneCore {
+
+void MayaDirectLight::setDefaults() {
+    color = Color(1, 1, 1);
+    shadowColor = Color(0, 0, 0);
+    shadowBias = 0.0f;
+    intensity = 1.0f;
+    carriedScale = 1.0f;
+    causticSubdivs = 1000;
+    photonSubdivs = 500;
+    carriedMode = 3;
+    enabled = true;
+    shadows = true;
+    shadowSubdivs = 8;
+    shadowRadius = 0.0f;
+    transform.reset();
+}
+
+bool MayaDirectLight::serialize(QuickArchive& archive) {
+    writeVersion(archive, kNewestVersion);
+    FieldWriter write{archive};
+    visitFields(write, *this);
+    return transform.serialize(archive);
+}
+
+bool MayaDirectLight::deserialize(QuickArchive& archive) {
+    setDefaults();
+    uint32_t major = 0;
+    if (!readLightVersion(archive, kNewestVersion, major)) return false;
+    FieldReader read{archive, major};
+    visitFields(read, *this);
+    if (major == 2) {
+        // Version 2 kept a plain transform where the curve stands now.
+        Transform plain;
+        archive.read(plain);
+        transform.setValue(plain, 0.0);
+    } else if (major >= 3) {
+        return transform.deserialize(archive);
+    }
+    return true;
+}
+
+std::shared_ptr<BaseLight> MayaDirectLight::clone() {
+    return std::make_shared<MayaDirectLight>(*this);
+}
+
+bool MayaDirectLight::isEqual(const std::shared_ptr<BaseLight>& other) {
+    const MayaDirectLight* that = asSameClass<MayaDirectLight>(other);
+    return that && sameFields(*this, *that);
+}
+
+int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
+    name += L"/" + pluginType();
+    beginLightXml(writer, name, *this);
+    writer.writeColor("color", color);
+    writer.writeColor("shadowColor", shadowColor);
+    writer.writeFloat("shadowBias", shadowBias);
+    writer.writeFloat("shadowRadius", shadowRadius);
+    writer.writeFloat("intensity", intensity);
+    writer.writeInteger("causticSubdivs", static_cast<int32_t>(causticSubdivs));
+    writer.writeInteger("photonSubdivs", static_cast<int32_t>(photonSubdivs));
+    writer.writeInteger("shadowSubdivs", static_cast<int32_t>(shadowSubdivs));
+    writer.writeBool("enabled", enabled);
+    writer.writeBool("shadows", shadows);
+    endLightXml(writer);
+    return 0;
+}
+
+}  // namespace CorvaneCore

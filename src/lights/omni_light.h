@@ -1,0 +1,69 @@
+// Omni light (type 2).
+#pragma once
+
+#include "archive/value_types.h"
+#include "lights/base_light.h"
+
+namespace CorvaneCore {
+
+class OmniLight : public BaseLight {
+public:
+    static constexpr int kType = 2;
+    static constexpr uint32_t kNewestVersion = 4;
+
+    OmniLight() { setDefaults(); }
+
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    int getType() override { return kType; }
+    std::shared_ptr<BaseLight> clone() override;
+    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
+    void setDefaults() override;
+
+    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
+    std::wstring pluginType() override { return L"LightOmni"; }
+
+    // Stored fields in stored order, each with the version that introduced it.
+    template <class Fn, class... Light>
+    static void visitFields(Fn& fn, Light&... l) {
+        fn(1, l.color...);
+        fn(3, l.shadowColor...);
+        fn(3, l.cutoffThreshold...);
+        fn(1, l.shadowBias...);
+        fn(1, l.decay...);
+        fn(1, l.intensity...);
+        fn(1, l.carriedScale...);
+        fn(3, l.units...);
+        fn(1, l.photonSubdivs...);
+        fn(1, l.causticSubdivs...);
+        fn(1, l.carriedMode...);
+        fn(1, l.enabled...);
+        fn(2, l.shadows...);
+        fn(2, l.shadowSubdivs...);
+        fn(2, l.shadowRadius...);
+        fn(2, l.transform...);
+        fn(4, l.affectDiffuse...);
+        fn(4, l.affectSpecular...);
+    }
+
+    Color color;
+    Color shadowColor;
+    float cutoffThreshold;
+    float shadowBias;
+    float decay;
+    float intensity;
+    float carriedScale;
+    int32_t units;
+    uint32_t photonSubdivs;
+    uint32_t causticSubdivs;
+    int32_t carriedMode;
+    bool enabled;
+    bool shadows;
+    uint32_t shadowSubdivs;
+    float shadowRadius;
+    Transform transform;
+    bool affectDiffuse;
+    bool affectSpecular;
+};
+
+}  // namespace CorvaneCore

@@ -1,0 +1,91 @@
+#include "lights/rectangle_light.h"
+
+#include "lights/light_fields.h"
+#include "xml/asset_xml_writer.h"
+
+namespace CorvaneCore {
+
+void RectangleLight::setDefaults() {
+    color = Color(1, 1, 1);
+    shadowColor = Color(0, 0, 0);
+    cutoffThreshold = 0.005f;
+    shadowBias = 0.0f;
+    intensity = 30.0f;
+    carriedScale = 1.0f;
+    units = 0;
+    subdivs = 8;
+    causticSubdivs = 1000;
+    photonSubdivs = 500;
+    carriedMode = 3;
+    doubleSided = false;
+    invisible = false;
+    lightPortal = false;
+    noDecay = false;
+    enabled = true;
+    storeWithIrradianceMap = false;
+    ignoreLightNormals = true;
+    shadows = true;
+    transform = Transform::identity();
+    u_size = 1.0f;
+    v_size = 1.0f;
+    affectDiffuse = true;
+    affectSpecular = true;
+    affectReflections = true;
+}
+
+bool RectangleLight::serialize(QuickArchive& archive) {
+    writeVersion(archive, kNewestVersion);
+    FieldWriter write{archive};
+    visitFields(write, *this);
+    return true;
+}
+
+bool RectangleLight::deserialize(QuickArchive& archive) {
+    setDefaults();
+    uint32_t major = 0;
+    if (!readLightVersion(archive, kNewestVersion, major)) return false;
+    FieldReader read{archive, major};
+    visitFields(read, *this);
+    return true;
+}
+
+std::shared_ptr<BaseLight> RectangleLight::clone() {
+    return std::make_shared<RectangleLight>(*this);
+}
+
+bool RectangleLight::isEqual(const std::shared_ptr<BaseLight>& other) {
+    const RectangleLight* that = asSameClass<RectangleLight>(other);
+    return that && sameFields(*this, *that);
+}
+
+int RectangleLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
+    name += L"/" + pluginType();
+    beginLightXml(writer, name, *this);
+    writer.writeColor("color", color);
+    writer.writeColor("shadowColor", shadowColor);
+    writer.writeFloat("cutoffThreshold", cutoffThreshold);
+    writer.writeFloat("shadowBias", shadowBias);
+    writer.writeFloat("intensity", intensity);
+    writer.writeFloat("u_size", u_size);
+    writer.writeFloat("v_size", v_size);
+    writer.writeInteger("units", units);
+    writer.writeInteger("photonSubdivs", static_cast<int32_t>(photonSubdivs));
+    writer.writeInteger("causticSubdivs", static_cast<int32_t>(causticSubdivs));
+    writer.writeInteger("subdivs", static_cast<int32_t>(subdivs));
+    writer.writeBool("enabled", enabled);
+    writer.writeBool("doubleSided", doubleSided);
+    writer.writeBool("invisible", invisible);
+    writer.writeBool("lightPortal", lightPortal);
+    writer.writeBool("noDecay", noDecay);
+    writer.writeBool("storeWithIrradianceMap", storeWithIrradianceMap);
+    writer.writeBool("ignoreLightNormals", ignoreLightNormals);
+    writer.writeBool("shadows", shadows);
+    writer.writeBool("affectDiffuse", affectDiffuse);
+    writer.writeBool("affectSpecular", affectSpecular);
+    writer.writeBool("affectReflections", affectReflections);
+    writer.writeTransform("transform", transform);
+    endLightXml(writer);
+    return 0;
+}
+
+}  // namespace CorvaneCore

@@ -1,0 +1,83 @@
+// Spot light (type 4).
+#pragma once
+
+#include "archive/value_types.h"
+#include "lights/base_light.h"
+
+namespace CorvaneCore {
+
+class SpotLight : public BaseLight {
+public:
+    static constexpr int kType = 4;
+    static constexpr uint32_t kNewestVersion = 4;
+
+    SpotLight() { setDefaults(); }
+
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    int getType() override { return kType; }
+    std::shared_ptr<BaseLight> clone() override;
+    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
+    void setDefaults() override;
+
+    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
+    std::wstring pluginType() override { return L"LightSpot"; }
+
+    // Stored fields in stored order, each with the version that introduced it.
+    template <class Fn, class... Light>
+    static void visitFields(Fn& fn, Light&... l) {
+        fn(1, l.color...);
+        fn(3, l.shadowColor...);
+        fn(3, l.cutoffThreshold...);
+        fn(3, l.barnDoorLeft...);
+        fn(3, l.barnDoorRight...);
+        fn(3, l.barnDoorTop...);
+        fn(3, l.barnDoorBottom...);
+        fn(1, l.shadowBias...);
+        fn(1, l.decay...);
+        fn(1, l.intensity...);
+        fn(1, l.carriedScale...);
+        fn(3, l.units...);
+        fn(1, l.photonSubdivs...);
+        fn(1, l.causticSubdivs...);
+        fn(1, l.carriedMode...);
+        fn(1, l.enabled...);
+        fn(3, l.barnDoor...);
+        fn(2, l.shadows...);
+        fn(2, l.shadowSubdivs...);
+        fn(2, l.shadowRadius...);
+        fn(2, l.transform...);
+        fn(2, l.coneAngle...);
+        fn(2, l.penumbraAngle...);
+        fn(4, l.affectDiffuse...);
+        fn(4, l.affectSpecular...);
+    }
+
+    Color color;
+    Color shadowColor;
+    float cutoffThreshold;
+    float barnDoorLeft;
+    float barnDoorRight;
+    float barnDoorTop;
+    float barnDoorBottom;
+    float shadowBias;
+    float decay;
+    float intensity;
+    float carriedScale;
+    int32_t units;
+    uint32_t photonSubdivs;
+    uint32_t causticSubdivs;
+    int32_t carriedMode;
+    bool enabled;
+    bool barnDoor;
+    bool shadows;
+    uint32_t shadowSubdivs;
+    float shadowRadius;
+    Transform transform;
+    float coneAngle;
+    float penumbraAngle;
+    bool affectDiffuse;
+    bool affectSpecular;
+};
+
+}  // namespace CorvaneCore

@@ -1,0 +1,87 @@
+// Sun light (type 5). A sky can hold the same sun as the scene, so a writer outputs each sun
+// at most once and remembers its URL in `sunUrls`.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "archive/value_types.h"
+#include "lights/base_light.h"
+#include "params/animated.h"
+
+namespace CorvaneCore {
+
+// Identity and name of the one process-wide default sun.
+inline constexpr wchar_t kDefaultSunId[] = L"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}";
+inline constexpr wchar_t kDefaultSunName[] = L"Default";
+
+class SunLight : public BaseLight {
+public:
+    static constexpr int kType = kSunLightType;
+    static constexpr uint32_t kNewestVersion = 4;
+
+    SunLight() { setDefaults(); }
+
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    int getType() override { return kType; }
+    std::shared_ptr<BaseLight> clone() override;
+    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
+    // Also gives the sun a fresh identity.
+    void setDefaults() override;
+
+    // Writes nothing for a sun this writer has written already.
+    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
+    std::wstring pluginType() override { return L"SunLight"; }
+
+    // Stored fields but the transform, in stored order with their first version.
+    template <class Fn, class... Light>
+    static void visitFields(Fn& fn, Light&... l) {
+        fn(1, l.up_vector...);
+        fn(1, l.shadowBias...);
+        fn(1, l.turbidity...);
+        fn(1, l.water_vapour...);
+        fn(1, l.intensity_multiplier...);
+        fn(1, l.size_multiplier...);
+        fn(1, l.photon_radius...);
+        fn(1, l.photon_emit_distance...);
+        fn(1, l.ozone...);
+        fn(1, l.photonSubdivs...);
+        fn(1, l.causticSubdivs...);
+        fn(1, l.shadow_subdivs...);
+        fn(1, l.shadows...);
+        fn(2, l.sunId...);
+        fn(2, l.sunName...);
+        fn(3, l.enabled...);
+        fn(3, l.invisible...);
+    }
+
+    Vector up_vector;
+    float shadowBias;
+    float turbidity;
+    float water_vapour;
+    float intensity_multiplier;
+    float size_multiplier;
+    float photon_radius;
+    float photon_emit_distance;
+    float ozone;
+    int32_t photonSubdivs;
+    int32_t causticSubdivs;
+    int32_t shadow_subdivs;
+    bool shadows;
+    std::wstring sunId;
+    std::wstring sunName;
+    bool enabled;
+    bool invisible;
+    AnimatedTransform transform;
+
+private:
+    // Sets `name` to the URL to write this sun under and records it in the writer; false when
+    // the sun is not to be written.
+    bool claimUrl(AssetXmlWriter& writer, std::wstring& name);
+};
+
+// The shared default sun, made when the library loads and never released.
+std::shared_ptr<SunLight> defaultSunLight();
+
+}  // namespace CorvaneCore

@@ -1,0 +1,187 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "light_bytes.h"
+#include "params/animated.h"
+
+using namespace CorvaneCore;
+using light_test::Bytes;
+using light_test::countingTransform;
+
+namespace {
+
+// Stored curve header: version word, key count, key size.
+Bytes curveHeader(uint32_t count, uint32_t keySize = 8) {
+    Bytes b;
+    b.u32(0x10000).u32(count).u32(keySize);
+    return b;
+}
+
+void expectTransformNumbers(const Transform& t, float first, float step) {
+    float n = first;
+    for (const auto& column : t.m.v) {
+        EXPECT_FLOAT_EQ(column.x, n);
+        EXPECT_FLOAT_EQ(column.y, n + step);
+        EXPECT_FLOAT_EQ(column.z, n + 2 * step);
+        n += 3 * step;
+    }
+    EXPECT_FLOAT_EQ(t.offset.x, n);
+    EXPECT_FLOAT_EQ(t.offset.y, n + step);
+    EXPECT_FLOAT_EQ(t.offset.z, n + 2 * step);
+}
+
+}  // namespace
+
+TEST(AnimatedTransform, StartsWithIdentityAtZeroAndHoldsLastKey) {
+    AnimatedTransform curve;
+    ASSERT_EQ(curve.keyCount(), 1);
+    EXPECT_EQ(curve.keyTime(0), 0.0);
+    EXPECT_EQ(curve.getValue(0.0), Transform::identity());
+    curve.setValue(countingTransform(1), 0.0);
+    EXPECT_EQ(curve.keyCount(), 1);
+    EXPECT_EQ(curve.getValue(0.0), countingTransform(1));
+    EXPECT_EQ(curve.getValue(7.5), countingTransform(1));
+}
+
+TEST(AnimatedTransform, BlendsElementByElementBetweenKeys) {
+    AnimatedTransform curve;
+    curve.setValue(countingTransform(0), 0.0);
+    curve.setValue(countingTransform(10), 1.0);
+    expectTransformNumbers(curve.getValue(0.5), 5, 1);
+    expectTransformNumbers(curve.getValue(0.25), 2.5, 1);
+    EXPECT_EQ(curve.getValue(1.0), countingTransform(10));
+    EXPECT_EQ(curve.getValue(3.0), countingTransform(10));
+}
+
+TEST(AnimatedTransform, TimesWithinToleranceAreOneKey) {
+    AnimatedTransform curve;
+    curve.setValue(countingTransform(1), 0.5);
+    curve.setValue(countingTransform(2), 0.5 + 1e-13);
+    ASSERT_EQ(curve.keyCount(), 2);
+    EXPECT_EQ(curve.keyTime(1), 0.5);
+    EXPECT_EQ(curve.getValue(0.5), countingTransform(2));
+    curve.setValue(countingTransform(3), 0.5 - 1e-13);
+    EXPECT_EQ(curve.keyCount(), 2);
+    EXPECT_EQ(curve.getValue(0.5), countingTransform(3));
+    curve.setValue(countingTransform(4), 0.5 + 1e-9);
+    EXPECT_EQ(curve.keyCount(), 3);
+}
+
+TEST(AnimatedTransform, KeyTimeOutsideTheRangeIsNaN) {
+    AnimatedTransform curve;
+    curve.setValue(Transform(), 2.0);
+    EXPECT_TRUE(std::isnan(curve.keyTime(-1)));
+    EXPECT_TRUE(std::isnan(curve.keyTime(curve.keyCount())));
+    EXPECT_EQ(curve.keyTime(1), 2.0);
+}
+
+TEST(AnimatedTransform, ReadDropsTheDefaultKeyAndMergesStoredDuplicates) {
+    Bytes b = curveHeader(3);
+    b.f64(1.0).transform(countingTransform(1));
+    b.f64(2.0).transform(countingTransform(2));
+    b.f64(2.0 + 1e-13).transform(countingTransform(3));
+    QuickArchive archive = b.archive();
+    AnimatedTransform curve;
+    ASSERT_TRUE(curve.deserialize(archive));
+    ASSERT_EQ(curve.keyCount(), 2);
+    EXPECT_EQ(curve.keyTime(0), 1.0);
+    EXPECT_EQ(curve.getValue(2.0), countingTransform(3));
+    EXPECT_EQ(archive.readPos(), b.data.size());
+}
+
+TEST(AnimatedTransform, RefusesOtherKeySizesAndVersions) {
+    Bytes b = curveHeader(1, 4);
+    b.f64(1.0).transform(countingTransform(1));
+    QuickArchive archive = b.archive();
+    AnimatedTransform curve;
+    curve.setValue(countingTransform(5), 3.0);
+    EXPECT_FALSE(curve.deserialize(archive));
+    EXPECT_EQ(curve.keyCount(), 0);
+
+    Bytes minor;
+    minor.u32(0x10001).u32(0).u32(8);
+    QuickArchive refused = minor.archive();
+    EXPECT_FALSE(curve.deserialize(refused));
+    EXPECT_EQ(curve.keyCount(), 1);  // reset ran before the test of the word
+}
+
+TEST(AnimatedTransform, ADeclaredCountBeyondTheDataStopsWhereTheDataEnds) {
+    Bytes b = curveHeader(0xFFFFFFFFu);
+    b.f64(1.0).transform(countingTransform(1));
+    b.f64(2.0).transform(countingTransform(2));
+    QuickArchive archive = b.archive();
+    AnimatedTransform curve;
+    ASSERT_TRUE(curve.deserialize(archive));
+    EXPECT_GE(curve.keyCount(), 2);
+    EXPECT_EQ(curve.getValue(1.0), countingTransform(1));
+    // Whatever the unwritten tail of the block holds, no more keys than the block can carry.
+    EXPECT_LE(curve.keyCount(), int(QuickArchive::kBlockSize / 56));
+    EXPECT_LT(archive.remaining(), 56u);
+}
+
+TEST(AnimatedTransform, RoundTripsThroughTheArchive) {
+    AnimatedTransform curve;
+    curve.setValue(countingTransform(1), 0.0);
+    curve.setValue(countingTransform(2), 0.75);
+    curve.setValue(countingTransform(3), 4.0);
+    QuickArchive archive(1);
+    ASSERT_TRUE(curve.serialize(archive));
+    EXPECT_EQ(archive.writePos(), 12u + 3 * 56u);
+    AnimatedTransform back;
+    ASSERT_TRUE(back.deserialize(archive));
+    EXPECT_TRUE(back.sameKeys(curve));
+    back.setValue(countingTransform(9), 0.75);
+    EXPECT_FALSE(back.sameKeys(curve));
+}
+
+TEST(AnimatedReal, InterpolatesOnlyWhenAsked) {
+    AnimatedReal smooth(true), stepped(false);
+    for (AnimatedReal* curve : {&smooth, &stepped}) {
+        curve->setValue(2.0f, 0.0);
+        curve->setValue(6.0f, 1.0);
+    }
+    EXPECT_EQ(smooth.getValue(0.5), 4.0f);
+    EXPECT_EQ(smooth.getValue(0.25), 3.0f);
+    EXPECT_EQ(stepped.getValue(0.5), 2.0f);
+    EXPECT_EQ(stepped.getValue(1.0), 6.0f);
+    EXPECT_EQ(stepped.getValue(9.0), 6.0f);
+}
+
+TEST(AnimatedReal, ReadKeepsTheDefaultKeyAtZero) {
+    Bytes b = curveHeader(2);
+    b.boolean(true).f64(1.0).f32(10.0f).f64(2.0).f32(20.0f);
+    QuickArchive archive = b.archive();
+    AnimatedReal curve(false);
+    ASSERT_TRUE(curve.deserialize(archive));
+    EXPECT_TRUE(curve.interpolate());
+    ASSERT_EQ(curve.keyCount(), 3);
+    EXPECT_EQ(curve.keyTime(0), 0.0);
+    EXPECT_EQ(curve.getValue(0.0), 0.0f);
+    EXPECT_EQ(curve.getValue(1.5), 15.0f);
+    EXPECT_EQ(archive.readPos(), b.data.size());
+}
+
+TEST(AnimatedReal, RefusesKeySizeFourKeepingTheDefaultKey) {
+    Bytes b = curveHeader(1, 4);
+    b.boolean(false).f64(1.0).f32(10.0f);
+    QuickArchive archive = b.archive();
+    AnimatedReal curve(true);
+    curve.setValue(3.0f, 5.0);
+    EXPECT_FALSE(curve.deserialize(archive));
+    ASSERT_EQ(curve.keyCount(), 1);
+    EXPECT_EQ(curve.keyTime(0), 0.0);
+    EXPECT_EQ(curve.getValue(0.0), 0.0f);
+}
+
+TEST(AnimatedReal, RoundTripsThroughTheArchive) {
+    AnimatedReal curve(true);
+    curve.setValue(1.5f, 0.0);
+    curve.setValue(-2.0f, 3.0);
+    QuickArchive archive(1);
+    ASSERT_TRUE(curve.serialize(archive));
+    EXPECT_EQ(archive.writePos(), 13u + 2 * 12u);
+    AnimatedReal back(false);
+    ASSERT_TRUE(back.deserialize(archive));
+    EXPECT_TRUE(back.sameKeys(curve));
+}

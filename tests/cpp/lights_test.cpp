@@ -1,0 +1,734 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "convert/conversions.h"
+#include "light_bytes.h"
+#include "lights/dome_light.h"
+#include "lights/ies_light.h"
+#include "lights/light_names.h"
+#include "lights/maya_direct_light.h"
+#include "lights/omni_light.h"
+#include "lights/rectangle_light.h"
+#include "lights/sphere_light.h"
+#include "lights/spot_light.h"
+#include "lights/sun_light.h"
+#include "xml/asset_xml_writer.h"
+#include "xml/text.h"
+
+using namespace CorvaneCore;
+using light_test::Bytes;
+using light_test::countingTransform;
+
+namespace {
+
+// Stored values that differ from every default.
+const Color kColorA(0.1f, 0.2f, 0.3f);
+const Color kColorB(0.4f, 0.5f, 0.6f);
+const Color kColorC(0.7f, 0.8f, 0.9f);
+const Color kWhite(1, 1, 1), kBlack(0, 0, 0);
+const Transform kPlace = countingTransform(1);
+const Vector kUp(0.1f, 0.2f, 0.9f);
+
+Bytes versionWord(uint32_t major) {
+    Bytes b;
+    b.u32(major << 16);
+    return b;
+}
+
+// A transform curve with one key.
+void curve(Bytes& b, double time, const Transform& value, uint32_t keySize = 8) {
+    b.u32(0x10000).u32(1).u32(keySize).f64(time).transform(value);
+}
+
+#define EXPECT_SINCE(field, stored, fallback, since) \
+    EXPECT_EQ(l.field, v >= (since) ? (stored) : (fallback)) << #field << ", version " << v
+
+// ------------------------------------------------------------ records of each version
+
+Bytes mayaRecord(uint32_t v, uint32_t curveKeySize = 8) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 4) b.color(kColorB);
+    b.f32(0.125f).f32(42).f32(3).u32(222).u32(111).i32(5).boolean(false);
+    if (v >= 2) b.boolean(false).u32(33).f32(1.5f);
+    if (v == 2) b.transform(kPlace);
+    if (v >= 3) curve(b, 2.0, kPlace, curveKeySize);
+    return b;
+}
+
+void expectMaya(const MayaDirectLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 4);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 1.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(shadowSubdivs, 33u, 8u, 2);
+    EXPECT_SINCE(shadowRadius, 1.5f, 0.0f, 2);
+    ASSERT_EQ(l.transform.keyCount(), 1);
+    EXPECT_EQ(l.transform.keyTime(0), v >= 3 ? 2.0 : 0.0);
+    EXPECT_EQ(l.transform.getValue(l.transform.keyTime(0)), v >= 2 ? kPlace : Transform());
+}
+
+Bytes omniRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 3) b.color(kColorB).f32(0.25f);
+    b.f32(0.125f).f32(2).f32(42).f32(3);
+    if (v >= 3) b.i32(2);
+    b.u32(111).u32(222).i32(5).boolean(false);
+    if (v >= 2) b.boolean(false).u32(33).f32(1.5f).transform(kPlace);
+    if (v >= 4) b.boolean(false).boolean(false);
+    return b;
+}
+
+void expectOmni(const OmniLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 3);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 3);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(decay, 2.0f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 30.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(units, 2, 0, 3);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(shadowSubdivs, 33u, 8u, 2);
+    EXPECT_SINCE(shadowRadius, 1.5f, 0.0f, 2);
+    EXPECT_SINCE(transform, kPlace, Transform(), 2);
+    EXPECT_SINCE(affectDiffuse, false, true, 4);
+    EXPECT_SINCE(affectSpecular, false, true, 4);
+}
+
+Bytes spotRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 3) b.color(kColorB).f32(0.25f).f32(11).f32(12).f32(13).f32(14);
+    b.f32(0.125f).f32(2).f32(42).f32(3);
+    if (v >= 3) b.i32(2);
+    b.u32(111).u32(222).i32(5).boolean(false);
+    if (v >= 3) b.boolean(true);
+    if (v >= 2) b.boolean(false).u32(33).f32(1.5f).transform(kPlace).f32(0.75f).f32(0.2f);
+    if (v >= 4) b.boolean(false).boolean(false);
+    return b;
+}
+
+void expectSpot(const SpotLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 3);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 3);
+    EXPECT_SINCE(barnDoorLeft, 11.0f, 20.0f, 3);
+    EXPECT_SINCE(barnDoorRight, 12.0f, 20.0f, 3);
+    EXPECT_SINCE(barnDoorTop, 13.0f, 20.0f, 3);
+    EXPECT_SINCE(barnDoorBottom, 14.0f, 20.0f, 3);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(decay, 2.0f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 50.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(units, 2, 0, 3);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(barnDoor, true, false, 3);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(shadowSubdivs, 33u, 8u, 2);
+    EXPECT_SINCE(shadowRadius, 1.5f, 0.0f, 2);
+    EXPECT_SINCE(transform, kPlace, Transform(), 2);
+    EXPECT_SINCE(coneAngle, 0.75f, 1.0f, 2);
+    EXPECT_SINCE(penumbraAngle, 0.2f, 0.0f, 2);
+    EXPECT_SINCE(affectDiffuse, false, true, 4);
+    EXPECT_SINCE(affectSpecular, false, true, 4);
+}
+
+Bytes rectangleRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.color(kColorA);
+    if (v >= 3) b.color(kColorB).f32(0.25f);
+    b.f32(0.125f).f32(42).f32(3);
+    if (v >= 3) b.i32(2);
+    b.u32(44).u32(222).u32(111).i32(5);
+    b.boolean(true).boolean(true).boolean(true).boolean(true);  // doubleSided .. noDecay
+    b.boolean(false).boolean(true).boolean(false);  // enabled, storeWith.., ignoreLightNormals
+    if (v >= 2) b.boolean(false).transform(kPlace).f32(2.5f).f32(3.5f);
+    if (v >= 4) b.boolean(false).boolean(false).boolean(false);
+    return b;
+}
+
+void expectRectangle(const RectangleLight& l, uint32_t v) {
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 3);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 3);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(intensity, 42.0f, 30.0f, 1);
+    EXPECT_SINCE(carriedScale, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(units, 2, 0, 3);
+    EXPECT_SINCE(subdivs, 44u, 8u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(photonSubdivs, 111u, 500u, 1);
+    EXPECT_SINCE(carriedMode, 5, 3, 1);
+    EXPECT_SINCE(doubleSided, true, false, 1);
+    EXPECT_SINCE(invisible, true, false, 1);
+    EXPECT_SINCE(lightPortal, true, false, 1);
+    EXPECT_SINCE(noDecay, true, false, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(storeWithIrradianceMap, true, false, 1);
+    EXPECT_SINCE(ignoreLightNormals, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 2);
+    EXPECT_SINCE(transform, kPlace, Transform(), 2);
+    EXPECT_SINCE(u_size, 2.5f, 1.0f, 2);
+    EXPECT_SINCE(v_size, 3.5f, 1.0f, 2);
+    EXPECT_SINCE(affectDiffuse, false, true, 4);
+    EXPECT_SINCE(affectSpecular, false, true, 4);
+    EXPECT_SINCE(affectReflections, false, true, 4);
+}
+
+const char kStoredSunId[] = "{0F1E2D3C-4B5A-6978-8796-A5B4C3D2E1F0}";
+
+Bytes sunRecord(uint32_t v, const std::string& id = kStoredSunId) {
+    Bytes b = versionWord(v);
+    if (v < 4) b.transform(kPlace);
+    b.vec(kUp).f32(0.125f).f32(4).f32(2.5f).f32(1.25f).f32(2).f32(60).f32(170).f32(0.5f);
+    b.i32(111).i32(222).i32(33).boolean(false);
+    if (v >= 2) b.text(id).text("Noon");
+    if (v >= 3) b.boolean(false).boolean(true);
+    if (v >= 4) curve(b, 0.0, kPlace);
+    return b;
+}
+
+void expectSun(const SunLight& l, uint32_t v) {
+    EXPECT_SINCE(up_vector, kUp, Vector(0, 0, 1), 1);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(turbidity, 4.0f, 3.0f, 1);
+    EXPECT_SINCE(water_vapour, 2.5f, 2.0f, 1);
+    EXPECT_SINCE(intensity_multiplier, 1.25f, 1.0f, 1);
+    EXPECT_SINCE(size_multiplier, 2.0f, 1.0f, 1);
+    EXPECT_SINCE(photon_radius, 60.0f, 50.0f, 1);
+    EXPECT_SINCE(photon_emit_distance, 170.0f, 150.0f, 1);
+    EXPECT_SINCE(ozone, 0.5f, 0.35f, 1);
+    EXPECT_SINCE(photonSubdivs, 111, 500, 1);
+    EXPECT_SINCE(causticSubdivs, 222, 1000, 1);
+    EXPECT_SINCE(shadow_subdivs, 33, 8, 1);
+    EXPECT_SINCE(shadows, false, true, 1);
+    EXPECT_SINCE(sunName, std::wstring(L"Noon"), std::wstring(), 2);
+    EXPECT_SINCE(enabled, false, true, 3);
+    EXPECT_SINCE(invisible, true, false, 3);
+    if (v >= 2) {
+        EXPECT_EQ(l.sunId, utf8ToWide(kStoredSunId));
+    } else {
+        EXPECT_EQ(l.sunId.size(), 36u) << "a fresh identity";
+    }
+    ASSERT_EQ(l.transform.keyCount(), 1);
+    EXPECT_EQ(l.transform.getValue(0.0), kPlace);
+}
+
+const char kIesFile[] = "C:\\ies\\caf\xC3\xA9 & bar.ies";
+
+Bytes iesRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.transform(kPlace).color(kColorA).color(kColorB).color(kColorC).f32(0.125f).f32(0.25f);
+    b.u32(111).u32(222).u32(33).boolean(false).boolean(false).boolean(true).text(kIesFile);
+    if (v >= 2) b.boolean(false).boolean(false);
+    if (v >= 3) b.f32(7);
+    return b;
+}
+
+void expectIes(const IESLight& l, uint32_t v) {
+    EXPECT_SINCE(transform, kPlace, Transform(), 1);
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 1);
+    EXPECT_SINCE(filter_color, kColorC, kWhite, 1);
+    EXPECT_SINCE(shadowBias, 0.125f, 0.0f, 1);
+    EXPECT_SINCE(cutoffThreshold, 0.25f, 0.005f, 1);
+    EXPECT_SINCE(photonSubdivs, 111u, 8u, 1);
+    EXPECT_SINCE(causticSubdivs, 222u, 1000u, 1);
+    EXPECT_SINCE(shadow_subdivs, 33u, 8u, 1);
+    EXPECT_SINCE(enabled, false, true, 1);
+    EXPECT_SINCE(shadows, false, true, 1);
+    EXPECT_SINCE(soft_shadows, true, false, 1);
+    EXPECT_SINCE(ies_file, std::wstring(L"C:\\ies\\caf\u00e9 & bar.ies"), std::wstring(), 1);
+    EXPECT_SINCE(affectDiffuse, false, true, 2);
+    EXPECT_SINCE(affectSpecular, false, true, 2);
+    EXPECT_SINCE(intensity, 7.0f, 1.0f, 3);
+}
+
+Bytes sphereRecord(uint32_t v) {
+    Bytes b = versionWord(v);
+    b.transform(kPlace).color(kColorA).color(kColorB).f32(0.5f).f32(0.25f).f32(2).f32(3);
+    b.u32(111).u32(222).u32(1).u32(33);
+    b.boolean(false).boolean(false).boolean(true).boolean(true).boolean(true);
+    if (v >= 2) b.boolean(false).boolean(false).boolean(false);
+    return b;
+}
+
+void expectSphere(const SphereLight& l, uint32_t v) {
+    EXPECT_SINCE(transform, kPlace, Transform(), 1);
+    EXPECT_SINCE(color, kColorA, kWhite, 1);
+    EXPECT_SINCE(shadowColor, kColorB, kBlack, 1);
+    EXPECT_SINCE(sphereScalarA, 0.5f, 0.0f, 1);
+    EXPECT_SINCE(sphereThreshold, 0.25f, 0.005f, 1);
+    EXPECT_SINCE(sphereScalarB, 2.0f, 1.0f, 1);
+    EXPECT_SINCE(sphereScalarC, 3.0f, 1.0f, 1);
+    EXPECT_SINCE(spherePhotonCount, 111u, 500u, 1);
+    EXPECT_SINCE(sphereCausticCount, 222u, 1000u, 1);
+    EXPECT_SINCE(sphereUnits, 1u, 0u, 1);
+    EXPECT_SINCE(sphereSubdivs, 33u, 8u, 1);
+    EXPECT_SINCE(sphereFlag0, false, true, 1);
+    EXPECT_SINCE(sphereFlag1, false, true, 1);
+    EXPECT_SINCE(sphereFlag2, true, false, 1);
+    EXPECT_SINCE(sphereFlag3, true, false, 1);
+    EXPECT_SINCE(sphereFlag4, true, false, 1);
+    EXPECT_SINCE(sphereFlag5, false, true, 2);
+    EXPECT_SINCE(sphereFlag6, false, true, 2);
+    EXPECT_SINCE(sphereFlag7, false, true, 2);
+}
+
+// Reads every version of a class from hand-made records; each must be consumed exactly.
+template <class Light, class Build, class Check>
+void readEveryVersion(uint32_t newest, Build build, Check check) {
+    for (uint32_t v = 1; v <= newest; ++v) {
+        Bytes b = build(v);
+        QuickArchive archive = b.archive();
+        Light light;
+        ASSERT_TRUE(light.deserialize(archive)) << "version " << v;
+        EXPECT_EQ(archive.readPos(), b.data.size()) << "version " << v;
+        check(light, v);
+    }
+}
+
+}  // namespace
+
+TEST(LightRecords, MayaDirectLightEveryVersion) {
+    readEveryVersion<MayaDirectLight>(4, [](uint32_t v) { return mayaRecord(v); }, expectMaya);
+}
+TEST(LightRecords, OmniLightEveryVersion) {
+    readEveryVersion<OmniLight>(4, omniRecord, expectOmni);
+}
+TEST(LightRecords, SpotLightEveryVersion) {
+    readEveryVersion<SpotLight>(4, spotRecord, expectSpot);
+}
+TEST(LightRecords, RectangleLightEveryVersion) {
+    readEveryVersion<RectangleLight>(4, rectangleRecord, expectRectangle);
+}
+TEST(LightRecords, SunLightEveryVersion) {
+    readEveryVersion<SunLight>(4, [](uint32_t v) { return sunRecord(v); }, expectSun);
+}
+TEST(LightRecords, IESLightEveryVersion) {
+    readEveryVersion<IESLight>(3, iesRecord, expectIes);
+}
+TEST(LightRecords, SphereLightEveryVersion) {
+    readEveryVersion<SphereLight>(2, sphereRecord, expectSphere);
+}
+
+TEST(LightRecords, AFailingCurveFailsTheReadAndKeepsTheFieldsBefore) {
+    for (uint32_t v : {3u, 4u}) {
+        Bytes b = mayaRecord(v, 4);
+        QuickArchive archive = b.archive();
+        MayaDirectLight light;
+        EXPECT_FALSE(light.deserialize(archive));
+        EXPECT_EQ(light.color, kColorA);
+        EXPECT_EQ(light.shadowRadius, 1.5f);
+    }
+    Bytes sun = sunRecord(4);
+    sun.data[sun.data.size() - 56 - 4] = 4;  // the curve's key size
+    QuickArchive archive = sun.archive();
+    SunLight light;
+    EXPECT_FALSE(light.deserialize(archive));
+    EXPECT_EQ(light.invisible, true);
+}
+
+TEST(LightRecords, RefusedVersionWordsLeaveTheDefaults) {
+    const struct {
+        int type;
+        uint32_t newest;
+    } kinds[] = {{0, 4}, {2, 4}, {3, 4}, {4, 4}, {5, 4}, {6, 3}, {7, 2}};
+    for (const auto& kind : kinds) {
+        const uint32_t words[] = {0, 0x40001, (kind.newest << 16) | 0x8000u,
+                                  (kind.newest + 1) << 16, 0xFFFF0000u};
+        for (uint32_t word : words) {
+            std::shared_ptr<BaseLight> light = createLight(kind.type);
+            ASSERT_TRUE(light);
+            Bytes b;
+            b.u32(word).data.resize(400, 0x41);
+            QuickArchive archive = b.archive();
+            EXPECT_FALSE(light->deserialize(archive)) << "type " << kind.type << " word " << word;
+            std::shared_ptr<BaseLight> fresh = createLight(kind.type);
+            if (auto* sun = dynamic_cast<SunLight*>(fresh.get())) {
+                sun->sunId = static_cast<SunLight&>(*light).sunId;
+            }
+            EXPECT_TRUE(light->isEqual(fresh)) << "type " << kind.type << " word " << word;
+        }
+    }
+}
+
+TEST(LightRecords, DomeLightWritesItsWordAndReadsNothing) {
+    DomeLight dome;
+    QuickArchive archive(1);
+    ASSERT_TRUE(dome.serialize(archive));
+    EXPECT_EQ(archive.writePos(), 4u);
+    uint32_t word = 0;
+    archive.readBytes(&word, 4);
+    EXPECT_EQ(word, 0x10000u);  // little-endian on the machines this builds for
+    archive.setReadPos(0);
+    EXPECT_TRUE(dome.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), 0u);
+    EXPECT_TRUE(dome.isEqual(std::make_shared<DomeLight>()));
+    EXPECT_FALSE(dome.isEqual(std::make_shared<OmniLight>()));
+    EXPECT_FALSE(dome.isEqual(nullptr));
+}
+
+// ------------------------------------------------------------ round trips
+
+// The newest hand-made record read, written back byte for byte, read again and compared.
+template <class Light, class Mutate>
+void roundTrip(const Bytes& newest, Mutate mutate) {
+    QuickArchive source = newest.archive();
+    auto light = std::make_shared<Light>();
+    ASSERT_TRUE(light->deserialize(source));
+    QuickArchive written(1);
+    ASSERT_TRUE(light->serialize(written));
+    ASSERT_EQ(written.writePos(), newest.data.size());
+    std::vector<uint8_t> bytes(newest.data.size());
+    written.readBytes(bytes.data(), bytes.size());
+    EXPECT_EQ(bytes, newest.data);
+    written.setReadPos(0);
+    auto back = std::make_shared<Light>();
+    ASSERT_TRUE(back->deserialize(written));
+    EXPECT_TRUE(back->isEqual(light));
+    std::shared_ptr<BaseLight> copy = light->clone();
+    EXPECT_TRUE(copy->isEqual(light));
+    mutate(static_cast<Light&>(*copy));
+    EXPECT_FALSE(copy->isEqual(light));
+    EXPECT_FALSE(light->isEqual(std::make_shared<DomeLight>()));
+}
+
+TEST(LightRoundTrip, EveryClassWritesTheNewestLayout) {
+    roundTrip<MayaDirectLight>(mayaRecord(4), [](auto& l) { l.shadowRadius = 9; });
+    roundTrip<OmniLight>(omniRecord(4), [](auto& l) { l.affectSpecular = true; });
+    roundTrip<SpotLight>(spotRecord(4), [](auto& l) { l.barnDoorBottom = 1; });
+    roundTrip<RectangleLight>(rectangleRecord(4), [](auto& l) { l.carriedMode = 0; });
+    roundTrip<SunLight>(sunRecord(4), [](auto& l) { l.sunName = L"Dusk"; });
+    roundTrip<SunLight>(sunRecord(4), [](auto& l) { l.transform.setValue(kPlace, 1.0); });
+    roundTrip<IESLight>(iesRecord(3), [](auto& l) { l.ies_file = L"other.ies"; });
+    roundTrip<SphereLight>(sphereRecord(2), [](auto& l) { l.sphereFlag7 = true; });
+}
+
+TEST(LightRoundTrip, MayaDirectLightComparesWithoutItsTransform) {
+    MayaDirectLight light;
+    auto other = std::make_shared<MayaDirectLight>();
+    other->transform.setValue(kPlace, 0.0);
+    EXPECT_TRUE(light.isEqual(other));
+    other->intensity = std::nanf("");
+    EXPECT_TRUE(light.isEqual(other));  // a NaN equals anything
+}
+
+// ------------------------------------------------------------ factory, names, default sun
+
+TEST(LightFactory, KnowsTheStoredIdsOnly) {
+    for (int id : {0, 2, 3, 4, 5, 6, 7}) {
+        std::shared_ptr<BaseLight> light = createLight(id);
+        ASSERT_TRUE(light) << id;
+        EXPECT_EQ(light->getType(), id);
+        EXPECT_EQ(light->pluginKind(), L"light");
+    }
+    for (int id : {-1, 1, 8, 9}) EXPECT_FALSE(createLight(id)) << id;
+    EXPECT_EQ(DomeLight().getType(), 8);
+}
+
+TEST(LightFactory, DisplayNamesFollowTheTypeIds) {
+    EXPECT_EQ(lightDisplayName(0), L"Infinite Direct Light");
+    EXPECT_EQ(lightDisplayName(1), L"Positional Direct Light");
+    EXPECT_EQ(lightDisplayName(5), L"Sun Light");
+    EXPECT_EQ(lightDisplayName(6), L"IES Light");
+    EXPECT_EQ(lightDisplayName(8), L"Invalid Light");
+}
+
+TEST(LightFactory, DefaultSunIsOneSharedObject) {
+    std::shared_ptr<SunLight> sun = defaultSunLight();
+    ASSERT_TRUE(sun);
+    EXPECT_EQ(sun, defaultSunLight());
+    EXPECT_EQ(sun->sunId, L"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}");
+    EXPECT_EQ(sun->sunName, L"Default");
+    EXPECT_NE(SunLight().sunId, SunLight().sunId);
+}
+
+// ------------------------------------------------------------ XML
+
+namespace {
+
+// Expected text of one light asset, built from the writer's rules: two blanks per depth,
+// "Asset" at depth 1 as convert_light writes it, parameters at 5, values at 6.
+class ExpectedAsset {
+public:
+    ExpectedAsset(const std::string& url, const std::string& plugin) {
+        at(1, "<Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"" + url + "\" >");
+        at(2, "<plugin>");
+        at(3, "<ombraplugin name=\"" + plugin + "\" type=\"light\">");
+        at(4, "<parameters>");
+    }
+    ExpectedAsset& inlineValue(const std::string& type, const std::string& name,
+                               const std::string& value, const std::string& label = "",
+                               bool userData = false, const std::string& handler = "default") {
+        at(5, "<parameter type=\"" + type + "\" name=\"" + name + "\" handler=\"" + handler +
+                  "\" listType=\"none\"" + (userData ? " isUserData=\"1\"" : "") +
+                  " label=\"" + (label.empty() ? name : label) + "\">");
+        at(6, "<value>" + value + "</value>");
+        at(5, "</parameter>");
+        return *this;
+    }
+    ExpectedAsset& real(const std::string& name, const std::string& value) {
+        return inlineValue("float", name, value);
+    }
+    ExpectedAsset& integer(const std::string& name, const std::string& value) {
+        return inlineValue("integer", name, value);
+    }
+    ExpectedAsset& flag(const std::string& name, const std::string& value) {
+        return inlineValue("bool", name, value);
+    }
+    ExpectedAsset& color(const std::string& name, const char* r, const char* g, const char* b) {
+        blockOpen("color", name);
+        element(7, "r", r), element(7, "g", g), element(7, "b", b);
+        return blockClose();
+    }
+    ExpectedAsset& vector(const std::string& name, const char* x, const char* y, const char* z) {
+        blockOpen("vector", name);
+        vectorElement(x, y, z);
+        return blockClose();
+    }
+    // Twelve numbers: three columns, then the offset.
+    ExpectedAsset& transform(const std::string& name, const std::vector<const char*>& n) {
+        blockOpen("transform", name);
+        for (size_t i = 0; i < 12; i += 3) vectorElement(n[i], n[i + 1], n[i + 2]);
+        return blockClose();
+    }
+    std::vector<std::string> lines() const {
+        std::vector<std::string> all = lines_;
+        for (auto [depth, text] : {std::pair{4, "</parameters>"}, {3, "</ombraplugin>"},
+                                   {2, "</plugin>"}, {1, "</Asset>"}}) {
+            all.push_back(std::string(2 * depth, ' ') + text);
+        }
+        return all;
+    }
+
+private:
+    void at(int depth, const std::string& text) {
+        lines_.push_back(std::string(2 * depth, ' ') + text);
+    }
+    void element(int depth, const std::string& tag, const std::string& value) {
+        at(depth, "<" + tag + ">" + value + "</" + tag + ">");
+    }
+    void blockOpen(const std::string& type, const std::string& name) {
+        at(5, "<parameter type=\"" + type + "\" name=\"" + name +
+                  "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">");
+        at(6, "<value>");
+    }
+    ExpectedAsset& blockClose() {
+        at(6, "</value>");
+        at(5, "</parameter>");
+        return *this;
+    }
+    void vectorElement(const char* x, const char* y, const char* z) {
+        at(7, "<vector>");
+        element(8, "x", x), element(8, "y", y), element(8, "z", z);
+        at(7, "</vector>");
+    }
+
+    std::vector<std::string> lines_;
+};
+
+const std::vector<const char*> kPlaceText = {"1", "2", "3", "4",  "5",  "6",
+                                             "7", "8", "9", "10", "11", "12"};
+
+std::vector<std::string> splitLines(const std::string& text) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    for (size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
+        lines.push_back(text.substr(start, end - start));
+    }
+    if (start != text.size()) lines.push_back(text.substr(start) + " <no newline>");
+    return lines;
+}
+
+void expectSameLines(const std::string& actual, const std::vector<std::string>& expected) {
+    std::vector<std::string> got = splitLines(actual);
+    for (size_t i = 0; i < std::max(got.size(), expected.size()); ++i) {
+        EXPECT_EQ(i < got.size() ? got[i] : "<missing>",
+                  i < expected.size() ? expected[i] : "<extra>")
+            << "line " << i + 1;
+    }
+}
+
+std::string convert(const Bytes& record, int type) {
+    QuickArchive archive = record.archive();
+    std::optional<std::string> text = convertLight(archive, type);
+    EXPECT_TRUE(text.has_value()) << "type " << type;
+    return text.value_or("");
+}
+
+std::string xmlOf(BaseLight& light, AssetXmlWriter& writer, const std::wstring& name = L"") {
+    size_t before = writer.stream().size();
+    light.writeXML(writer, name);
+    return wideToUtf8(writer.stream().substr(before));
+}
+
+}  // namespace
+
+TEST(LightXml, MayaDirectLightLeavesOutItsTransform) {
+    ExpectedAsset e("/MayaLightDirect", "MayaLightDirect");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("shadowBias", "0.125").real("shadowRadius", "1.5").real("intensity", "42");
+    e.integer("causticSubdivs", "222").integer("photonSubdivs", "111");
+    e.integer("shadowSubdivs", "33").flag("enabled", "0").flag("shadows", "0");
+    expectSameLines(convert(mayaRecord(4), 0), e.lines());
+}
+
+TEST(LightXml, OmniLightWritesUnitsAsTheFirstCausticSubdivs) {
+    ExpectedAsset e("/LightOmni", "LightOmni");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("cutoffThreshold", "0.25").real("shadowBias", "0.125").real("decay", "2");
+    e.real("intensity", "42").real("shadowRadius", "1.5");
+    e.integer("causticSubdivs", "2").integer("photonSubdivs", "111");
+    e.integer("causticSubdivs", "222").integer("shadowSubdivs", "33");
+    e.flag("enabled", "0").flag("shadows", "0").flag("affectDiffuse", "0");
+    e.flag("affectSpecular", "0").transform("transform", kPlaceText);
+    expectSameLines(convert(omniRecord(4), 2), e.lines());
+}
+
+TEST(LightXml, OldOmniRecordConvertsWithDefaults) {
+    ExpectedAsset e("/LightOmni", "LightOmni");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0", "0", "0");
+    e.real("cutoffThreshold", "0.005").real("shadowBias", "0.125").real("decay", "2");
+    e.real("intensity", "42").real("shadowRadius", "0");
+    e.integer("causticSubdivs", "0").integer("photonSubdivs", "111");
+    e.integer("causticSubdivs", "222").integer("shadowSubdivs", "8");
+    e.flag("enabled", "0").flag("shadows", "1").flag("affectDiffuse", "1");
+    e.flag("affectSpecular", "1");
+    e.transform("transform", {"1", "0", "0", "0", "1", "0", "0", "0", "1", "0", "0", "0"});
+    expectSameLines(convert(omniRecord(1), 2), e.lines());
+}
+
+TEST(LightXml, SpotLightEndsWithTheLabelledLegacyFlag) {
+    ExpectedAsset e("/LightSpot", "LightSpot");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("cutoffThreshold", "0.25").real("barnDoorLeft", "11").real("barnDoorRight", "12");
+    e.real("barnDoorTop", "13").real("barnDoorBottom", "14").real("shadowBias", "0.125");
+    e.real("decay", "2").real("intensity", "42").real("shadowRadius", "1.5");
+    e.real("coneAngle", "0.75").real("penumbraAngle", "0.2");
+    e.integer("units", "2").integer("photonSubdivs", "111").integer("causticSubdivs", "222");
+    e.integer("shadowSubdivs", "33").flag("enabled", "0").flag("barnDoor", "1");
+    e.flag("shadows", "0").flag("affectDiffuse", "0").flag("affectSpecular", "0");
+    e.transform("transform", kPlaceText);
+    e.inlineValue("bool", "legacyMode", "1", "Legacy Mode", true);
+    expectSameLines(convert(spotRecord(4), 4), e.lines());
+}
+
+TEST(LightXml, RectangleLightParameterOrder) {
+    ExpectedAsset e("/LightRectangle", "LightRectangle");
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.real("cutoffThreshold", "0.25").real("shadowBias", "0.125").real("intensity", "42");
+    e.real("u_size", "2.5").real("v_size", "3.5").integer("units", "2");
+    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222").integer("subdivs", "44");
+    e.flag("enabled", "0").flag("doubleSided", "1").flag("invisible", "1");
+    e.flag("lightPortal", "1").flag("noDecay", "1").flag("storeWithIrradianceMap", "1");
+    e.flag("ignoreLightNormals", "0").flag("shadows", "0").flag("affectDiffuse", "0");
+    e.flag("affectSpecular", "0").flag("affectReflections", "0");
+    e.transform("transform", kPlaceText);
+    expectSameLines(convert(rectangleRecord(4), 3), e.lines());
+}
+
+TEST(LightXml, IESLightEscapesItsFilePath) {
+    ExpectedAsset e("/LightIES", "LightIES");
+    e.transform("transform", kPlaceText);
+    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
+    e.color("filter_color", "0.7", "0.8", "0.9");
+    e.real("shadowBias", "0.125").real("cutoffThreshold", "0.25").real("intensity", "7");
+    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222");
+    e.integer("shadow_subdivs", "33").flag("enabled", "0").flag("shadows", "0");
+    e.flag("soft_shadows", "1").flag("affectDiffuse", "0").flag("affectSpecular", "0");
+    e.inlineValue("string", "ies_file", "C:\\ies\\caf\xC3\xA9 &amp; bar.ies", "", false,
+                  "FileBrowserHandler");
+    expectSameLines(convert(iesRecord(3), 6), e.lines());
+}
+
+TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
+    ExpectedAsset e("/SunLight", "SunLight");
+    e.vector("up_vector", "0.1", "0.2", "0.9").real("shadowBias", "0.125");
+    e.real("turbidity", "4").real("water_vapour", "2.5").real("intensity_multiplier", "1.25");
+    e.real("size_multiplier", "2").real("photon_radius", "60");
+    e.real("photon_emit_distance", "170").real("ozone", "0.5");
+    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222");
+    e.integer("shadow_subdivs", "33").flag("enabled", "0").flag("shadows", "0");
+    e.flag("invisible", "1").transform("transform", kPlaceText);
+    expectSameLines(convert(sunRecord(4), 5), e.lines());
+    // A version 1 sun keeps its head transform as the value at time 0.0.
+    std::string old = convert(sunRecord(1), 5);
+    EXPECT_NE(old.find("<z>12</z>\n              </vector>\n            </value>"), std::string::npos);
+}
+
+TEST(LightXml, SphereAndDomeLightsWriteNothing) {
+    EXPECT_EQ(convert(sphereRecord(2), 7), "");
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    DomeLight dome;
+    EXPECT_EQ(xmlOf(dome, writer, L"/anything"), "");
+    SphereLight sphere;
+    EXPECT_EQ(xmlOf(sphere, writer, L"/anything"), "");
+    EXPECT_EQ(writer.depth(), 0);
+}
+
+TEST(LightXml, ConvertRefusesTypesWithoutClassAndBadRecords) {
+    for (int type : {1, 8, -1}) {
+        QuickArchive archive = omniRecord(4).archive();
+        EXPECT_FALSE(convertLight(archive, type)) << type;
+    }
+    QuickArchive tooNew = omniRecord(5).archive();
+    EXPECT_FALSE(convertLight(tooNew, 2));
+}
+
+TEST(LightXml, ASunIsWrittenOncePerWriterForTheModellingHost) {
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    SunLight first, again, second;
+    first.sunId = again.sunId = L"{AAAA}";
+    second.sunId = L"{BBBB}";
+    std::vector<std::string> firstLines = splitLines(xmlOf(first, writer, L"/ignored"));
+    ASSERT_FALSE(firstLines.empty());
+    EXPECT_EQ(firstLines[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/SunLight\" >");
+    EXPECT_EQ(xmlOf(again, writer, L"/other"), "");
+    std::vector<std::string> secondLines = splitLines(xmlOf(second, writer));
+    ASSERT_FALSE(secondLines.empty());
+    EXPECT_EQ(secondLines[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/SunLight1\" >");
+    EXPECT_EQ(secondLines.size(), firstLines.size());
+    EXPECT_EQ(writer.sunUrls.size(), 2u);
+    EXPECT_EQ(writer.sunUrls[L"{AAAA}"], L"/SunLight");
+    EXPECT_EQ(writer.sunUrls[L"{BBBB}"], L"/SunLight1");
+}
+
+TEST(LightXml, OtherHostsNameSunsByTheirIdentity) {
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.targetHost = 1;
+    SunLight given, byDefault, byId;
+    given.sunId = L"{AAAA}";
+    byDefault.sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";
+    byId.sunId = L"{CCCC}";
+    EXPECT_EQ(splitLines(xmlOf(given, writer, L"/Given Sun"))[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/Given Sun\" >");
+    EXPECT_EQ(xmlOf(byDefault, writer), "");
+    EXPECT_EQ(writer.sunUrls.count(byDefault.sunId), 0u);
+    EXPECT_EQ(splitLines(xmlOf(byId, writer))[0],
+              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/{CCCC}\" >");
+    EXPECT_EQ(writer.sunUrls[L"{CCCC}"], L"/{CCCC}");
+}
