@@ -1,4 +1,5 @@
 #include "textures/procedural.h"
+#include "textures/sky.h"
 #include "textures/texture.h"
 
 namespace CorvaneCore {
@@ -35,6 +36,8 @@ std::shared_ptr<BaseTexture> createTexture(int id) {
             return std::make_shared<BlendTexture>();
         case 11:
             return std::make_shared<RampTexture>();
+        case 12:
+            return std::make_shared<SkyTexture>();
         default:
             return nullptr;
     }

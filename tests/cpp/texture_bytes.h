@@ -26,6 +26,11 @@ public:
         std::memcpy(&bits, &v, sizeof bits);
         return u32(bits);
     }
+    Bytes& f64(double v) {
+        uint64_t bits = 0;
+        std::memcpy(&bits, &v, sizeof bits);
+        return u32(uint32_t(bits)).u32(uint32_t(bits >> 32));
+    }
     Bytes& floats(std::initializer_list<float> values) {
         for (float v : values) f32(v);
         return *this;
@@ -63,6 +68,11 @@ public:
 
     std::vector<uint8_t> data;
 };
+
+// ASCII text as a wide string.
+inline std::wstring wide(const std::string& ascii) {
+    return std::wstring(ascii.begin(), ascii.end());
+}
 
 // The bytes an archive holds between its start and its write position.
 inline std::vector<uint8_t> writtenBytes(CorvaneCore::QuickArchive& archive) {

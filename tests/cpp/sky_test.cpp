@@ -1,0 +1,242 @@
+#include "textures/sky.h"
+
+#include <gtest/gtest.h>
+
+#include "lights/sun_light.h"
+#include "texture_bytes.h"
+#include "xml/asset_xml_writer.h"
+
+using namespace CorvaneCore;
+using texture_test::Bytes;
+using texture_test::Xml;
+
+namespace {
+
+const char kOtherSunId[] = "{0F0E0D0C-1111-2222-3333-444455556666}";
+
+// A version 4 sun record: the fields of the sun's table, then a one-key transform curve.
+Bytes sunRecord(const std::string& id, float turbidity) {
+    Bytes b;
+    b.version(4).floats({0, 0, 1}).f32(0).f32(turbidity).floats({2, 1, 1, 50, 150, 0.35f});
+    b.ints({500, 1000, 8}).flag(true).text(id).text("Sun").flag(true).flag(false);
+    b.version(1).u32(1).u32(8).f64(0.0).identityTransform();
+    return b;
+}
+
+// Items 3 to 17 of the sky's table.
+Bytes skyFields(float turbidity, const std::string& skyId) {
+    Bytes b;
+    b.floats({0, 1, 0}).f32(0.5f).f32(turbidity).floats({2, 1, 1, 50, 150, 0.35f});
+    b.ints({400, 900, 4}).flag(false).flag(true).text(skyId);
+    return b;
+}
+
+// Restores the shared default sun after a test that reads into it.
+class DefaultSunGuard {
+public:
+    DefaultSunGuard() : saved_(*defaultSunLight()) {}
+    ~DefaultSunGuard() { *defaultSunLight() = saved_; }
+
+private:
+    SunLight saved_;
+};
+
+std::shared_ptr<SkyTexture> readSky(const Bytes& record) {
+    auto sky = std::dynamic_pointer_cast<SkyTexture>(createTexture(12));
+    auto archive = record.archive();
+    if (!sky || !sky->deserialize(archive)) return nullptr;
+    EXPECT_EQ(archive.readPos(), record.size());
+    return sky;
+}
+
+}  // namespace
+
+TEST(SkyTexture, VersionOneWithoutSunKeepsTheDefaultSun) {
+    Bytes record;
+    record.version(1).flag(false);
+    auto sky = readSky(record);
+    ASSERT_TRUE(sky);
+    EXPECT_EQ(sky->sun, defaultSunLight());
+    EXPECT_TRUE(sky->hasSun());
+    EXPECT_TRUE(sky->usesDefaultSun());
+    EXPECT_EQ(sky->turbidity, 3.0f);
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.openAssets();
+    sky->writeXML(writer, L"/Env");
+    EXPECT_EQ(writer.sunUrls.at(defaultSunLight()->sunId), L"/SunLight");
+    Xml skyAsset;
+    skyAsset.assetOpen(L"/Env/TexSky", L"texture", L"TexSky")
+        .inlineParam(L"plugin", L"sun", L"/SunLight")
+        .assetClose();
+    EXPECT_NE(text.find(skyAsset.out), std::wstring::npos);
+}
+
+TEST(SkyTexture, VersionOneReadsItsOwnSun) {
+    Bytes record;
+    record.version(1).flag(true).append(sunRecord(kOtherSunId, 5));
+    auto sky = readSky(record);
+    ASSERT_TRUE(sky);
+    auto sun = std::dynamic_pointer_cast<SunLight>(sky->sun);
+    ASSERT_TRUE(sun);
+    EXPECT_NE(sun, defaultSunLight());
+    EXPECT_EQ(sun->turbidity, 5.0f);
+    EXPECT_TRUE(sky->hasSun());
+    EXPECT_FALSE(sky->usesDefaultSun());
+}
+
+TEST(SkyTexture, VersionTwoTakesAPlainTransformAheadOfItsFields) {
+    Bytes record;
+    record.version(2).flag(false).floats({2, 0, 0, 0, 2, 0, 0, 0, 2, 1, 2, 3});
+    record.append(skyFields(4.5f, "sky-1"));
+    auto sky = readSky(record);
+    ASSERT_TRUE(sky);
+    EXPECT_EQ(sky->transform.keyCount(), 1);
+    const Transform placement = sky->transform.getValue(0.0);
+    EXPECT_EQ(placement.offset, Vector(1, 2, 3));
+    EXPECT_EQ(placement.m.v[1], Vector(0, 2, 0));
+    EXPECT_EQ(sky->up_vector, Vector(0, 1, 0));
+    EXPECT_EQ(sky->shadowBias, 0.5f);
+    EXPECT_EQ(sky->turbidity, 4.5f);
+    EXPECT_EQ(sky->photonSubdivs, 400);
+    EXPECT_EQ(sky->shadow_subdivs, 4);
+    EXPECT_FALSE(sky->shadows);
+    EXPECT_TRUE(sky->enabled);
+    EXPECT_EQ(sky->skyId, L"sky-1");
+}
+
+TEST(SkyTexture, VersionThreeReplacesTheSharedDefaultSun) {
+    DefaultSunGuard guard;
+    auto bystander = std::make_shared<SkyTexture>();  // holds the default sun already
+
+    Bytes record;
+    record.version(3).flag(true).append(sunRecord(kOtherSunId, 6));
+    record.append(skyFields(3, "sky-2"));
+    record.version(1).u32(1).u32(8).f64(0.0).floats({1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 7});
+    record.append(sunRecord("{d3be9766-e4aa-418b-81a9-23414a2ba98d}", 9)).flag(true);
+    auto sky = readSky(record);
+    ASSERT_TRUE(sky);
+    EXPECT_EQ(sky->sun, defaultSunLight());
+    EXPECT_TRUE(sky->usesDefaultSun());
+    EXPECT_EQ(sky->transform.getValue(0.0).offset, Vector(0, 0, 7));
+    EXPECT_EQ(defaultSunLight()->turbidity, 9.0f);
+    EXPECT_EQ(std::dynamic_pointer_cast<SunLight>(bystander->sun)->turbidity, 9.0f);
+
+    // With the last flag false the sky keeps the sun it read.
+    record.data.back() = 0;
+    sky = readSky(record);
+    ASSERT_TRUE(sky);
+    EXPECT_EQ(std::dynamic_pointer_cast<SunLight>(sky->sun)->sunId,
+              texture_test::wide(kOtherSunId));
+    EXPECT_FALSE(sky->usesDefaultSun());
+
+    // Written back, it is the same record.
+    QuickArchive out(1);
+    ASSERT_TRUE(sky->serialize(out));
+    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+}
+
+TEST(SkyTexture, RefusesUnknownWordsAndFailingSuns) {
+    for (uint32_t word : {0x40000u, 0x30001u, 0u}) {
+        Bytes bad;
+        bad.u32(word);
+        EXPECT_FALSE(readSky(bad)) << word;
+    }
+    Bytes badSun;
+    badSun.version(1).flag(true).version(5);
+    EXPECT_FALSE(readSky(badSun));
+}
+
+// The sun stands at the document's root, once; both skies refer to it.
+TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
+    auto sun = std::make_shared<SunLight>();
+    sun->sunId = texture_test::wide(kOtherSunId);
+    SkyTexture first, second;
+    first.sun = sun;
+    second.sun = sun;
+
+    Xml expected;
+    expected.assetOpen(L"/SunLight", L"light", L"SunLight")
+        .paramOpen(L"vector", L"up_vector")
+        .line(14, L"<value>")
+        .vector(16, L"0", L"0", L"1")
+        .line(14, L"</value>")
+        .paramClose()
+        .inlineParam(L"float", L"shadowBias", L"0")
+        .inlineParam(L"float", L"turbidity", L"3")
+        .inlineParam(L"float", L"water_vapour", L"2")
+        .inlineParam(L"float", L"intensity_multiplier", L"1")
+        .inlineParam(L"float", L"size_multiplier", L"1")
+        .inlineParam(L"float", L"photon_radius", L"50")
+        .inlineParam(L"float", L"photon_emit_distance", L"150")
+        .inlineParam(L"float", L"ozone", L"0.35")
+        .inlineParam(L"integer", L"photonSubdivs", L"500")
+        .inlineParam(L"integer", L"causticSubdivs", L"1000")
+        .inlineParam(L"integer", L"shadow_subdivs", L"8")
+        .inlineParam(L"bool", L"enabled", L"1")
+        .inlineParam(L"bool", L"shadows", L"1")
+        .inlineParam(L"bool", L"invisible", L"0")
+        .paramOpen(L"transform", L"transform")
+        .line(14, L"<value>")
+        .vector(16, L"1", L"0", L"0")
+        .vector(16, L"0", L"1", L"0")
+        .vector(16, L"0", L"0", L"1")
+        .vector(16, L"0", L"0", L"0")
+        .line(14, L"</value>")
+        .paramClose()
+        .assetClose();
+    expected.assetOpen(L"/A/TexSky", L"texture", L"TexSky")
+        .inlineParam(L"plugin", L"sun", L"/SunLight")
+        .assetClose();
+    expected.assetOpen(L"/B/TexSky", L"texture", L"TexSky")
+        .inlineParam(L"plugin", L"sun", L"/SunLight")
+        .assetClose();
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.openAssets();
+    first.writeXML(writer, L"/A");
+    second.writeXML(writer, L"/B");
+    writer.closeAssets();
+    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+}
+
+TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
+    auto defaultIdSun = std::make_shared<SunLight>();
+    defaultIdSun->sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";  // case does not matter
+    auto otherSun = std::make_shared<SunLight>();
+    otherSun->sunId = texture_test::wide(kOtherSunId);
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.targetHost = 1;
+    SkyTexture documentSky, ownSky;
+    documentSky.sun = defaultIdSun;
+    ownSky.sun = otherSun;
+    documentSky.writeXML(writer, L"");
+    ownSky.writeXML(writer, L"");
+    EXPECT_EQ(text.find(L"type=\"light\""), std::wstring::npos);  // no sun asset written
+    EXPECT_NE(text.find(L"<value>/Rhino Document Sun</value>"), std::wstring::npos);
+    EXPECT_NE(text.find(L"<value>/" + otherSun->sunId + L"</value>"), std::wstring::npos);
+
+    // A sun the writer already knows is referred to by its recorded URL.
+    writer.sunUrls[otherSun->sunId] = L"/Suns/Noon";
+    ownSky.writeXML(writer, L"");
+    EXPECT_NE(text.find(L"<value>/Suns/Noon</value>"), std::wstring::npos);
+}
+
+TEST(SkyTexture, FreshSkiesDifferAndClonesShareNoSun) {
+    SkyTexture a;
+    auto b = std::make_shared<SkyTexture>();
+    EXPECT_NE(a.skyId, b->skyId);
+    EXPECT_FALSE(a.isEqual(b));
+
+    auto copy = std::dynamic_pointer_cast<SkyTexture>(b->clone());
+    ASSERT_TRUE(copy);
+    EXPECT_TRUE(copy->isEqual(b));
+    EXPECT_NE(copy->sun, b->sun);
+    EXPECT_TRUE(copy->usesDefaultSun());  // same identity, own object
+    std::dynamic_pointer_cast<SunLight>(copy->sun)->ozone = 0.5f;
+    EXPECT_FALSE(copy->isEqual(b));
+}
