@@ -180,32 +180,6 @@ TEST(GenChannelUVW, RefusesUnknownWords) {
     EXPECT_FALSE(GenChannelUVW().deserialize(archive));
 }
 
-// The example asset of the writer's description, with the defaults of every field.
-TEST(GenChannelUVW, WritesDefaultsAsAsset) {
-    Xml expected;
-    expected.assetOpen(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"UVWGenChannel")
-        .scalars(L"componentTransform", L"uvw_transform", texture_test::defaultComponentLines())
-        .paramOpen(L"transform", L"tex_transform")
-        .line(14, L"<value>")
-        .vector(16, L"1", L"0", L"0")
-        .vector(16, L"0", L"1", L"0")
-        .vector(16, L"0", L"0", L"1")
-        .vector(16, L"0", L"0", L"0")
-        .line(14, L"</value>")
-        .paramClose()
-        .inlineParam(L"integer", L"wrap_u", L"0")
-        .inlineParam(L"integer", L"wrap_v", L"0")
-        .inlineParam(L"integer", L"uvw_channel", L"1")
-        .assetClose();
-
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    GenChannelUVW().writeXML(writer, L"/Wood/TexBitmap/uvwgen");
-    writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
-}
-
 TEST(GenEnvironmentUVW, ReadsVersionOneZBeforeX) {
     Bytes record;
     record.version(1)
