@@ -12,6 +12,9 @@
 
 #include "archive/quick_archive.h"
 #include "convert/conversions.h"
+#include "options/all_options.h"
+#include "options/options_file.h"
+#include "xml/text.h"
 #include "record_input.h"
 
 using quillon_cli::InputForm;
@@ -45,6 +48,7 @@ const Command kCommands[] = {
      true, true},
     {"options", "options                  print the default render options document", false,
      false},
+    {"coropt", "coropt FILE              convert a .coropt render options file", false, true},
 };
 
 void printUsage(std::ostream& out) {
@@ -189,6 +193,20 @@ int runRecordCommand(const Options& opts) {
     return emit(opts, *xml);
 }
 
+int runCoroptCommand(const Options& opts) {
+    if (!std::ifstream(opts.file, std::ios::binary)) {
+        std::cerr << "quillonbin2xml: " << opts.file << ": cannot read the file\n";
+        return kExitUsage;
+    }
+    CorvaneCore::AllOptions options;
+    CorvaneCore::CorOptFile file;
+    if (!file.read(options, CorvaneCore::utf8ToWide(opts.file))) {
+        std::cerr << "quillonbin2xml: " << opts.file << ": the options file was refused\n";
+        return kExitRefused;
+    }
+    return emit(opts, CorvaneCore::optionsDocument(options));
+}
+
 int run(int argc, char** argv) {
     Options opts;
     if (auto stop = parseArguments(argc, argv, opts)) return *stop;
@@ -212,6 +230,7 @@ int run(int argc, char** argv) {
         return usageError(opts.command + " takes no FILE");
     }
     if (opts.command == "options") return emit(opts, CorvaneCore::optionsDocument());
+    if (opts.command == "coropt") return runCoroptCommand(opts);
     return runRecordCommand(opts);
 }
 
