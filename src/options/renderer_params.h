@@ -175,7 +175,8 @@ struct DMCSamplerParams {
     float adaptive_threshold = 0.005f;
     int32_t adaptive_min_samples = 8;
     float subdivs_mult = 1.0f;
-    int32_t path_sampler_type = 0;
+    // The only path sampler the plug-in ever hands to the renderer.
+    int32_t path_sampler_type = 2;
 };
 
 struct ColorMappingParams {
