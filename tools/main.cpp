@@ -14,8 +14,8 @@
 #include "convert/conversions.h"
 #include "options/all_options.h"
 #include "options/options_file.h"
-#include "record_input.h"
 #include "xml/text.h"
+#include "record_input.h"
 
 using quillon_cli::InputForm;
 
@@ -44,9 +44,10 @@ struct Command {
 
 const Command kCommands[] = {
     {"light", "light --type N FILE      convert a stored light record (type 0 to 7)", true, true},
-    {"material", "material --type N FILE   convert a stored material record (type 0 to 14)", true,
-     true},
-    {"options", "options                  print the default render options document", false, false},
+    {"material", "material --type N FILE   convert a stored material record (type 0 to 14)",
+     true, true},
+    {"options", "options                  print the default render options document", false,
+     false},
     {"coropt", "coropt FILE              convert a .coropt render options file", false, true},
 };
 
@@ -115,7 +116,7 @@ std::optional<int> parseArguments(int argc, char** argv, Options& opts) {
             auto v = value("-o");
             if (!v || v->empty()) return usageError("-o needs a file name");
             opts.output = *v;
-        } else if (a.size() > 1 && a[0] == '-') {
+        } else if (a.size() > 1 && a[0] == '-' ) {
             return usageError("unknown option " + a);
         } else if (opts.command.empty()) {
             opts.command = a;

@@ -44,9 +44,7 @@ std::string optionsDocument(AllOptions& options) {
     return wideToUtf8(text);
 }
 
-std::string optionsDocument() {
-    return optionsDocument(sceneOptions());
-}
+std::string optionsDocument() { return optionsDocument(sceneOptions()); }
 
 bool readSceneRecord(QuickArchive&) {
     // The stored scene record has no reader yet: every record is refused.

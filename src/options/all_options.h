@@ -112,7 +112,7 @@ constexpr int32_t kChannelRgbColor = 126;
 constexpr int32_t kChannelAlpha = 125;
 
 class AllOptions : public CorvaneOptionsBase {
-  public:
+public:
     static constexpr uint32_t kMajor = 0x17;
     static constexpr uint32_t kMinor = 1;
 

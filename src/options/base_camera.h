@@ -9,7 +9,7 @@
 namespace CorvaneCore {
 
 class BaseCamera : public CorvaneSerializable, public CorvaneXMLSerializable {
-  public:
+public:
     virtual int getType() = 0;
     virtual std::shared_ptr<BaseCamera> clone() = 0;
     virtual void setDefaults() = 0;

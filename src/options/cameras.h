@@ -14,7 +14,7 @@
 namespace CorvaneCore {
 
 class PhysicalCamera : public BaseCamera {
-  public:
+public:
     static constexpr uint32_t kMajor = 2;
     static constexpr int kType = 0;
 
@@ -62,7 +62,7 @@ class PhysicalCamera : public BaseCamera {
 
 // A flag keyed by time; the value of the last key at or before a time holds.
 class AnimatedFlag : public CorvaneSerializable {
-  public:
+public:
     AnimatedFlag() { reset(); }
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
@@ -72,12 +72,12 @@ class AnimatedFlag : public CorvaneSerializable {
     // One key: false at time 0.0.
     void reset();
 
-  private:
+private:
     std::map<double, bool> keys_;
 };
 
 class RenderView : public CorvaneSerializable, public CorvaneXMLSerializable {
-  public:
+public:
     static constexpr uint32_t kMajor = 3;
 
     RenderView() { setDefaults(); }
@@ -99,7 +99,7 @@ class RenderView : public CorvaneSerializable, public CorvaneXMLSerializable {
     AnimatedFlag flagD;
     AnimatedTransform transform;
 
-  private:
+private:
     bool readVersion1(QuickArchive& archive);
     bool readVersion2(QuickArchive& archive);
     bool readVersion3(QuickArchive& archive);

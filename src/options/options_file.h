@@ -8,7 +8,7 @@ namespace CorvaneCore {
 class AllOptions;
 
 class CorOptFile {
-  public:
+public:
     virtual ~CorOptFile() = default;
     // Paths are wide; they are opened through their UTF-8 form.
     virtual bool write(AllOptions& options, const std::wstring& path);

@@ -86,13 +86,13 @@ namespace CorvaneCore {
 
 // Option groups have no type id, no clone and no comparison: they live by value in AllOptions.
 class CorvaneOptionsBase : public CorvaneSerializable, public CorvaneXMLSerializable {
-  public:
+public:
     virtual void setDefaults() = 0;
     std::wstring pluginKind() override { return L"settings"; }
 };
 
 class CorvaneParams : public CorvaneOptionsBase, public OmbraUtils::OmbraParams {
-  public:
+public:
     static constexpr uint32_t kMajor = 5;
 
     CorvaneParams() { setDefaults(); }
@@ -104,7 +104,7 @@ class CorvaneParams : public CorvaneOptionsBase, public OmbraUtils::OmbraParams 
 };
 
 class CorvaneFrameData : public CorvaneOptionsBase, public OmbraUtils::OmbraFrameData {
-  public:
+public:
     static constexpr uint32_t kMajor = 1;
 
     bool serialize(QuickArchive& archive) override;
@@ -116,12 +116,14 @@ class CorvaneFrameData : public CorvaneOptionsBase, public OmbraUtils::OmbraFram
 };
 
 class CorvaneOFBStampInfo : public CorvaneOptionsBase, public OmbraUtils::OmbraOFBStampInfo {
-  public:
+public:
     static constexpr uint32_t kMajor = 2;
 
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
-    void setDefaults() override { static_cast<OmbraOFBStampInfo&>(*this) = OmbraOFBStampInfo(); }
+    void setDefaults() override {
+        static_cast<OmbraOFBStampInfo&>(*this) = OmbraOFBStampInfo();
+    }
     int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
     std::wstring pluginType() override { return L"OFBStampInfo"; }
 };

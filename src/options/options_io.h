@@ -10,7 +10,7 @@
 namespace CorvaneCore {
 
 class RowReader {
-  public:
+public:
     static constexpr bool kReading = true;
     RowReader(QuickArchive& archive, uint32_t major) : archive_(archive), major_(major) {}
     bool has(uint32_t since) const { return major_ >= since; }
@@ -21,13 +21,13 @@ class RowReader {
         archive_.read(value);
     }
 
-  private:
+private:
     QuickArchive& archive_;
     uint32_t major_;
 };
 
 class RowWriter {
-  public:
+public:
     static constexpr bool kReading = false;
     explicit RowWriter(QuickArchive& archive) : archive_(archive) {}
     bool has(uint32_t) const { return true; }
@@ -37,7 +37,7 @@ class RowWriter {
         archive_.write(value);
     }
 
-  private:
+private:
     QuickArchive& archive_;
 };
 

@@ -1,9 +1,8 @@
-#include "options/cameras.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "options/cameras.h"
 #include "options_stream_builder.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
@@ -29,9 +28,7 @@ void appendTransformCurve(StreamBuilder& b, float offsetX) {
     appendTransform(b, offsetX);
 }
 
-void appendRects(StreamBuilder& b) {
-    b.i32(1).i32(2).i32(11).i32(22).i32(3).i32(4).i32(5).i32(6);
-}
+void appendRects(StreamBuilder& b) { b.i32(1).i32(2).i32(11).i32(22).i32(3).i32(4).i32(5).i32(6); }
 
 }  // namespace
 

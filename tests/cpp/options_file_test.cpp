@@ -1,6 +1,5 @@
-#include "options/options_file.h"
-
 #include <gtest/gtest.h>
+
 #include <unistd.h>
 
 #include <cstdio>
@@ -9,6 +8,7 @@
 
 #include "convert/conversions.h"
 #include "options/all_options.h"
+#include "options/options_file.h"
 #include "xml/text.h"
 
 using namespace CorvaneCore;
