@@ -93,8 +93,12 @@ bool transferLeadingRows(Io& io, AllOptions& o) {
 template <class Io>
 bool transferTrailingRows(Io& io, AllOptions& o) {
     if (io.has(1)) io(o.options.mtl_override_color), io(o.options.batch_render);
-    if (io.has(7)) io(o.colorMapping.gamma_correct_rgb), io(o.colorMapping.gamma_correct_ldr_textures);
-    if (io.has(8)) io(o.output.do_animation), io(o.output.frame_rate), io(o.output.frames_per_second);
+    if (io.has(7)) {
+        io(o.colorMapping.gamma_correct_rgb), io(o.colorMapping.gamma_correct_ldr_textures);
+    }
+    if (io.has(8)) {
+        io(o.output.do_animation), io(o.output.frame_rate), io(o.output.frames_per_second);
+    }
     if (io.has(9)) {
         EnvironmentSettings& env = o.environment;
         io(env.reflect_color), io(env.refract_color), io(env.reflectColorMult);
