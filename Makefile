@@ -36,3 +36,7 @@ format:
 
 clean:
 	@rm -rf build build-asan build-bench build-fuzz
+
+# Runs every fuzz target for FUZZ_SECONDS (default 60) and fails on any finding.
+fuzz:
+	@./scripts/fuzz

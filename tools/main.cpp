@@ -12,6 +12,9 @@
 
 #include "archive/quick_archive.h"
 #include "convert/conversions.h"
+#include "options/all_options.h"
+#include "options/options_file.h"
+#include "xml/text.h"
 #include "record_input.h"
 
 using quillon_cli::InputForm;
@@ -48,6 +51,7 @@ const Command kCommands[] = {
      false},
     {"inspect", "inspect --type KIND:N FILE  print the objects a record holds (KIND light or material)",
      true, true},
+    {"coropt", "coropt FILE              convert a .coropt render options file", false, true},
 };
 
 void printUsage(std::ostream& out) {
@@ -216,6 +220,20 @@ int runRecordCommand(const Options& opts) {
     return emit(opts, *xml);
 }
 
+int runCoroptCommand(const Options& opts) {
+    if (!std::ifstream(opts.file, std::ios::binary)) {
+        std::cerr << "quillonbin2xml: " << opts.file << ": cannot read the file\n";
+        return kExitUsage;
+    }
+    CorvaneCore::AllOptions options;
+    CorvaneCore::CorOptFile file;
+    if (!file.read(options, CorvaneCore::utf8ToWide(opts.file))) {
+        std::cerr << "quillonbin2xml: " << opts.file << ": the options file was refused\n";
+        return kExitRefused;
+    }
+    return emit(opts, CorvaneCore::optionsDocument(options));
+}
+
 int run(int argc, char** argv) {
     Options opts;
     if (auto stop = parseArguments(argc, argv, opts)) return *stop;
@@ -242,6 +260,7 @@ int run(int argc, char** argv) {
         return usageError("inspect needs --type light:N or --type material:N");
     }
     if (opts.command == "options") return emit(opts, CorvaneCore::optionsDocument());
+    if (opts.command == "coropt") return runCoroptCommand(opts);
     return runRecordCommand(opts);
 }
 

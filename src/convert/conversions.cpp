@@ -3,6 +3,7 @@
 #include "archive/read_helpers.h"
 #include "lights/base_light.h"
 #include "materials/base_material.h"
+#include "options/all_options.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -58,14 +59,17 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
     return std::nullopt;
 }
 
-std::string optionsDocument() {
+std::string optionsDocument(AllOptions& options) {
     std::wstring text;
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     writer.openAssets();
+    options.writeXML(writer, std::wstring());
     writer.closeAssets();
     return wideToUtf8(text);
 }
+
+std::string optionsDocument() { return optionsDocument(sceneOptions()); }
 
 bool readSceneRecord(QuickArchive&) {
     // The stored scene record has no reader yet: every record is refused.

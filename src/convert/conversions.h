@@ -25,8 +25,12 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type,
 std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
                                            ReadTrace* trace = nullptr);
 
+class AllOptions;
+
 // The options held by the stored scene record (or the defaults) as one "Assets" document.
 std::string optionsDocument();
+// The same document for any options record, such as one read from a .coropt file.
+std::string optionsDocument(AllOptions& options);
 
 // Reads a model's stored scene record into the process-wide scene state.
 bool readSceneRecord(QuickArchive& archive);

@@ -1,0 +1,108 @@
+// The camera records: the physical camera inside the render options, and the scene view record
+// that only the archive knows.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "archive/value_types.h"
+#include "options/base_camera.h"
+#include "params/animated.h"
+
+namespace CorvaneCore {
+
+class PhysicalCamera : public BaseCamera {
+public:
+    static constexpr uint32_t kMajor = 2;
+    static constexpr int kType = 0;
+
+    PhysicalCamera() { setDefaults(); }
+
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    int getType() override { return kType; }
+    std::shared_ptr<BaseCamera> clone() override;
+    void setDefaults() override;
+    // The options document writes the camera's block from AllOptions.
+    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
+    std::wstring pluginType() override { return L"CameraPhysical"; }
+
+    // Values are set by setDefaults, which the constructor runs.
+    int32_t type;
+    float film_width;
+    AnimatedReal focal_length{true};
+    float zoom_factor;
+    float distortion;
+    float f_number;
+    float lens_shift;
+    float shutter_speed;
+    float shutter_angle;
+    float shutter_offset;
+    float latency;
+    float ISO;
+    int32_t specify_focus;
+    AnimatedReal focus_distance{true};
+    int32_t targeted;
+    float target_distance;
+    float dof_display_threshold;
+    int32_t exposure;
+    Color white_balance;
+    int32_t vignetting;
+    int32_t blades_enable;
+    int32_t blades_num;
+    float blades_rotation;
+    float center_bias;
+    float anisotropy;
+    int32_t use_dof;
+    int32_t use_moblur;
+    int32_t subdivs;
+};
+
+// A flag keyed by time; the value of the last key at or before a time holds.
+class AnimatedFlag : public CorvaneSerializable {
+public:
+    AnimatedFlag() { reset(); }
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    bool getValue(double time) const;
+    void setValue(bool value, double time);
+    int keyCount() const { return static_cast<int>(keys_.size()); }
+    // One key: false at time 0.0.
+    void reset();
+
+private:
+    std::map<double, bool> keys_;
+};
+
+class RenderView : public CorvaneSerializable, public CorvaneXMLSerializable {
+public:
+    static constexpr uint32_t kMajor = 3;
+
+    RenderView() { setDefaults(); }
+
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    void setDefaults();
+    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
+    std::wstring pluginType() override { return L"RenderView"; }
+    std::wstring pluginKind() override { return L"settings"; }
+
+    IntRect renderRegion;
+    IntRect cropRegion;
+    int32_t img_width = 0;
+    int32_t img_height = 0;
+    AnimatedReal fov{true};
+    AnimatedReal realB{true};
+    AnimatedReal realC{true};
+    AnimatedFlag flagD;
+    AnimatedTransform transform;
+
+private:
+    bool readVersion1(QuickArchive& archive);
+    bool readVersion2(QuickArchive& archive);
+    bool readVersion3(QuickArchive& archive);
+};
+
+}  // namespace CorvaneCore

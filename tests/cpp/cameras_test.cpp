@@ -1,0 +1,175 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "options/cameras.h"
+#include "options_stream_builder.h"
+#include "xml/asset_xml_writer.h"
+#include "xml/text.h"
+
+using namespace CorvaneCore;
+using options_test::appendCameraV1;
+using options_test::StreamBuilder;
+
+namespace {
+
+void appendRealCurve(StreamBuilder& b, float atZero, float atOne) {
+    b.u32(0x10000).u32(2).u32(8).boolean(true);
+    b.f64(0.0).f32(atZero).f64(1.0).f32(atOne);
+}
+
+void appendTransform(StreamBuilder& b, float offsetX) {
+    b.f32(2).f32(0).f32(0).f32(0).f32(2).f32(0).f32(0).f32(0).f32(2);
+    b.f32(offsetX).f32(0).f32(0);
+}
+
+void appendTransformCurve(StreamBuilder& b, float offsetX) {
+    b.u32(0x10000).u32(1).u32(8).f64(0.0);
+    appendTransform(b, offsetX);
+}
+
+void appendRects(StreamBuilder& b) { b.i32(1).i32(2).i32(11).i32(22).i32(3).i32(4).i32(5).i32(6); }
+
+}  // namespace
+
+TEST(PhysicalCamera, VersionOneStoresTheAnimatedValuesAsFloats) {
+    StreamBuilder b;
+    appendCameraV1(b, 55.0f, 321.0f);
+    QuickArchive archive = b.archive();
+    PhysicalCamera camera;
+    ASSERT_TRUE(camera.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), b.size());
+    EXPECT_FLOAT_EQ(camera.film_width, 35.0f);
+    EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.0), 55.0f);
+    EXPECT_FLOAT_EQ(camera.ISO, 400.0f);
+    EXPECT_FLOAT_EQ(camera.focus_distance.getValue(0.0), 321.0f);
+    EXPECT_EQ(camera.targeted, 1);  // the row right after the second float
+    EXPECT_FLOAT_EQ(camera.target_distance, 150.0f);
+    EXPECT_EQ(camera.white_balance, Color(0.9f, 0.8f, 0.7f));
+    EXPECT_EQ(camera.blades_num, 7);
+    EXPECT_EQ(camera.subdivs, 9);
+}
+
+TEST(PhysicalCamera, VersionTwoReadsTheCurvesAndRoundTrips) {
+    StreamBuilder b;
+    b.u32(0x20000).i32(0).f32(36.0f);
+    appendRealCurve(b, 30.0f, 60.0f);
+    b.f32(1).f32(0).f32(8).f32(0).f32(30).f32(180).f32(0).f32(0).f32(100).i32(1);
+    appendRealCurve(b, 500.0f, 700.0f);
+    b.i32(0).f32(200).f32(0).i32(1).color(1, 1, 1).i32(1).i32(0).i32(5).f32(0).f32(0).f32(0);
+    b.i32(0).i32(1).i32(4);
+    QuickArchive archive = b.archive();
+    PhysicalCamera camera;
+    ASSERT_TRUE(camera.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), b.size());
+    EXPECT_EQ(camera.focal_length.keyCount(), 2);
+    EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.5), 45.0f);
+    EXPECT_FLOAT_EQ(camera.ISO, 100.0f);
+    EXPECT_FLOAT_EQ(camera.focus_distance.getValue(1.0), 700.0f);
+    EXPECT_EQ(camera.use_moblur, 1);
+    EXPECT_EQ(camera.subdivs, 4);
+
+    QuickArchive out(1);
+    ASSERT_TRUE(camera.serialize(out));
+    EXPECT_EQ(out.writePos(), b.size());
+    for (size_t i = 0; i < b.size(); ++i) {
+        unsigned char byte = 0;
+        ASSERT_TRUE(out.peekByte(i, byte));
+        ASSERT_EQ(byte, static_cast<unsigned char>(b.bytes()[i])) << "at byte " << i;
+    }
+}
+
+TEST(PhysicalCamera, RefusesOtherWordsAndBrokenCurves) {
+    PhysicalCamera camera;
+    QuickArchive newer(1);
+    newer.write(uint32_t(0x30000));
+    EXPECT_FALSE(camera.deserialize(newer));
+    QuickArchive minor(1);
+    minor.write(uint32_t(0x20001));
+    EXPECT_FALSE(camera.deserialize(minor));
+    StreamBuilder b;
+    b.u32(0x20000).i32(0).f32(36.0f).u32(0x10000).u32(1).u32(4);  // key size 4
+    QuickArchive broken = b.archive();
+    EXPECT_FALSE(camera.deserialize(broken));
+}
+
+TEST(PhysicalCamera, DefaultsAndClone) {
+    PhysicalCamera camera;
+    camera.f_number = 2.8f;
+    std::shared_ptr<BaseCamera> copy = camera.clone();
+    camera.setDefaults();
+    EXPECT_FLOAT_EQ(camera.f_number, 8.0f);
+    EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.0), 40.0f);
+    EXPECT_FLOAT_EQ(camera.shutter_angle, 180.0f);
+    EXPECT_EQ(camera.getType(), 0);
+    EXPECT_FLOAT_EQ(std::static_pointer_cast<PhysicalCamera>(copy)->f_number, 2.8f);
+    EXPECT_EQ(camera.pluginType(), L"CameraPhysical");
+    EXPECT_EQ(camera.pluginKind(), L"settings");
+}
+
+TEST(RenderView, VersionOneLeadsWithATransformAndInvertsTheFlag) {
+    StreamBuilder b;
+    b.u32(0x10000);
+    appendTransform(b, 7.0f);
+    appendRects(b);
+    b.f32(0.5f).f32(2.0f).f32(3.0f).i32(640).i32(480).boolean(false);
+    QuickArchive archive = b.archive();
+    RenderView view;
+    ASSERT_TRUE(view.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), b.size());
+    EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 7.0f);
+    EXPECT_EQ(view.renderRegion.right, 11);
+    EXPECT_EQ(view.cropRegion.bottom, 6);
+    EXPECT_FLOAT_EQ(view.fov.getValue(0.0), 0.5f);
+    EXPECT_FLOAT_EQ(view.realC.getValue(0.0), 3.0f);
+    EXPECT_EQ(view.img_height, 480);
+    EXPECT_TRUE(view.flagD.getValue(0.0));
+}
+
+TEST(RenderView, VersionTwoEndsWithTheTransformCurve) {
+    StreamBuilder b;
+    b.u32(0x20000);
+    appendRects(b);
+    b.f32(0.5f).f32(2.0f).f32(3.0f).i32(640).i32(480).boolean(true);
+    appendTransformCurve(b, 9.0f);
+    QuickArchive archive = b.archive();
+    RenderView view;
+    ASSERT_TRUE(view.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), b.size());
+    EXPECT_FALSE(view.flagD.getValue(0.0));
+    EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 9.0f);
+    EXPECT_FLOAT_EQ(view.transform.getValue(0.0).m.v[1].y, 2.0f);
+}
+
+TEST(RenderView, VersionThreeRoundTripsAndWritesItsSize) {
+    RenderView view;
+    view.img_width = 1024;
+    view.img_height = 768;
+    view.realB.setValue(4.0f, 1.0);
+    view.flagD.setValue(true, 2.0);
+    QuickArchive archive(1);
+    ASSERT_TRUE(view.serialize(archive));
+    RenderView back;
+    ASSERT_TRUE(back.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), archive.writePos());
+    EXPECT_EQ(back.img_width, 1024);
+    EXPECT_FLOAT_EQ(back.realB.getValue(1.0), 4.0f);
+    EXPECT_FALSE(back.flagD.getValue(0.0));
+    EXPECT_TRUE(back.flagD.getValue(2.0));
+    EXPECT_EQ(back.renderRegion.left, -1);
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    back.writeXML(writer, L"/views");
+    const std::string xml = wideToUtf8(text);
+    EXPECT_EQ(xml.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
+                        "url=\"/views/RenderView\" >\n",
+                        0),
+              0u);
+    EXPECT_NE(xml.find("name=\"img_width\" handler=\"default\" listType=\"none\" "
+                       "label=\"img_width\">\n            <value>1024</value>"),
+              std::string::npos);
+    QuickArchive unknown(1);
+    unknown.write(uint32_t(0x40000));
+    EXPECT_FALSE(back.deserialize(unknown));
+}

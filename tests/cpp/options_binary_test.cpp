@@ -1,0 +1,344 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "options/all_options.h"
+#include "options_stream_builder.h"
+
+using namespace CorvaneCore;
+using options_test::appendCameraV1;
+using options_test::appendFrameData;
+using options_test::appendParams;
+using options_test::appendStamp;
+using options_test::rowFloat;
+using options_test::StreamBuilder;
+
+namespace {
+
+struct OptionsStream {
+    uint32_t major = 0x17;
+    std::vector<int32_t> channels{1, 2};
+    std::string firstPath = "p36";
+    bool bgTexturePresent = false;
+};
+
+// AllOptions rows in table order; numeric rows hold their row number as in the builder.
+StreamBuilder buildOptions(const OptionsStream& s) {
+    StreamBuilder b;
+    const auto has = [&](uint32_t since) { return s.major >= since; };
+    b.u32((s.major << 16) | 1);
+    appendParams(b, 5);
+    appendFrameData(b);
+    appendStamp(b, 2, "stamp");
+    if (has(5)) appendCameraV1(b, 50.0f, 300.0f);
+    b.boolean(s.bgTexturePresent);
+    if (s.bgTexturePresent) b.i32(9999);  // a type id no texture class has
+    b.boolean(false);
+    b.color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f);
+    b.rows("iiiiiiiiiii", 9);
+    if (has(2)) b.rows("i", 20);
+    if (has(3)) b.rows("i", 21);
+    if (has(5)) b.rows("i", 22);
+    if (has(6)) b.rows("i", 23);
+    b.rows("ffffffff", 24);
+    if (has(4)) b.rows("ffi", 32);
+    b.u32(static_cast<uint32_t>(s.channels.size()));
+    for (int32_t id : s.channels) b.i32(id);
+    b.text(s.firstPath);
+    b.rows("sssssssss", 37);
+    if (has(1)) b.color(0.7f, 0.7f, 0.7f).rows("i", 47);
+    if (has(7)) b.rows("ii", 48);
+    if (has(8)) b.rows("iif", 50);
+    if (has(9)) b.color(1, 0, 0).color(0, 1, 0).rows("ffffii", 55).boolean(false).boolean(false);
+    if (has(0x10)) b.rows("i", 63);
+    if (has(0x11)) b.rows("ff", 64);
+    if (has(0x12)) b.rows("f", 66);
+    if (has(0x13)) b.rows("i", 67);
+    if (has(0x14)) b.rows("iis", 68);
+    if (has(0x16)) b.rows("i", 71);
+    if (has(0x17)) b.rows("i", 72);
+    return b;
+}
+
+// Reads a built stream; also reports whether the read stopped exactly at its end.
+bool readOptions(const StreamBuilder& b, AllOptions& options, bool* consumedAll = nullptr) {
+    QuickArchive archive = b.archive();
+    const bool ok = options.deserialize(archive);
+    if (consumedAll) *consumedAll = archive.readPos() == b.size();
+    return ok;
+}
+
+OptionsStream version(uint32_t major) {
+    OptionsStream s;
+    s.major = major;
+    return s;
+}
+
+}  // namespace
+
+TEST(AllOptionsBinary, MajorZeroReadsOnlyTheFirstRows) {
+    AllOptions o;
+    bool consumedAll = false;
+    ASSERT_TRUE(readOptions(buildOptions(version(0)), o, &consumedAll));
+    EXPECT_TRUE(consumedAll);
+    EXPECT_EQ(o.environment.gi_color, Color(0.4f, 0.5f, 0.6f));
+    EXPECT_EQ(o.imageFilterType, 11);
+    EXPECT_EQ(o.output.save_render, 19);
+    EXPECT_FLOAT_EQ(o.view.fov, rowFloat(24));
+    EXPECT_FLOAT_EQ(o.output.img_imageAspect, rowFloat(31));
+    EXPECT_EQ(o.path(OptionPath::ImageFile), L"p36");
+    EXPECT_EQ(o.path(OptionPath::CausticsAutoSaveFile), L"p45");
+    // Rows of later versions keep their defaults.
+    EXPECT_EQ(o.view.override_focal_dist, 1);
+    EXPECT_EQ(o.options.show_progress_window, 1);
+    EXPECT_FLOAT_EQ(o.renderChannels.zdepth_white, 1000.0f);
+    EXPECT_EQ(o.options.mtl_override_color, Color(0.5f, 0.5f, 0.5f));
+    EXPECT_EQ(o.camera.subdivs, 6);
+    EXPECT_EQ(o.dr.asset_coll, 1);
+}
+
+TEST(AllOptionsBinary, MajorFiveHasTheCameraButNotTheLaterRows) {
+    AllOptions o;
+    bool consumedAll = false;
+    ASSERT_TRUE(readOptions(buildOptions(version(5)), o, &consumedAll));
+    EXPECT_TRUE(consumedAll);
+    EXPECT_FLOAT_EQ(o.camera.focal_length.getValue(0.0), 50.0f);
+    EXPECT_EQ(o.camera.subdivs, 9);
+    EXPECT_EQ(o.view.override_focal_dist, 20);
+    EXPECT_EQ(o.view.physical_on, 22);
+    EXPECT_EQ(o.view.override_focal_length, 0);  // since 6
+    EXPECT_EQ(o.renderChannels.zdepth_clamp, 34);
+    EXPECT_EQ(o.options.batch_render, 47);
+    EXPECT_FLOAT_EQ(o.carried17, 0.0f);
+    EXPECT_FLOAT_EQ(o.colorMapping.input_gamma, 2.2f);
+}
+
+TEST(AllOptionsBinary, CurrentMajorReadsEveryRowAndRoundTrips) {
+    AllOptions o;
+    bool consumedAll = false;
+    const StreamBuilder built = buildOptions(version(0x17));
+    ASSERT_TRUE(readOptions(built, o, &consumedAll));
+    EXPECT_TRUE(consumedAll);
+    EXPECT_EQ(o.environment.use_refract, 60);
+    EXPECT_EQ(o.dr.on, 63);
+    EXPECT_FLOAT_EQ(o.carried18, rowFloat(65));
+    EXPECT_EQ(o.carried19, 67);
+    EXPECT_EQ(o.dr.folder, L"p70");
+    EXPECT_EQ(o.carried20, 71);
+    EXPECT_EQ(o.view.specify_film_width, 72);
+    EXPECT_EQ(o.params.options.mtl_maxDepth, 154);
+    EXPECT_EQ(o.stampInfo.stampText, "stamp");
+
+    // The camera was stored in its old form, so rewrite it the way the reader holds it.
+    QuickArchive out(1);
+    ASSERT_TRUE(o.serialize(out));
+    AllOptions again;
+    out.setReadPos(0);
+    ASSERT_TRUE(again.deserialize(out));
+    EXPECT_EQ(out.readPos(), out.writePos());
+    EXPECT_EQ(again.carried18, o.carried18);
+    EXPECT_EQ(again.channels, o.channels);
+    EXPECT_EQ(again.params.carried.carried16, 173);
+    EXPECT_FLOAT_EQ(again.camera.focus_distance.getValue(0.0), 300.0f);
+}
+
+TEST(AllOptionsBinary, RefusesWrongMinorAndUnknownMajors) {
+    AllOptions o;
+    StreamBuilder noMinor;
+    noMinor.u32(0x170000);
+    EXPECT_FALSE(readOptions(noMinor, o));
+    StreamBuilder gap;
+    gap.u32(0xA0001);
+    EXPECT_FALSE(readOptions(gap, o));
+    StreamBuilder tooNew;
+    tooNew.u32(0x180001);
+    EXPECT_FALSE(readOptions(tooNew, o));
+    EXPECT_TRUE(readOptions(buildOptions(version(9)), o));
+    EXPECT_TRUE(readOptions(buildOptions(version(0x10)), o));
+}
+
+TEST(AllOptionsBinary, ChannelListExtendsBeforeMajor15AndReplacesFrom15) {
+    AllOptions older;
+    ASSERT_TRUE(readOptions(buildOptions(version(0x14)), older));
+    EXPECT_EQ(older.channels, (std::vector<int32_t>{126, 125, 1, 2}));
+    AllOptions newer;
+    ASSERT_TRUE(readOptions(buildOptions(version(0x15)), newer));
+    EXPECT_EQ(newer.channels, (std::vector<int32_t>{1, 2}));
+    OptionsStream none = version(0x15);
+    none.channels.clear();
+    ASSERT_TRUE(readOptions(buildOptions(none), newer));
+    EXPECT_TRUE(newer.channels.empty());
+}
+
+TEST(AllOptionsBinary, HugeChannelCountStopsAtTheEndOfTheData) {
+    // Everything up to the channel count, then a count of 4 billion and one id.
+    StreamBuilder head;
+    head.u32(0x170001);
+    appendParams(head, 5);
+    appendFrameData(head);
+    appendStamp(head, 2, "");
+    appendCameraV1(head, 40.0f, 200.0f);
+    head.boolean(false).boolean(false).color(0, 0, 0).color(0, 0, 0);
+    head.rows("iiiiiiiiiiiiiiiffffffffffi", 9);
+    head.u32(0xFFFFFFFFu).i32(7);
+    AllOptions o;
+    readOptions(head, o);
+    ASSERT_FALSE(o.channels.empty());
+    EXPECT_EQ(o.channels.front(), 7);
+    EXPECT_LE(o.channels.size(), QuickArchive::kBlockSize / 4);
+}
+
+TEST(AllOptionsBinary, LongPathIsCutAndFullyConsumed) {
+    OptionsStream s = version(0x17);
+    s.firstPath = std::string(3000, 'x');
+    AllOptions o;
+    bool consumedAll = false;
+    ASSERT_TRUE(readOptions(buildOptions(s), o, &consumedAll));
+    EXPECT_TRUE(consumedAll);
+    EXPECT_EQ(o.path(OptionPath::ImageFile), std::wstring(2047, L'x'));
+    EXPECT_EQ(o.path(OptionPath::OmImageFile), L"p37");
+}
+
+TEST(AllOptionsBinary, UnknownTextureTypeEndsTheRead) {
+    OptionsStream s = version(0x17);
+    s.bgTexturePresent = true;
+    AllOptions o;
+    EXPECT_FALSE(readOptions(buildOptions(s), o));
+}
+
+TEST(AllOptionsBinary, SetDefaultsAppliesTheOverrides) {
+    AllOptions o;
+    o.params.options.mtl_maxDepth = 9;
+    o.params.files.lightCacheFile = "cache.lc";
+    o.channels = {3};
+    o.setDefaults();
+    EXPECT_EQ(o.params.options.mtl_maxDepth, 2);
+    EXPECT_EQ(o.params.options.mtl_limitDepth, 1);
+    EXPECT_FALSE(o.params.files.lightCacheFile.has_value());
+    EXPECT_EQ(o.params.lightCache.adaptive_sampling, 0);
+    EXPECT_FLOAT_EQ(o.params.caustics.search_distance, 20.0f);
+    EXPECT_EQ(o.params.imageSampler.type, 2);
+    EXPECT_EQ(o.params.imageFilter.on, 1);
+    EXPECT_EQ(o.params.regionsGenerator.seqtype, 4);
+    float threshold = o.params.dmcSampler.adaptive_threshold;
+    uint32_t bits = 0;
+    std::memcpy(&bits, &threshold, 4);
+    EXPECT_EQ(bits, 0x3C23D70Au);
+    EXPECT_EQ(o.channels, (std::vector<int32_t>{126, 125}));
+}
+
+// ---------------------------------------------------------------- groups
+
+TEST(CorvaneParamsBinary, VersionFiveRowsLandInTheirFields) {
+    StreamBuilder b;
+    appendParams(b, 5);
+    QuickArchive archive = b.archive();
+    CorvaneParams p;
+    ASSERT_TRUE(p.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), b.size());
+    EXPECT_EQ(p.imageFilter.on, 1);
+    EXPECT_FLOAT_EQ(p.imageSampler.dmc_threshold, rowFloat(6));
+    EXPECT_FLOAT_EQ(p.carried.carried03, rowFloat(16));
+    EXPECT_FLOAT_EQ(p.motionBlur.bias, rowFloat(38));
+    EXPECT_EQ(p.gi.save_maps_per_frame, 51);
+    EXPECT_EQ(p.files.irradianceFile, std::optional<std::string>("p69"));
+    EXPECT_EQ(p.irradianceMap.detail_scale, 77);
+    EXPECT_FLOAT_EQ(p.photonMap.max_density, rowFloat(93));
+    EXPECT_EQ(p.files.lightCacheAutoSaveFile, std::optional<std::string>("p107"));
+    EXPECT_EQ(p.lightCache.adaptive_sampling, 113);
+    EXPECT_EQ(p.files.causticsAutoSaveFile, std::optional<std::string>("p123"));
+    EXPECT_EQ(p.regionsGenerator.reverse, 132);
+    EXPECT_EQ(p.dmcSampler.time_dependent, 134);
+    EXPECT_EQ(p.dmcSampler.path_sampler_type, 2);  // row 140 held 140
+    EXPECT_FLOAT_EQ(p.colorMapping.gamma, rowFloat(145));
+    EXPECT_FLOAT_EQ(p.options.mtl_transpCutoff, rowFloat(158));
+    EXPECT_EQ(p.carried.carried16, 173);
+}
+
+TEST(CorvaneParamsBinary, OldVersionsSkipTheirMissingRows) {
+    const CorvaneParams defaults;
+    for (uint32_t major : {1u, 2u, 3u, 4u}) {
+        SCOPED_TRACE(major);
+        StreamBuilder b;
+        appendParams(b, major);
+        QuickArchive archive = b.archive();
+        CorvaneParams p;
+        ASSERT_TRUE(p.deserialize(archive));
+        EXPECT_EQ(archive.readPos(), b.size());
+        EXPECT_FLOAT_EQ(p.irradianceMap.detail_radius, defaults.irradianceMap.detail_radius);
+        EXPECT_EQ(p.photonMap.bounces, 78);
+        EXPECT_EQ(p.dmcSampler.path_sampler_type,
+                  major >= 2 ? 2 : defaults.dmcSampler.path_sampler_type);
+        EXPECT_EQ(p.colorMapping.subpixel_mapping,
+                  major >= 3 ? 144 : defaults.colorMapping.subpixel_mapping);
+        EXPECT_EQ(p.carried.carried16, 173);
+    }
+}
+
+TEST(CorvaneParamsBinary, RefusesOtherWords) {
+    for (uint32_t word : {0x50001u, 0x60000u, 0x0u}) {
+        QuickArchive archive(1);
+        archive.write(word);
+        CorvaneParams p;
+        EXPECT_FALSE(p.deserialize(archive)) << std::hex << word;
+    }
+}
+
+TEST(CorvaneParamsBinary, EmptyStoredPathKeepsTheOldOneAndNullWritesEmpty) {
+    CorvaneParams p;
+    p.files.photonFile = "old.vrpmap";
+    p.files.causticsFile.reset();
+    QuickArchive archive(1);
+    ASSERT_TRUE(p.serialize(archive));
+    CorvaneParams q;
+    q.files.causticsFile = "kept.caustics";
+    ASSERT_TRUE(q.deserialize(archive));
+    EXPECT_EQ(q.files.photonFile, std::optional<std::string>("old.vrpmap"));
+    // deserialize starts from the defaults, where the path is null.
+    EXPECT_FALSE(q.files.causticsFile.has_value());
+}
+
+TEST(StampInfoBinary, BothVersionsReadTheFontAndAnEmptyTextReplacesTheDefault) {
+    for (uint32_t major : {1u, 2u}) {
+        SCOPED_TRACE(major);
+        StreamBuilder b;
+        appendStamp(b, major, "");
+        b.i32(77);  // whatever follows must not be eaten
+        QuickArchive archive = b.archive();
+        CorvaneOFBStampInfo stamp;
+        ASSERT_TRUE(stamp.deserialize(archive));
+        EXPECT_EQ(stamp.stampText, "");
+        EXPECT_EQ(stamp.stampMode, 3);
+        EXPECT_EQ(stamp.stampFont[0], 'A');
+        EXPECT_EQ(stamp.stampFont[59], 'A' + 59 % 26);
+        int32_t next = 0;
+        archive.read(next);
+        EXPECT_EQ(next, 77);
+    }
+    CorvaneOFBStampInfo fresh;
+    EXPECT_EQ(fresh.stampText, "Ombra Core %ombracore | Render Time %rendertime |");
+    QuickArchive bad(1);
+    bad.write(uint32_t(0x30000));
+    EXPECT_FALSE(fresh.deserialize(bad));
+}
+
+TEST(FrameDataBinary, ReadsTheOnlyVersionAndWidensOffsets) {
+    StreamBuilder b;
+    appendFrameData(b);
+    QuickArchive archive = b.archive();
+    CorvaneFrameData f;
+    ASSERT_TRUE(f.deserialize(archive));
+    EXPECT_EQ(archive.readPos(), b.size());
+    EXPECT_DOUBLE_EQ(f.frameEnd, 2.5);
+    EXPECT_EQ(f.currentFrame, 4);
+    EXPECT_DOUBLE_EQ(f.camToWorld.offset[2], 41.0);
+    EXPECT_FLOAT_EQ(f.focal_dist, 123.0f);
+    EXPECT_FLOAT_EQ(f.height, 321.0f);
+    EXPECT_EQ(f.r_height, 47);
+    EXPECT_FLOAT_EQ(f.bright_mult, 2.0f);
+    QuickArchive other(1);
+    other.write(uint32_t(0x20000));
+    EXPECT_FALSE(f.deserialize(other));
+}

@@ -1,0 +1,157 @@
+// Test-side assembly of option streams, byte by byte in little-endian order, independent of the
+// archive's own writers. Row lists follow the field tables of the options record; each numeric
+// row holds a value derived from its row number so that a misaligned read shows at once.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "archive/quick_archive.h"
+
+namespace options_test {
+
+class StreamBuilder {
+public:
+    StreamBuilder& u32(uint32_t v) {
+        for (int i = 0; i < 4; ++i) bytes_.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
+        return *this;
+    }
+    StreamBuilder& i32(int32_t v) { return u32(static_cast<uint32_t>(v)); }
+    StreamBuilder& f32(float v) {
+        uint32_t bits = 0;
+        std::memcpy(&bits, &v, 4);
+        return u32(bits);
+    }
+    StreamBuilder& f64(double v) {
+        uint64_t bits = 0;
+        std::memcpy(&bits, &v, 8);
+        for (int i = 0; i < 8; ++i) bytes_.push_back(static_cast<char>((bits >> (8 * i)) & 0xFF));
+        return *this;
+    }
+    StreamBuilder& boolean(bool v) {
+        bytes_.push_back(v ? 1 : 0);
+        return *this;
+    }
+    // A wide string is stored as its UTF-8 bytes behind a byte count.
+    StreamBuilder& text(const std::string& utf8) {
+        u32(static_cast<uint32_t>(utf8.size()));
+        bytes_ += utf8;
+        return *this;
+    }
+    StreamBuilder& color(float r, float g, float b) { return f32(r).f32(g).f32(b); }
+    StreamBuilder& raw(const std::string& data) {
+        bytes_ += data;
+        return *this;
+    }
+    // One primitive per character: i int, f float, s wide string. Row n holds n, n + 0.25 or
+    // "p<n>".
+    StreamBuilder& rows(const std::string& types, int firstRow) {
+        int row = firstRow;
+        for (char t : types) {
+            if (t == 'i') i32(row);
+            if (t == 'f') f32(static_cast<float>(row) + 0.25f);
+            if (t == 's') text("p" + std::to_string(row));
+            ++row;
+        }
+        return *this;
+    }
+
+    size_t size() const { return bytes_.size(); }
+    const std::string& bytes() const { return bytes_; }
+    CorvaneCore::QuickArchive archive() const {
+        return CorvaneCore::QuickArchive(bytes_.data(), bytes_.size());
+    }
+
+private:
+    std::string bytes_;
+};
+
+inline float rowFloat(int row) { return static_cast<float>(row) + 0.25f; }
+
+// CorvaneParams rows 1 to 173, by group of the table.
+inline std::string paramsRowTypes(uint32_t major) {
+    std::string t;
+    t += "iiiiifiifiiiififiiifiifiiiiifiiififfif";  // 1-38 sampler, camera, dof, motion blur
+    t += "iiifffififiii";                           // 39-51 GI and DMC GI
+    t += "iiiiifffiiiiiiiiisiiis";                  // 52-73 irradiance map
+    t += major >= 5 ? "iffi" : "f";                 // 74-77 detail rows, or the old single one
+    t += "ifiiiifiiiisfiifs";                       // 78-94 photon map
+    t += "ififiiiiisiisiiiiii";                     // 95-113 light cache
+    t += "ififfiiiss";                              // 114-123 caustics
+    t += "iffiiiiiiiifffif";                        // 124-139 raycaster, regions, DMC sampler
+    if (major >= 2) t += "i";                       // 140 path sampler slot
+    t += "iii";                                     // 141-143 colour mapping
+    if (major >= 3) t += "i";                       // 144
+    if (major >= 4) t += "f";                       // 145
+    t += "iiiiiiiiiiiifiiifiiifiiifiii";            // 146-173 options and displacement
+    return t;
+}
+
+// Appends the CorvaneParams block; rows keep their table numbers even where rows are missing.
+inline void appendParams(StreamBuilder& b, uint32_t major) {
+    b.u32(major << 16);
+    const std::string types = paramsRowTypes(5);
+    int row = 1;
+    auto put = [&](int last) {
+        b.rows(types.substr(row - 1, last - row + 1), row);
+        row = last + 1;
+    };
+    put(73);
+    if (major >= 5) {
+        put(77);
+    } else {
+        b.f32(99.0f);  // the single old detail value
+        row = 78;
+    }
+    put(139);
+    if (major >= 2) put(140);
+    row = 141;
+    put(143);
+    if (major >= 3) put(144);
+    row = 145;
+    if (major >= 4) put(145);
+    row = 146;
+    put(173);
+}
+
+inline void appendDoubleTransform(StreamBuilder& b, float base) {
+    for (int i = 0; i < 12; ++i) b.f32(base + static_cast<float>(i));
+}
+
+// The single frame data version, fields in table order with simple distinct values.
+inline void appendFrameData(StreamBuilder& b) {
+    b.u32(0x10000);
+    b.f64(0.5).f64(1.5).f64(2.5).i32(4);
+    appendDoubleTransform(b, 10.0f);
+    appendDoubleTransform(b, 30.0f);
+    b.f32(7.0f).f32(8.0f).f32(9.0f);          // fov, nearRange, farRange
+    b.f32(123.0f).f32(0.25f).f32(15.0f);      // focal_dist, aperture, rotation
+    b.i32(1).f32(0.5f).f32(900.0f).i32(2);    // clipping, near, far, projType
+    b.f32(1.5f).i32(1);                       // zoomFractor, infiniteProj
+    b.f32(321.0f).i32(0).f32(4.5f).f32(0.75f).i32(1);  // height, auto_fit, dist, curve, ortho
+    for (int i = 0; i < 6; ++i) b.color(0.1f * i, 0.2f, 0.3f);
+    b.f32(0.1f).f32(0.2f).f32(0.3f).f32(0.4f);         // region
+    for (int i = 0; i < 8; ++i) b.i32(40 + i);          // carried A, B, bmp and r sizes
+    b.f32(1.25f).i32(2).i32(1).i32(1).f32(0.5f).f32(2.0f);
+}
+
+inline void appendStamp(StreamBuilder& b, uint32_t major, const std::string& text) {
+    b.u32(major << 16).i32(1).i32(2).i32(3).text(text);
+    std::string font(60, '\0');
+    for (size_t i = 0; i < font.size(); ++i) font[i] = static_cast<char>('A' + i % 26);
+    if (major >= 2) b.u32(60);
+    b.raw(font);
+}
+
+// A version 1 physical camera: the two animated rows are plain floats.
+inline void appendCameraV1(StreamBuilder& b, float focalLength, float focusDistance) {
+    b.u32(0x10000).i32(1).f32(35.0f).f32(focalLength);
+    b.f32(1.1f).f32(0.2f).f32(5.6f).f32(0.3f).f32(60.0f).f32(90.0f).f32(0.1f).f32(0.2f);
+    b.f32(400.0f).i32(1).f32(focusDistance);
+    b.i32(1).f32(150.0f).f32(0.5f).i32(0).color(0.9f, 0.8f, 0.7f).i32(0).i32(1).i32(7);
+    b.f32(12.0f).f32(0.3f).f32(0.4f).i32(1).i32(1).i32(9);
+}
+
+}  // namespace options_test
