@@ -27,6 +27,7 @@ struct Options {
     std::string command;
     std::string file;
     std::optional<long> type;
+    std::string typeKind;  // "light" or "material" for inspect's KIND:N
     InputForm form = InputForm::Auto;
     std::string output;
     bool help = false;
@@ -45,6 +46,8 @@ const Command kCommands[] = {
      true, true},
     {"options", "options                  print the default render options document", false,
      false},
+    {"inspect", "inspect --type KIND:N FILE  print the objects a record holds (KIND light or material)",
+     true, true},
 };
 
 void printUsage(std::ostream& out) {
@@ -96,8 +99,15 @@ std::optional<int> parseArguments(int argc, char** argv, Options& opts) {
             return kExitConverted;
         } else if (a == "--type" || a == "-t") {
             auto v = value("--type");
+            if (!v) return usageError("--type needs a value");
+            std::string number = *v;
+            const size_t colon = number.find(':');
+            if (colon != std::string::npos) {
+                opts.typeKind = number.substr(0, colon);
+                number = number.substr(colon + 1);
+            }
             long type = 0;
-            if (!v || !parseLong(*v, type)) return usageError("--type needs an integer");
+            if (!parseLong(number, type)) return usageError("--type needs an integer");
             opts.type = type;
         } else if (a == "--input") {
             auto v = value("--input");
@@ -175,15 +185,32 @@ int runRecordCommand(const Options& opts) {
         std::cerr << "quillonbin2xml: " << shownName << ": the record is empty\n";
         return kExitRefused;
     }
+    const std::string kind = opts.command == "inspect" ? opts.typeKind : opts.command;
+    const int32_t type = static_cast<int32_t>(*opts.type);
+    const bool known = kind == "light" ? CorvaneCore::isLightType(type)
+                                       : CorvaneCore::isMaterialType(type);
+    if (!known) {
+        std::cerr << "quillonbin2xml: " << shownName << ": no " << kind << " class has type id "
+                  << type << "\n";
+        return kExitRefused;
+    }
     CorvaneCore::QuickArchive archive(1);
     archive.writeBytes(bytes->data(), bytes->size());
-    const int32_t type = static_cast<int32_t>(*opts.type);
-    const std::optional<std::string> xml = opts.command == "light"
-                                               ? CorvaneCore::convertLight(archive, type)
-                                               : CorvaneCore::convertMaterial(archive, type);
+    CorvaneCore::ReadTrace trace;
+    const std::optional<std::string> xml = kind == "light"
+                                               ? CorvaneCore::convertLight(archive, type, &trace)
+                                               : CorvaneCore::convertMaterial(archive, type, &trace);
+    const std::string reason = trace.failureText().empty()
+                                   ? "the " + kind + " record of type " + std::to_string(type) +
+                                         " was refused"
+                                   : trace.failureText();
+    if (opts.command == "inspect") {
+        std::cout << trace.treeText();
+        if (!xml) std::cout << "refused: " << reason << "\n";
+        return xml ? kExitConverted : kExitRefused;
+    }
     if (!xml) {
-        std::cerr << "quillonbin2xml: " << shownName << ": the " << opts.command
-                  << " record of type " << type << " was refused\n";
+        std::cerr << "quillonbin2xml: " << shownName << ": " << reason << "\n";
         return kExitRefused;
     }
     return emit(opts, *xml);
@@ -210,6 +237,9 @@ int run(int argc, char** argv) {
     if (command->needsFile && opts.file.empty()) return usageError(opts.command + " needs FILE");
     if (!command->needsFile && !opts.file.empty()) {
         return usageError(opts.command + " takes no FILE");
+    }
+    if (opts.command == "inspect" && opts.typeKind != "light" && opts.typeKind != "material") {
+        return usageError("inspect needs --type light:N or --type material:N");
     }
     if (opts.command == "options") return emit(opts, CorvaneCore::optionsDocument());
     return runRecordCommand(opts);

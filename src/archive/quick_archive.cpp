@@ -27,6 +27,7 @@ QuickArchive& QuickArchive::operator=(const QuickArchive& other) {
     readPos_ = other.readPos_;
     writePos_ = other.writePos_;
     readDepth_ = other.readDepth_;
+    trace_ = other.trace_;
     return *this;
 }
 

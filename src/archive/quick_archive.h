@@ -14,6 +14,8 @@
 
 namespace CorvaneCore {
 
+class ReadTrace;
+
 class QuickArchive {
 public:
     static constexpr size_t kBlockSize = 4096;
@@ -92,6 +94,9 @@ public:
 
     // Nesting depth of child objects being read; see ChildDepthGuard.
     int& readDepth() { return readDepth_; }
+    // An optional observer of the read (diagnostics); null unless someone asks.
+    ReadTrace* trace() const { return trace_; }
+    void setTrace(ReadTrace* trace) { trace_ = trace; }
 
 private:
     void putByte(char c);
@@ -108,6 +113,7 @@ private:
     uint64_t readPos_ = 0;
     uint64_t writePos_ = 0;
     int readDepth_ = 0;
+    ReadTrace* trace_ = nullptr;
 };
 
 }  // namespace CorvaneCore

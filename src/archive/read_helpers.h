@@ -5,7 +5,10 @@
 #include <cstdint>
 #include <memory>
 
+#include <typeinfo>
+
 #include "archive/quick_archive.h"
+#include "archive/read_trace.h"
 #include "archive/serializable.h"
 
 namespace CorvaneCore {
@@ -30,7 +33,9 @@ private:
 // Reads a version word and splits it; false when the minor half is not 0.
 inline bool readVersion(QuickArchive& archive, uint32_t& major) {
     uint32_t word = 0;
+    const uint64_t offset = archive.readPos();
     archive.read(word);
+    if (ReadTrace* trace = archive.trace()) trace->versionWord(word, offset);
     major = versionMajor(word);
     return versionMinor(word) == 0;
 }
@@ -42,13 +47,34 @@ inline void writeVersion(QuickArchive& archive, uint32_t major) {
 template <class Base>
 using ChildFactory = std::shared_ptr<Base> (*)(int);
 
+// Lets an object read itself, reporting to the archive's trace when one is attached.
+template <class T>
+bool readTracedObject(QuickArchive& archive, T& object) {
+    ReadTrace* trace = archive.trace();
+    if (!trace) return object.deserialize(archive);
+    trace->enter(typeid(object).name(), archive.readPos());
+    const bool ok = object.deserialize(archive);
+    trace->leave(ok, archive.readPos());
+    return ok;
+}
+
 // Makes the child for a stored id and lets it read itself, within the depth limit.
 template <class Base>
-std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, ChildFactory<Base> factory) {
+std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, uint64_t idOffset,
+                                    ChildFactory<Base> factory) {
     ChildDepthGuard guard(archive);
-    if (!guard.withinLimit()) return nullptr;
+    if (!guard.withinLimit()) {
+        if (ReadTrace* trace = archive.trace()) trace->depthExceeded(archive.readPos());
+        return nullptr;
+    }
     std::shared_ptr<Base> child = factory(id);
-    if (!child || !child->deserialize(archive)) return nullptr;
+    if (!child) {
+        if (ReadTrace* trace = archive.trace()) {
+            trace->unknownTypeId(typeid(Base).name(), id, idOffset);
+        }
+        return nullptr;
+    }
+    if (!readTracedObject(archive, *child)) return nullptr;
     return child;
 }
 
@@ -69,9 +95,10 @@ bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
     bool present = false;
     archive.read(present);
     if (!present) return true;
+    const uint64_t idOffset = archive.readPos();
     int32_t id = 0;
     archive.read(id);
-    std::shared_ptr<Base> child = readChildBody(archive, id, factory);
+    std::shared_ptr<Base> child = readChildBody(archive, id, idOffset, factory);
     if (!child) return false;
     slot = child;
     return true;
@@ -89,9 +116,10 @@ bool writeRequiredChild(QuickArchive& archive, const std::shared_ptr<Base>& chil
 template <class Base>
 bool readRequiredChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
                        ChildFactory<Base> factory) {
+    const uint64_t idOffset = archive.readPos();
     int32_t id = 0;
     archive.read(id);
-    std::shared_ptr<Base> child = readChildBody(archive, id, factory);
+    std::shared_ptr<Base> child = readChildBody(archive, id, idOffset, factory);
     if (!child) return false;
     slot = child;
     return true;
@@ -111,13 +139,14 @@ template <class First, class Second>
 bool readChildPair(QuickArchive& archive, std::shared_ptr<First>& first,
                    ChildFactory<First> firstFactory, std::shared_ptr<Second>& second,
                    ChildFactory<Second> secondFactory) {
+    const uint64_t idOffset = archive.readPos();
     int32_t firstId = 0, secondId = 0;
     archive.read(firstId);
     archive.read(secondId);
-    std::shared_ptr<First> a = readChildBody(archive, firstId, firstFactory);
+    std::shared_ptr<First> a = readChildBody(archive, firstId, idOffset, firstFactory);
     if (!a) return false;
     first = a;
-    std::shared_ptr<Second> b = readChildBody(archive, secondId, secondFactory);
+    std::shared_ptr<Second> b = readChildBody(archive, secondId, idOffset + 4, secondFactory);
     if (!b) return false;
     second = b;
     return true;

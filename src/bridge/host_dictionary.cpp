@@ -17,8 +17,10 @@ bool looksFreed(VALUE value) { return !SPECIAL_CONST_P(value) && RBASIC(value)->
 
 RubyValueHolder sharedKeyString(VALUE& global, const char* text, const char* warning) {
     if (NIL_P(global)) {
+        // Registered before the string exists, so no allocation can collect it unpinned.
+        rb_gc_register_address(&global);
         narrowToRuby(text, global);
-        protectValue(global);  // pinned for good
+        protectValue(global);
     }
     if (warning && looksFreed(global)) debugPrint("%s", warning);
     return RubyValueHolder(global);

@@ -50,14 +50,14 @@ int32_t typeId(VALUE type) {
     return static_cast<int32_t>(NUM2LONG(converted));
 }
 
-using Converter = std::optional<std::string> (*)(QuickArchive&, int32_t);
+using Converter = std::optional<std::string> (*)(QuickArchive&, int32_t, CorvaneCore::ReadTrace*);
 
 VALUE convertRecord(VALUE bytes, VALUE type, Converter convert) {
     QuickArchive archive(1);
     if (!RubyArrayToArchive(bytes, archive)) return Qnil;
     const int32_t id = typeId(type);
     if (hasPendingException()) return Qnil;
-    return optionalResult(convert(archive, id));
+    return optionalResult(convert(archive, id, nullptr));
 }
 
 VALUE oldDeserialize(VALUE model) {

@@ -14,8 +14,9 @@ int g_pendingState = 0;
 
 void ensureKeepAlive() {
     if (!NIL_P(g_keepAlive)) return;
-    g_keepAlive = rb_ary_new();
+    // Registering allocates and may collect: the address is registered before the array exists.
     rb_gc_register_address(&g_keepAlive);
+    g_keepAlive = rb_ary_new();
 }
 
 }  // namespace

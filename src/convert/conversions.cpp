@@ -1,5 +1,6 @@
 #include "convert/conversions.h"
 
+#include "archive/read_helpers.h"
 #include "lights/base_light.h"
 #include "materials/base_material.h"
 #include "upgrade/mtl_converter.h"
@@ -12,12 +13,33 @@ namespace {
 constexpr int32_t kLastMaterialType = 14;
 constexpr int32_t kLastLightType = 7;
 constexpr int32_t kLightTypeWithoutClass = 1;
+
+// Attaches a trace to the archive for the length of one read.
+class TraceScope {
+public:
+    TraceScope(QuickArchive& archive, ReadTrace* trace) : archive_(archive) {
+        archive_.setTrace(trace);
+    }
+    ~TraceScope() { archive_.setTrace(nullptr); }
+
+private:
+    QuickArchive& archive_;
+};
+
 }  // namespace
 
-std::optional<std::string> convertLight(QuickArchive& archive, int32_t type) {
-    if (type < 0 || type > kLastLightType || type == kLightTypeWithoutClass) return std::nullopt;
+bool isLightType(int32_t type) {
+    return type >= 0 && type <= kLastLightType && type != kLightTypeWithoutClass;
+}
+
+bool isMaterialType(int32_t type) { return type >= 0 && type <= kLastMaterialType; }
+
+std::optional<std::string> convertLight(QuickArchive& archive, int32_t type, ReadTrace* trace) {
+    if (!isLightType(type)) return std::nullopt;
     std::shared_ptr<BaseLight> light = createLight(type);
-    if (!light || !light->deserialize(archive)) return std::nullopt;
+    if (!light) return std::nullopt;
+    TraceScope scope(archive, trace);
+    if (!readTracedObject(archive, *light)) return std::nullopt;
     std::wstring text;
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
@@ -25,10 +47,13 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type) {
     return wideToUtf8(text);
 }
 
-std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type) {
-    if (type < 0 || type > kLastMaterialType) return std::nullopt;
+std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
+                                           ReadTrace* trace) {
+    if (!isMaterialType(type)) return std::nullopt;
     std::shared_ptr<BaseMaterial> material = createMaterial(type);
-    if (!material || !material->deserialize(archive)) return std::nullopt;
+    if (!material) return std::nullopt;
+    TraceScope scope(archive, trace);
+    if (!readTracedObject(archive, *material)) return std::nullopt;
     std::wstring text;
     AssetXmlWriter writer(text);
     writer.targetHost = 0;

@@ -8,14 +8,22 @@
 #include <string>
 
 #include "archive/quick_archive.h"
+#include "archive/read_trace.h"
 
 namespace CorvaneCore {
 
+// Whether a type id names a class that the conversion can make.
+bool isLightType(int32_t type);
+bool isMaterialType(int32_t type);
+
 // The light record's XML, or nothing when the type has no class or the record is refused.
-std::optional<std::string> convertLight(QuickArchive& archive, int32_t type);
+// A trace, when given, records what the read went through.
+std::optional<std::string> convertLight(QuickArchive& archive, int32_t type,
+                                        ReadTrace* trace = nullptr);
 
 // The material record's folded XML document, or nothing when refused.
-std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type);
+std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
+                                           ReadTrace* trace = nullptr);
 
 // The options held by the stored scene record (or the defaults) as one "Assets" document.
 std::string optionsDocument();

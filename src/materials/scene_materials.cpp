@@ -150,10 +150,8 @@ bool SceneMaterials::readMaterialList(QuickArchive& archive, bool throughAdd) {
         // Past the end a type id reads as 0 and that material's version word as 0, which
         // refuses the read.
         if (archive.remaining() == 0) return false;
-        int32_t type = 0;
-        archive.read(type);
-        MaterialPtr material = readChildBody<BaseMaterial>(archive, type, &createMaterial);
-        if (!material) return false;
+        MaterialPtr material;
+        if (!readRequiredChild<BaseMaterial>(archive, material, &createMaterial)) return false;
         if (throughAdd) {
             if (!addMaterial(material)) return false;
         } else {

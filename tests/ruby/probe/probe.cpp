@@ -1,2 +1,175 @@
+// A test-only extension that exposes the bridge's helpers to Ruby tests. It links the same
+// bridge code as the shipped module, which exposes none of this.
 #include <ruby.h>
-extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {}
+
+#include "archive/quick_archive.h"
+#include "bridge/host_dictionary.h"
+#include "bridge/host_ids.h"
+#include "bridge/ruby_archive.h"
+#include "bridge/ruby_value.h"
+#include "xml/text.h"
+
+namespace {
+
+template <class Body>
+VALUE guarded(const Body& body) {
+    VALUE result = Qnil;
+    try {
+        result = body();
+    } catch (...) {
+        result = Qnil;
+    }
+    raisePendingException();
+    return result;
+}
+
+VALUE pair(bool ok, VALUE value) { return rb_ary_new_from_args(2, ok ? Qtrue : Qfalse, value); }
+
+VALUE keep_alive_count(VALUE) { return LONG2NUM(keepAliveCount()); }
+
+// Counts in the keep-alive array: after one holder, after a copy, after dropping the copy.
+VALUE holder_counts(VALUE, VALUE value) {
+    return guarded([&] {
+        const long base = keepAliveCount();
+        RubyValueHolder first(value);
+        const long one = keepAliveCount() - base;
+        long two = 0, back = 0;
+        {
+            RubyValueHolder second(first);
+            two = keepAliveCount() - base;
+        }
+        back = keepAliveCount() - base;
+        return rb_ary_new_from_args(3, LONG2NUM(one), LONG2NUM(two), LONG2NUM(back));
+    });
+}
+
+VALUE to_float(VALUE, VALUE v) {
+    return guarded([&] {
+        float f = -1.0f;
+        const bool ok = toFloat(v, f);
+        return pair(ok, DBL2NUM(f));
+    });
+}
+
+VALUE to_long(VALUE, VALUE v) {
+    return guarded([&] {
+        long l = -1;
+        const bool ok = toLong(v, l);
+        return pair(ok, LONG2NUM(l));
+    });
+}
+
+VALUE to_bool(VALUE, VALUE v) {
+    return guarded([&] {
+        bool b = true;  // stays as it is when the conversion refuses
+        const bool ok = toBool(v, b);
+        return pair(ok, b ? Qtrue : Qfalse);
+    });
+}
+
+VALUE protected_call(int argc, VALUE* argv, VALUE) {
+    if (argc < 2) rb_raise(rb_eArgError, "receiver and method name needed");
+    const VALUE receiver = argv[0];
+    const ID method = rb_intern_str(rb_String(argv[1]));
+    return guarded([&] {
+        RubyValueHolder out;
+        protectedCall(out, receiver, method, argc - 2, argv + 2);
+        return out.release();
+    });
+}
+
+VALUE ruby_to_wide(VALUE, VALUE v) {
+    return guarded([&] {
+        std::wstring text = L"unchanged";
+        const bool ok = rubyToWide(v, text);
+        VALUE back = Qnil;
+        wideToRuby(text, back);
+        return pair(ok, back);
+    });
+}
+
+VALUE color_to_ruby(VALUE, VALUE r, VALUE g, VALUE b) {
+    return guarded([&] {
+        VALUE out = Qnil;
+        colorToRuby(CorvaneCore::Color(static_cast<float>(NUM2DBL(r)), static_cast<float>(NUM2DBL(g)),
+                                       static_cast<float>(NUM2DBL(b))),
+                    out);
+        return out;
+    });
+}
+
+VALUE serial_data(VALUE, VALUE owner) {
+    return guarded([&] {
+        RubyValueHolder o(owner), name = GuidValue(), key = SerialDataKeyValue(), out;
+        const bool ok = GetDictionaryValue(o, name, key, out);
+        const bool consumed = !o.isTruthy() && !name.isTruthy() && !key.isTruthy();
+        return rb_ary_new_from_args(3, ok ? Qtrue : Qfalse, out.get(), consumed ? Qtrue : Qfalse);
+    });
+}
+
+VALUE set_dictionary_value(VALUE, VALUE owner, VALUE dict, VALUE key, VALUE value, VALUE create) {
+    return guarded([&] {
+        RubyValueHolder o(owner), n(dict), k(key), v(value);
+        return SetDictionaryValue(o, n, k, v, RTEST(create)) ? Qtrue : Qfalse;
+    });
+}
+
+VALUE delete_dictionary_key(VALUE, VALUE owner, VALUE dict, VALUE key) {
+    return guarded([&] {
+        RubyValueHolder out, o(owner), n(dict), k(key);
+        DeleteDictionaryKey(out, o, n, k);
+        return out.get();
+    });
+}
+
+VALUE ask_yes_no(VALUE, VALUE text) {
+    return guarded([&] { return AskYesNo(StringValueCStr(text)) ? Qtrue : Qfalse; });
+}
+
+VALUE protected_eval(VALUE, VALUE text) {
+    return guarded([&] {
+        RubyValueHolder out;
+        const bool ok = protectedEval(StringValueCStr(text), &out);
+        return pair(ok, out.get());
+    });
+}
+
+// Bytes in through the attribute form and out again, whole blocks.
+VALUE archive_round_trip(VALUE, VALUE array) {
+    return guarded([&] {
+        CorvaneCore::QuickArchive archive(1);
+        if (!RubyArrayToArchive(array, archive)) return Qnil;
+        VALUE out = Qnil;
+        if (!ArchiveToRubyArray(archive, out)) return Qnil;
+        return out;
+    });
+}
+
+VALUE host_method_name(VALUE, VALUE index) {
+    const long i = NUM2LONG(index);
+    if (i < 0 || i >= kHostMethodCount) return Qnil;
+    return rb_str_new_cstr(hostMethodName(static_cast<HostMethod>(i)));
+}
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {
+    const VALUE m = rb_define_module("QuillonProbe");
+    internHostMethods();
+    rb_define_module_function(m, "keep_alive_count", RUBY_METHOD_FUNC(keep_alive_count), 0);
+    rb_define_module_function(m, "holder_counts", RUBY_METHOD_FUNC(holder_counts), 1);
+    rb_define_module_function(m, "to_float", RUBY_METHOD_FUNC(to_float), 1);
+    rb_define_module_function(m, "to_long", RUBY_METHOD_FUNC(to_long), 1);
+    rb_define_module_function(m, "to_bool", RUBY_METHOD_FUNC(to_bool), 1);
+    rb_define_module_function(m, "protected_call", RUBY_METHOD_FUNC(protected_call), -1);
+    rb_define_module_function(m, "ruby_to_wide", RUBY_METHOD_FUNC(ruby_to_wide), 1);
+    rb_define_module_function(m, "color_to_ruby", RUBY_METHOD_FUNC(color_to_ruby), 3);
+    rb_define_module_function(m, "serial_data", RUBY_METHOD_FUNC(serial_data), 1);
+    rb_define_module_function(m, "set_dictionary_value", RUBY_METHOD_FUNC(set_dictionary_value), 5);
+    rb_define_module_function(m, "delete_dictionary_key", RUBY_METHOD_FUNC(delete_dictionary_key),
+                              3);
+    rb_define_module_function(m, "ask_yes_no", RUBY_METHOD_FUNC(ask_yes_no), 1);
+    rb_define_module_function(m, "protected_eval", RUBY_METHOD_FUNC(protected_eval), 1);
+    rb_define_module_function(m, "archive_round_trip", RUBY_METHOD_FUNC(archive_round_trip), 1);
+    rb_define_module_function(m, "host_method_name", RUBY_METHOD_FUNC(host_method_name), 1);
+}

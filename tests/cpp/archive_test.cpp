@@ -1,0 +1,287 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+
+#include "archive/quick_archive.h"
+
+using namespace CorvaneCore;
+
+namespace {
+
+std::string bytesOf(QuickArchive& a, size_t n) {
+    std::string out(n, '\0');
+    a.setReadPos(0);
+    a.readBytes(&out[0], n);
+    return out;
+}
+
+}  // namespace
+
+TEST(QuickArchive, PrimitivesAreLittleEndianAndUnaligned) {
+    QuickArchive a;
+    a.write(true);
+    a.write(int32_t(-2));
+    a.write(uint32_t(0x01020304));
+    a.write(1.5f);
+    a.write(0.25);
+    a.write(Color(1, 2, 3));
+    a.write(AColor(1, 2, 3, 4));
+    EXPECT_EQ(a.writePos(), 1u + 4 + 4 + 4 + 8 + 12 + 16);
+    const std::string b = bytesOf(a, 9);
+    EXPECT_EQ(b[0], 1);
+    EXPECT_EQ(std::string(b.data() + 1, 4), std::string("\xFE\xFF\xFF\xFF", 4));
+    EXPECT_EQ(std::string(b.data() + 5, 4), std::string("\x04\x03\x02\x01", 4));
+
+    a.setReadPos(0);
+    bool flag = false;
+    int32_t i = 0;
+    uint32_t u = 0;
+    float f = 0;
+    double d = 0;
+    Color c;
+    AColor ac;
+    a.read(flag), a.read(i), a.read(u), a.read(f), a.read(d), a.read(c), a.read(ac);
+    EXPECT_TRUE(flag);
+    EXPECT_EQ(i, -2);
+    EXPECT_EQ(u, 0x01020304u);
+    EXPECT_EQ(f, 1.5f);
+    EXPECT_EQ(d, 0.25);
+    EXPECT_EQ(c, Color(1, 2, 3));
+    EXPECT_EQ(ac, AColor(1, 2, 3, 4));
+    EXPECT_EQ(a.readPos(), a.writePos());
+}
+
+TEST(QuickArchive, AnyNonZeroByteReadsAsTrue) {
+    const char bytes[] = {0, 7};
+    QuickArchive a(bytes, 2);
+    bool x = true, y = false;
+    a.read(x), a.read(y);
+    EXPECT_FALSE(x);
+    EXPECT_TRUE(y);
+}
+
+TEST(QuickArchive, BlocksGrowOneAtATimeAndValuesStraddleThem) {
+    QuickArchive a(1);
+    for (int k = 0; k < 4094; ++k) a.write(char(0));
+    a.write(int32_t(0x11223344));
+    EXPECT_EQ(a.blockCount(), 2u);
+    EXPECT_EQ(a.writePos(), 4098u);
+    EXPECT_EQ((*a.getBlock(0))[4095], '\x33');
+    EXPECT_EQ((*a.getBlock(1))[0], '\x22');
+    a.setReadPos(4094);
+    int32_t v = 0;
+    a.read(v);
+    EXPECT_EQ(v, 0x11223344);
+
+    QuickArchive b;
+    std::string data(4097, 'x');
+    b.writeBytes(data.data(), data.size());
+    EXPECT_EQ(b.blockCount(), 2u);
+    EXPECT_EQ(b.writePos(), 4097u);
+}
+
+TEST(QuickArchive, NewArchiveHoldsOneClearedBlockBeforeTheEnd) {
+    QuickArchive a(1);
+    EXPECT_EQ(a.remaining(), 4096u);
+    unsigned char byte = 9;
+    EXPECT_TRUE(a.peekByte(4095, byte));
+    EXPECT_EQ(byte, 0);
+    EXPECT_FALSE(a.peekByte(4096, byte));
+    a.setReadPos(4095);
+    EXPECT_TRUE(a.readByte(byte));
+    EXPECT_FALSE(a.readByte(byte));
+}
+
+TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
+    QuickArchive empty;
+    int32_t i = 77;
+    float f = 2.5f;
+    double d = 3.5;
+    bool b = true;
+    empty.read(i), empty.read(f), empty.read(d), empty.read(b);
+    EXPECT_EQ(i, 77);  // scalars keep their earlier bytes
+    EXPECT_EQ(f, 2.5f);
+    EXPECT_EQ(d, 3.5);
+    EXPECT_TRUE(b);
+    EXPECT_EQ(empty.readPos(), 4u + 4 + 8 + 1);
+
+    Color c(5, 5, 5);
+    Vector v(5, 5, 5);
+    AColor ac(5, 5, 5, 5);
+    Matrix m;
+    empty.read(c), empty.read(v), empty.read(ac), empty.read(m);
+    EXPECT_EQ(c, Color(0, 0, 0));  // compound values are built in cleared temporaries
+    EXPECT_EQ(v, Vector(0, 0, 0));
+    EXPECT_EQ(ac, AColor(0, 0, 0, 0));
+    EXPECT_EQ(m, Matrix::zero());
+
+    std::string s = "keep";
+    std::wstring w = L"keep";
+    uint64_t size = 99;
+    empty.read(s), empty.read(w), empty.readSize(size);
+    EXPECT_EQ(s, "");
+    EXPECT_EQ(w, L"");
+    EXPECT_EQ(size, 0u);
+}
+
+TEST(QuickArchive, ValueCutByTheEndKeepsOnlyItsMissingBytes) {
+    QuickArchive a(1);
+    a.setReadPos(4094);  // two bytes of the block are left, both zero
+    int32_t v = int32_t(0xAABBCCDD);
+    a.read(v);
+    EXPECT_EQ(uint32_t(v), 0xAABB0000u);
+}
+
+TEST(QuickArchive, StringsCountBytesAndStopAtAnEmbeddedZero) {
+    QuickArchive a;
+    a.write(std::wstring(L"h\u00e9"));  // UTF-8 takes three bytes
+    a.write(uint32_t(5));
+    a.writeBytes("ab\0cd", 5);
+    a.write(std::string("tail"));
+    uint32_t count = 0;
+    a.read(count);
+    EXPECT_EQ(count, 3u);
+    a.setReadPos(0);
+    std::wstring w;
+    std::string s, tail;
+    a.read(w), a.read(s), a.read(tail);
+    EXPECT_EQ(w, L"h\u00e9");
+    EXPECT_EQ(s, "ab");
+    EXPECT_EQ(tail, "tail");
+}
+
+TEST(QuickArchive, InvalidUtf8StringFallsBackToTheAnsiCodePage) {
+    QuickArchive a;
+    a.write(std::string("caf\xE9"));
+    std::wstring w;
+    a.read(w);
+    EXPECT_EQ(w, L"caf\u00e9");
+}
+
+TEST(QuickArchive, HugeDeclaredStringCountStaysBounded) {
+    QuickArchive a;
+    a.write(uint32_t(0xFFFFFFF0));
+    a.writeBytes("xyz", 3);
+    std::string s;
+    a.read(s);
+    EXPECT_EQ(s, "xyz");  // the cleared rest of the block ends the text
+    EXPECT_EQ(a.readPos(), 4u + 0xFFFFFFF0u);
+}
+
+TEST(QuickArchive, ReadBufferCopiesAtMostItsCapacity) {
+    QuickArchive a;
+    a.write(uint32_t(10));
+    a.writeBytes("0123456789", 10);
+    a.write(uint32_t(0xCAFE));
+    char buf[4] = {};
+    EXPECT_EQ(a.readBuffer(buf, 4, false), 10u);
+    EXPECT_EQ(std::string(buf, 4), "0123");
+    EXPECT_EQ(a.readPos(), 14u);
+
+    a.setReadPos(0);
+    std::memset(buf, 0, 4);
+    EXPECT_EQ(a.readBuffer(buf, 4, true), 10u);
+    EXPECT_EQ(std::string(buf, 4), "0123");
+    EXPECT_EQ(a.readPos(), 0u);
+
+    QuickArchive small;
+    small.writeBuffer("ab", 2);
+    char big[4] = {'w', 'x', 'y', 'z'};
+    EXPECT_EQ(small.readBuffer(big, 4, false), 2u);
+    EXPECT_EQ(std::string(big, 4), "abyz");
+    EXPECT_EQ(small.readPos(), 6u);
+}
+
+TEST(QuickArchive, DoubleTransformOffsetIsStoredAsFloats) {
+    QuickArchive a;
+    DoubleTransform t;
+    t.offset[0] = 0.1;
+    t.offset[1] = -2.0;
+    t.offset[2] = 1e10;
+    a.write(t);
+    EXPECT_EQ(a.writePos(), 48u);
+    DoubleTransform back;
+    a.read(back);
+    EXPECT_EQ(back.offset[0], double(0.1f));
+    EXPECT_EQ(back.offset[1], -2.0);
+    EXPECT_EQ(back.offset[2], double(1e10f));
+}
+
+TEST(QuickArchive, RectangleDerivesItsSize) {
+    QuickArchive a;
+    IntRect r;
+    r.left = 10, r.top = 20, r.right = 110, r.bottom = 70;
+    a.write(r);
+    EXPECT_EQ(a.writePos(), 16u);
+    IntRect back;
+    a.read(back);
+    EXPECT_EQ(back.width, 100);
+    EXPECT_EQ(back.height, 50);
+}
+
+TEST(QuickArchive, CopiesShareTheirBlocks) {
+    QuickArchive a(1);
+    QuickArchive b = a;
+    a.write(int32_t(42));
+    int32_t v = 0;
+    b.read(v);
+    EXPECT_EQ(v, 42);
+    b = b;  // self-assignment changes nothing
+    EXPECT_EQ(b.blockCount(), 1u);
+}
+
+TEST(QuickArchive, WholeArchiveStreamForm) {
+    QuickArchive a;
+    a.write(int32_t(7));
+    std::stringstream out;
+    EXPECT_TRUE(a.saveToStream(out));
+    const std::string data = out.str();
+    ASSERT_EQ(data.size(), 4u + 4096u);
+    EXPECT_EQ(data.substr(0, 4), std::string("\x01\0\0\0", 4));
+
+    QuickArchive back;
+    std::stringstream in(data);
+    EXPECT_TRUE(back.loadFromStream(in));
+    EXPECT_EQ(back.blockCount(), 1u);
+    EXPECT_EQ(back.readPos(), 0u);
+    EXPECT_EQ(back.writePos(), 0u);
+    int32_t v = 0;
+    back.read(v);
+    EXPECT_EQ(v, 7);
+
+    QuickArchive none;
+    std::stringstream emptyOut;
+    EXPECT_TRUE(none.saveToStream(emptyOut));
+    EXPECT_EQ(emptyOut.str(), std::string(4, '\0'));
+
+    std::stringstream zero(std::string(4, '\0'));
+    QuickArchive z(2);
+    EXPECT_FALSE(z.loadFromStream(zero));
+    EXPECT_EQ(z.blockCount(), 0u);
+}
+
+TEST(QuickArchive, LoadFromATruncatedStreamDoesNotTrustTheCount) {
+    std::string data("\xFF\xFF\xFF\xFF", 4);
+    data += std::string(100, 'q');
+    std::stringstream in(data);
+    QuickArchive a;
+    EXPECT_TRUE(a.loadFromStream(in));
+    EXPECT_EQ(a.blockCount(), 1u);
+    char c = 0;
+    a.read(c);
+    EXPECT_EQ(c, 'q');
+}
+
+TEST(QuickArchive, FileFormRoundTrip) {
+    const std::string path = ::testing::TempDir() + "archive_roundtrip.bin";
+    QuickArchive a;
+    a.write(std::wstring(L"file"));
+    ASSERT_TRUE(a.saveToFile(path));
+    QuickArchive b;
+    ASSERT_TRUE(b.loadFromFile(path));
+    std::wstring w;
+    b.read(w);
+    EXPECT_EQ(w, L"file");
+    EXPECT_FALSE(b.loadFromFile(path + ".missing"));
+}

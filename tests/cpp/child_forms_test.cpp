@@ -1,0 +1,193 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "archive/read_helpers.h"
+
+using namespace CorvaneCore;
+
+namespace {
+
+// A minimal family: a node with one optional child, read through the shared helpers.
+class Node : public CorvaneSerializable {
+public:
+    int getType() { return 3; }
+    bool serialize(QuickArchive& a) override {
+        writeVersion(a, 1);
+        a.write(value);
+        return writeOptionalChild(a, child);
+    }
+    bool deserialize(QuickArchive& a) override {
+        uint32_t major = 0;
+        if (!readVersion(a, major) || major != 1) return false;
+        a.read(value);
+        return readOptionalChild<Node>(a, child, &create);
+    }
+    static std::shared_ptr<Node> create(int id) {
+        return id == 3 ? std::make_shared<Node>() : nullptr;
+    }
+
+    int32_t value = 0;
+    std::shared_ptr<Node> child;
+};
+
+std::shared_ptr<Node> chain(int length) {
+    auto root = std::make_shared<Node>();
+    Node* tail = root.get();
+    for (int i = 1; i < length; ++i) {
+        tail->child = std::make_shared<Node>();
+        tail->child->value = i;
+        tail = tail->child.get();
+    }
+    return root;
+}
+
+}  // namespace
+
+TEST(ChildForms, AbsentOptionalChildTakesOneByte) {
+    QuickArchive a;
+    Node n;
+    ASSERT_TRUE(n.serialize(a));
+    EXPECT_EQ(a.writePos(), 4u + 4u + 1u);
+    Node back;
+    back.child = std::make_shared<Node>();  // an absent child leaves the slot as it is
+    ASSERT_TRUE(back.deserialize(a));
+    EXPECT_EQ(a.readPos(), 9u);
+    EXPECT_NE(back.child, nullptr);
+}
+
+TEST(ChildForms, OptionalChildRoundTrip) {
+    QuickArchive a;
+    auto root = chain(3);
+    ASSERT_TRUE(root->serialize(a));
+    Node back;
+    ASSERT_TRUE(back.deserialize(a));
+    ASSERT_NE(back.child, nullptr);
+    ASSERT_NE(back.child->child, nullptr);
+    EXPECT_EQ(back.child->child->value, 2);
+    EXPECT_EQ(a.readPos(), a.writePos());
+}
+
+TEST(ChildForms, UnknownChildIdRefusesTheRead) {
+    QuickArchive a;
+    writeVersion(a, 1);
+    a.write(int32_t(0));
+    a.write(true);
+    a.write(int32_t(99));
+    Node back;
+    EXPECT_FALSE(back.deserialize(a));
+    EXPECT_EQ(back.child, nullptr);
+}
+
+TEST(ChildForms, MinorVersionMustBeZero) {
+    QuickArchive a;
+    a.write(uint32_t(0x10001));
+    Node back;
+    EXPECT_FALSE(back.deserialize(a));
+}
+
+TEST(ChildForms, NestingDeeperThanTheLimitIsRefused) {
+    QuickArchive ok;
+    ASSERT_TRUE(chain(kMaxNestingDepth + 1)->serialize(ok));
+    Node back;
+    EXPECT_TRUE(back.deserialize(ok));
+    EXPECT_EQ(ok.readDepth(), 0);
+
+    QuickArchive deep;
+    ASSERT_TRUE(chain(kMaxNestingDepth + 2)->serialize(deep));
+    Node refused;
+    EXPECT_FALSE(refused.deserialize(deep));
+    EXPECT_EQ(deep.readDepth(), 0);  // the guard unwinds on failure too
+}
+
+TEST(ChildForms, HostileSelfNestingStopsAtTheLimit) {
+    // A record that nests itself without end, as far as its bytes go.
+    QuickArchive a;
+    for (int i = 0; i < 100000; ++i) {
+        writeVersion(a, 1);
+        a.write(int32_t(i));
+        a.write(true);
+        a.write(int32_t(3));
+    }
+    Node back;
+    EXPECT_FALSE(back.deserialize(a));
+}
+
+TEST(ChildForms, RequiredChildIsStoredOnlyAfterItRead) {
+    QuickArchive a;
+    a.write(int32_t(3));
+    a.write(uint32_t(0x20000));  // a version the child refuses
+    std::shared_ptr<Node> slot;
+    EXPECT_FALSE(readRequiredChild<Node>(a, slot, &Node::create));
+    EXPECT_EQ(slot, nullptr);
+
+    QuickArchive b;
+    auto child = chain(1);
+    child->value = 5;
+    ASSERT_TRUE(writeRequiredChild(b, child));
+    ASSERT_TRUE(readRequiredChild<Node>(b, slot, &Node::create));
+    EXPECT_EQ(slot->value, 5);
+    EXPECT_FALSE(writeRequiredChild(b, std::shared_ptr<Node>()));
+}
+
+TEST(ChildForms, GroupWritesBothIdsFirst) {
+    QuickArchive a;
+    auto first = chain(1), second = chain(1);
+    first->value = 1, second->value = 2;
+    ASSERT_TRUE(writeChildPair(a, first, second));
+    int32_t ids[2] = {0, 0};
+    a.read(ids[0]), a.read(ids[1]);
+    EXPECT_EQ(ids[0], 3);
+    EXPECT_EQ(ids[1], 3);
+    a.setReadPos(0);
+    std::shared_ptr<Node> x, y;
+    ASSERT_TRUE((readChildPair<Node, Node>(a, x, &Node::create, y, &Node::create)));
+    EXPECT_EQ(x->value, 1);
+    EXPECT_EQ(y->value, 2);
+
+    QuickArchive none;
+    EXPECT_FALSE(writeChildPair(none, first, std::shared_ptr<Node>()));
+    EXPECT_EQ(none.writePos(), 0u);
+}
+
+TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
+    QuickArchive a;
+    writeVersion(a, 1);
+    a.write(int32_t(0));
+    a.write(true);
+    a.write(int32_t(3));
+    a.write(uint32_t(0x70000));  // the child's word: a major it does not know
+    ReadTrace trace;
+    a.setTrace(&trace);
+    Node root;
+    EXPECT_FALSE(readTracedObject(a, root));
+    EXPECT_EQ(trace.failureText(), "(anonymous namespace)::Node refused the read at version word "
+                                   "0x70000 (byte 13)");
+    ASSERT_EQ(trace.nodes().size(), 2u);
+    EXPECT_EQ(trace.nodes()[1].parent, 0);
+    EXPECT_EQ(trace.treeText(),
+              "(anonymous namespace)::Node version 1 bytes 0..17 REFUSED\n"
+              "  (anonymous namespace)::Node version 7 bytes 13..17 REFUSED\n");
+}
+
+TEST(ReadTrace, ReportsAnUnknownTypeIdWithItsOffset) {
+    QuickArchive a;
+    writeVersion(a, 1);
+    a.write(int32_t(0));
+    a.write(true);
+    a.write(int32_t(42));
+    ReadTrace trace;
+    a.setTrace(&trace);
+    Node root;
+    EXPECT_FALSE(readTracedObject(a, root));
+    EXPECT_EQ(trace.failureText(),
+              "type id 42 at byte 9 has no class in the (anonymous namespace)::Node family");
+}
+
+TEST(ReadTrace, ReadingWithoutATraceIsUnchanged) {
+    QuickArchive a;
+    ASSERT_TRUE(chain(4)->serialize(a));
+    Node back;
+    EXPECT_TRUE(readTracedObject(a, back));
+    EXPECT_EQ(a.trace(), nullptr);
+}

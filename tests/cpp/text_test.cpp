@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstring>
+#include <sstream>
+#include <locale>
+#include <set>
+
+#include "xml/number_format.h"
+#include "xml/text.h"
+
+using namespace CorvaneCore;
+
+TEST(Text, Utf8RoundTripAndStrictness) {
+    const std::wstring text = L"a\u00e9\u20ac\U0001F600";
+    EXPECT_EQ(wideToUtf8(text), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+    EXPECT_EQ(utf8ToWide(wideToUtf8(text)), text);
+    // Overlong, surrogate and truncated sequences are not UTF-8: the ANSI reading is used.
+    EXPECT_EQ(utf8ToWide(std::string("\xC0\xAF")), L"\u00c0\u00af");
+    EXPECT_EQ(utf8ToWide(std::string("\xED\xA0\x80")), L"\u00ed\u00a0\u20ac");
+    EXPECT_EQ(utf8ToWide(std::string("\xE2\x82")), L"\u00e2\u201a");
+}
+
+TEST(Text, AnsiFallbackUsesWindows1252) {
+    EXPECT_EQ(utf8ToWide(std::string("\xE9")), L"\u00e9");
+    EXPECT_EQ(utf8ToWide(std::string("\x80\x99\x81")), L"\u20ac\u2122\u0081");
+}
+
+TEST(Text, DecodingStopsAtTheFirstZeroByte) {
+    EXPECT_EQ(utf8ToWide(std::string("ab\0cd", 5)), L"ab");
+    EXPECT_EQ(utf8ToWide(std::string()), L"");
+}
+
+TEST(Text, EncodingReplacesNonScalarValues) {
+    std::wstring bad;
+    bad.push_back(static_cast<wchar_t>(0xD800));
+    EXPECT_EQ(wideToUtf8(bad), "\xEF\xBF\xBD");
+}
+
+TEST(Text, EscapeIsStableAndLeavesQuotes) {
+    EXPECT_EQ(escapeXml(L"a<b"), L"a&lt;b");
+    EXPECT_EQ(escapeXml(L"a&lt;b"), L"a&lt;b");
+    EXPECT_EQ(escapeXml(L"a&b"), L"a&amp;b");
+    EXPECT_EQ(escapeXml(L"a&amp;b"), L"a&amp;b");
+    EXPECT_EQ(escapeXml(L"&amp;lt;"), L"&amp;lt;");
+    EXPECT_EQ(escapeXml(L"\"'"), L"\"'");
+    EXPECT_EQ(escapeXml(L"x>y", false), L"x&gt;y");
+    EXPECT_EQ(escapeXml(L"&lt;", false), L"&amp;lt;");
+    EXPECT_EQ(unescapeXml(L"&lt;&gt;&amp;&amp;lt;"), L"<>&&lt;");
+}
+
+TEST(Text, ControlCharactersAreStripped) {
+    std::wstring name = L"\tBrick\nWall\u0085\u007f!";
+    stripControlChars(name);
+    EXPECT_EQ(name, L"BrickWall!");
+    EXPECT_TRUE(isControlChar(L'\0'));
+    EXPECT_FALSE(isControlChar(L'\u00a0'));
+}
+
+TEST(Text, FileNameOfTakesTheLastComponent) {
+    EXPECT_EQ(fileNameOf(L"C:\\maps\\wood.jpg"), L"wood.jpg");
+    EXPECT_EQ(fileNameOf(L"/home/u/maps/stone.png"), L"stone.png");
+    EXPECT_EQ(fileNameOf(L"D:brick.tif"), L"brick.tif");
+    EXPECT_EQ(fileNameOf(L"plain"), L"plain");
+    EXPECT_EQ(fileNameOf(L"dir/"), L"");
+}
+
+TEST(Text, UuidsAreFreshLowercaseAndBraceless) {
+    std::set<std::wstring> seen;
+    for (int i = 0; i < 100; ++i) {
+        const std::wstring id = newUuidText();
+        ASSERT_EQ(id.size(), 36u);
+        for (size_t k = 0; k < id.size(); ++k) {
+            const wchar_t c = id[k];
+            if (k == 8 || k == 13 || k == 18 || k == 23) {
+                EXPECT_EQ(c, L'-');
+            } else {
+                EXPECT_TRUE((c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f')) << int(c);
+            }
+        }
+        seen.insert(id);
+    }
+    EXPECT_EQ(seen.size(), 100u);
+}
+
+TEST(Text, CaseIsFoldedForAsciiOnly) {
+    EXPECT_TRUE(equalsIgnoreCase(L"Brick", L"bRICK"));
+    EXPECT_FALSE(equalsIgnoreCase(L"\u00c9", L"\u00e9"));
+    EXPECT_LT(compareIgnoreCase(L"abc", L"ABD"), 0);
+    EXPECT_LT(compareIgnoreCase(L"ab", L"ABC"), 0);
+    EXPECT_TRUE(isAsciiDigit(L'7'));
+    EXPECT_FALSE(isAsciiDigit(L'\u0663'));  // an Arabic-Indic digit is no digit here
+}
+
+TEST(NumberFormat, MatchesTheDefaultStreamFormat) {
+    EXPECT_EQ(numberText(double(1.0f)), L"1");
+    EXPECT_EQ(numberText(double(0.5f)), L"0.5");
+    EXPECT_EQ(numberText(double(1.6f)), L"1.6");
+    EXPECT_EQ(numberText(double(0.1f)), L"0.1");
+    EXPECT_EQ(numberText(double(0.745098f)), L"0.745098");
+    EXPECT_EQ(numberText(double(1234567.0f)), L"1.23457e+06");
+    EXPECT_EQ(numberText(double(0.0001f)), L"0.0001");
+    EXPECT_EQ(numberText(double(0.00001f)), L"1e-05");
+    EXPECT_EQ(numberText(double(-0.0f)), L"-0");
+    EXPECT_EQ(numberText(100000.0), L"100000");
+    EXPECT_EQ(numberText(int64_t(-42)), L"-42");
+    EXPECT_EQ(numberText(int64_t(4000000000)), L"4000000000");
+}
+
+TEST(NumberFormat, IgnoresTheProcessLocale) {
+    // A comma-decimal locale, where one is installed, must not change the text.
+    const char* candidates[] = {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "C.UTF-8"};
+    std::string previous = std::setlocale(LC_ALL, nullptr);
+    for (const char* name : candidates) {
+        if (!std::setlocale(LC_ALL, name)) continue;
+        EXPECT_EQ(numberText(1.5), L"1.5") << name;
+        EXPECT_EQ(numberText(int64_t(1234567)), L"1234567") << name;
+    }
+    std::setlocale(LC_ALL, previous.c_str());
+}
+
+TEST(NumberFormat, AgreesWithAClassicLocaleStreamOnManyValues) {
+    uint32_t state = 12345;
+    for (int i = 0; i < 20000; ++i) {
+        state = state * 1664525u + 1013904223u;
+        float f;
+        std::memcpy(&f, &state, sizeof f);
+        std::wostringstream stream;
+        stream.imbue(std::locale::classic());
+        stream << f;
+        ASSERT_EQ(numberText(double(f)), stream.str()) << "bits " << state;
+    }
+}
