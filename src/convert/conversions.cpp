@@ -4,6 +4,7 @@
 #include "lights/base_light.h"
 #include "materials/base_material.h"
 #include "options/all_options.h"
+#include "upgrade/mtl_converter.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -54,9 +55,12 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
     if (!material) return std::nullopt;
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *material)) return std::nullopt;
-    // The folded material output joins here once the material classes exist; until then the
-    // factory knows no class and every record is refused above.
-    return std::nullopt;
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.targetHost = 0;
+    MtlCORVANEConverter converter(material);
+    converter.writeXML(writer, std::wstring());
+    return wideToUtf8(text);
 }
 
 std::string optionsDocument(AllOptions& options) {

@@ -9,7 +9,7 @@
 namespace CorvaneCore {
 
 class Base_BRDF : public CorvaneSerializable, public CorvaneXMLSerializable {
-public:
+  public:
     virtual int getType() = 0;
     virtual void setDefaults() = 0;
     virtual std::shared_ptr<Base_BRDF> clone() = 0;
@@ -18,6 +18,19 @@ public:
     int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
     std::wstring pluginType() override { return std::wstring(); }
     std::wstring pluginKind() override { return L"BRDF"; }
+
+    std::wstring name;        // last segment of the layer's url
+    bool layerFlagA = true;   // stored only
+    bool layerFlagB = false;  // cleared by the material upgrade pass
+    bool layerFlagC = false;  // stored only
+
+  protected:
+    // The base part of a reset: the name becomes the plugin type, the flags their defaults.
+    void resetBase();
+    // The section that stands inside each layer's stream. A bad version word leaves the name
+    // at its default and gives false; control characters leave the name in every case.
+    bool readBaseSection(QuickArchive& archive);
+    void writeBaseSection(QuickArchive& archive);
 };
 
 // Layer ids are single bits: 1, 2, 4, 8, 16, 32. Null for any other id.

@@ -3,13 +3,17 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "archive/serializable.h"
 
 namespace CorvaneCore {
 
+class BaseMaterial;
+using MaterialPtr = std::shared_ptr<BaseMaterial>;
+
 class BaseMaterial : public CorvaneSerializable, public CorvaneXMLSerializable {
-public:
+  public:
     virtual int getType() = 0;
     virtual void setDefaults() = 0;
     // A deep copy under a new unique name.
@@ -22,11 +26,34 @@ public:
     std::wstring pluginType() override { return std::wstring(); }
     std::wstring pluginKind() override { return L"material"; }
 
+    // The materials that the tree walk of collectMaterials goes on with: `base_mtl` of a
+    // wrapper, both children of a two-child wrapper, the target of a reference. Empty for the
+    // materials that end the walk, a multi-material among them.
+    virtual std::vector<MaterialPtr> walkedMaterials() { return {}; }
+
+    // A wrapper's share of the folded material block, written under the url of the outermost
+    // material: its textures ahead of the block, its parameters behind the layer list.
+    virtual void writeFoldedTextures(AssetXmlWriter&, const std::wstring& /*url*/) {}
+    virtual void writeFoldedParameters(AssetXmlWriter&, const std::wstring& /*url*/) {}
+
     std::wstring name;  // also the last segment of the material's URL
     std::wstring uuid;
+
+  protected:
+    // The base part of a reset: a fresh unique name and no uuid.
+    void resetMaterialBase();
+    // Name and uuid with their own version word. An empty name gets a unique one; control
+    // characters leave the name afterwards, also when the version word is refused.
+    bool readMaterialSection(QuickArchive& archive);
+    void writeMaterialSection(QuickArchive& archive);
+    // The bare name of the oldest layouts, from before the section existed.
+    void readBareName(QuickArchive& archive);
 };
 
-// Ids 0 to 14; null for any other.
+// "DefaultMaterial" made unique in the scene's material set.
+std::wstring uniqueDefaultName();
+
+// Ids 0 to 14; null for any other, and for the classes that are not part of this build yet.
 std::shared_ptr<BaseMaterial> createMaterial(int id);
 
 }  // namespace CorvaneCore

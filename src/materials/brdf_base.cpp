@@ -1,0 +1,99 @@
+#include <algorithm>
+
+#include "archive/read_helpers.h"
+#include "materials/brdf_slots.h"
+#include "textures/base_texture.h"
+#include "xml/asset_xml_writer.h"
+#include "xml/text.h"
+
+namespace CorvaneCore {
+
+namespace {
+constexpr uint32_t kBaseSectionVersion = 4;
+}  // namespace
+
+void Base_BRDF::resetBase() {
+    name = pluginType();
+    layerFlagA = true;
+    layerFlagB = false;
+    layerFlagC = false;
+}
+
+bool Base_BRDF::readBaseSection(QuickArchive& archive) {
+    uint32_t major = 0;
+    bool known = readVersion(archive, major) && major >= 1 && major <= kBaseSectionVersion;
+    if (known) {
+        archive.read(name);
+        if (major >= 2) archive.read(layerFlagA);
+        if (major >= 3) archive.read(layerFlagB);
+        if (major >= 4) archive.read(layerFlagC);
+    }
+    stripControlChars(name);
+    return known;
+}
+
+void Base_BRDF::writeBaseSection(QuickArchive& archive) {
+    writeVersion(archive, kBaseSectionVersion);
+    archive.write(name);
+    archive.write(layerFlagA);
+    archive.write(layerFlagB);
+    archive.write(layerFlagC);
+}
+
+bool readTextureSlot(QuickArchive& archive, TexturePtr& slot) {
+    return readOptionalChild<BaseTexture>(archive, slot, &createTexture);
+}
+
+bool writeTextureSlot(QuickArchive& archive, const TexturePtr& texture) {
+    return writeOptionalChild(archive, texture);
+}
+
+std::wstring readPathText(QuickArchive& archive) {
+    std::wstring path;
+    archive.read(path);
+    return path;
+}
+
+TexturePtr cloneTexture(const TexturePtr& texture) {
+    return texture ? texture->clone() : nullptr;
+}
+
+bool sameTexture(const TexturePtr& a, const TexturePtr& b) {
+    if (!a || !b) return !a && !b;
+    return a->isEqual(b);
+}
+
+Color invertedFilter(const Color& filter) {
+    auto invert = [](float channel) { return std::max(1.0f - channel, 0.0f); };
+    return Color(invert(filter.r), invert(filter.g), invert(filter.b));
+}
+
+static std::wstring slotUrl(const std::wstring& url, const char* word) {
+    return url + L"/" + utf8ToWide(word);
+}
+
+void writeSlotChildren(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots) {
+    for (const TextureSlot& slot : slots) {
+        if (slot.texture) slot.texture->writeXML(writer, slotUrl(url, slot.childWord));
+    }
+}
+
+void writeSlotParameters(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots) {
+    for (const TextureSlot& slot : slots) {
+        writer.writePlugin(slot.parameter, PluginRef(slot.texture), slotUrl(url, slot.childWord));
+    }
+}
+
+void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::wstring& url) {
+    writer.beginAsset(url, layer.pluginKind(), L"");
+    writer.beginPlugin(layer.pluginType(), layer.pluginKind());
+    writer.beginParameters();
+}
+
+void endLayerAsset(AssetXmlWriter& writer) {
+    writer.endParameters();
+    writer.endPlugin();
+    writer.endAsset();
+}
+
+}  // namespace CorvaneCore

@@ -1,0 +1,54 @@
+// Helpers shared by the BRDF layers: texture slots in the archive, the old path and fresnel
+// forms, and the frame of a layer's asset block.
+#pragma once
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+
+#include "archive/quick_archive.h"
+#include "materials/brdf.h"
+
+class AssetXmlWriter;
+
+namespace CorvaneCore {
+
+// An optional texture child: bool present, then type id and the texture's own stream.
+bool readTextureSlot(QuickArchive& archive, TexturePtr& slot);
+bool writeTextureSlot(QuickArchive& archive, const TexturePtr& texture);
+
+// Old layouts kept a bare image path where a texture stands today.
+std::wstring readPathText(QuickArchive& archive);
+TexturePtr textureFromPath(const std::wstring& path);
+inline void readPathSlot(QuickArchive& archive, TexturePtr& slot) {
+    slot = textureFromPath(readPathText(archive));
+}
+
+// A FresnelTexture with its defaults, and one standing in for an old fresnel flag and index.
+TexturePtr newFresnelTexture();
+TexturePtr fresnelFromOldFields(float fresnelIor);
+
+TexturePtr cloneTexture(const TexturePtr& texture);
+// Both empty, or both filled and equal by the texture's own comparison.
+bool sameTexture(const TexturePtr& a, const TexturePtr& b);
+
+// The reflective layers write their filter as 1 minus the filter, never below 0.
+Color invertedFilter(const Color& filter);
+
+// One texture slot of a layer as it appears in the XML: the child's url word and the name of
+// the parameter that refers to it.
+struct TextureSlot {
+    const TexturePtr& texture;
+    const char* childWord;
+    const char* parameter;
+};
+using TextureSlots = std::initializer_list<TextureSlot>;
+
+// Writes each filled slot's texture ahead of the layer, under url/childWord.
+void writeSlotChildren(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots);
+// One plugin parameter per slot, empty slots included.
+void writeSlotParameters(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots);
+void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::wstring& url);
+void endLayerAsset(AssetXmlWriter& writer);
+
+}  // namespace CorvaneCore

@@ -1,0 +1,68 @@
+// The two materials that hold BRDF layers: one layer, or a list of them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "materials/base_brdf.h"
+#include "materials/base_material.h"
+
+namespace CorvaneCore {
+
+class MaterialSingleBRDF : public BaseMaterial {
+  public:
+    static constexpr int kType = 0;
+    MaterialSingleBRDF() { setDefaults(); }
+
+    // False without a layer: a single material cannot be written without one.
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    int getType() override { return kType; }
+    // Keeps the layer; clears the options and the base part.
+    void setDefaults() override;
+    // Both share the layer with the source.
+    std::shared_ptr<BaseMaterial> clone() override;
+    std::shared_ptr<BaseMaterial> copy() override;
+    bool isEqual(const std::shared_ptr<BaseMaterial>& other) override;
+    std::wstring pluginType() override { return L"MtlSingleBRDF"; }
+
+    int32_t singleOptionA = 0;  // stored only
+    int32_t singleOptionB = 0;  // stored only
+    std::shared_ptr<Base_BRDF> brdf;
+};
+
+class MaterialLayeredBRDF : public BaseMaterial {
+  public:
+    static constexpr int kType = 1;
+    MaterialLayeredBRDF() { setDefaults(); }
+
+    bool serialize(QuickArchive& archive) override;
+    bool deserialize(QuickArchive& archive) override;
+    int getType() override { return kType; }
+    void setDefaults() override;
+    std::shared_ptr<BaseMaterial> clone() override;
+    std::shared_ptr<BaseMaterial> copy() override;
+    bool isEqual(const std::shared_ptr<BaseMaterial>& other) override;
+    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
+    std::wstring pluginType() override { return L"MtlCORVANE"; }
+
+    // The parts of the block that the folded output shares: each layer's own blocks under
+    // `url`, and the leading parameters ("double_sided" and the "brdfs" list).
+    void writeLayers(AssetXmlWriter& writer, const std::wstring& url);
+    void writeLeadingParameters(AssetXmlWriter& writer, const std::wstring& url);
+
+    std::vector<std::shared_ptr<Base_BRDF>> brdfs;
+    int32_t double_sided = 1;
+    int32_t layeredOptionA = 0;  // the four options are stored only
+    int32_t layeredOptionB = 1;
+    int32_t layeredOptionC = 1;
+    int32_t layeredOptionD = 0;
+
+  private:
+    bool readLayers(QuickArchive& archive);
+    std::shared_ptr<MaterialLayeredBRDF> duplicate();
+};
+
+}  // namespace CorvaneCore

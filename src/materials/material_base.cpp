@@ -1,0 +1,44 @@
+#include "archive/read_helpers.h"
+#include "materials/base_material.h"
+#include "materials/scene_materials.h"
+#include "xml/text.h"
+
+namespace CorvaneCore {
+
+namespace {
+constexpr uint32_t kMaterialSectionVersion = 2;
+}  // namespace
+
+std::wstring uniqueDefaultName() {
+    return sceneMaterials()->uniqueName(L"DefaultMaterial");
+}
+
+void BaseMaterial::resetMaterialBase() {
+    name = uniqueDefaultName();
+    uuid.clear();
+}
+
+void BaseMaterial::readBareName(QuickArchive& archive) {
+    archive.read(name);
+    if (name.empty()) name = uniqueDefaultName();
+}
+
+bool BaseMaterial::readMaterialSection(QuickArchive& archive) {
+    uint32_t major = 0;
+    const bool known =
+        readVersion(archive, major) && major >= 1 && major <= kMaterialSectionVersion;
+    if (known) {
+        readBareName(archive);
+        if (major >= 2) archive.read(uuid);
+    }
+    stripControlChars(name);
+    return known;
+}
+
+void BaseMaterial::writeMaterialSection(QuickArchive& archive) {
+    writeVersion(archive, kMaterialSectionVersion);
+    archive.write(name);
+    archive.write(uuid);
+}
+
+}  // namespace CorvaneCore

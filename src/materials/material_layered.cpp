@@ -1,0 +1,133 @@
+#include "archive/read_helpers.h"
+#include "materials/material.h"
+#include "materials/scene_materials.h"
+#include "xml/asset_xml_writer.h"
+
+namespace CorvaneCore {
+
+namespace {
+constexpr uint32_t kLayeredVersion = 4;
+}  // namespace
+
+void MaterialLayeredBRDF::setDefaults() {
+    resetMaterialBase();
+    brdfs.clear();
+    double_sided = 1;
+    layeredOptionA = 0;
+    layeredOptionB = 1;
+    layeredOptionC = 1;
+    layeredOptionD = 0;
+}
+
+// The list's count comes from the record: it is trusted only as far as there are bytes left,
+// and layers already read stay when a later one fails.
+bool MaterialLayeredBRDF::readLayers(QuickArchive& archive) {
+    uint32_t count = 0;
+    archive.read(count);
+    for (uint32_t i = 0; i < count; ++i) {
+        // Past the end every id reads as 0, which names no layer.
+        if (archive.remaining() == 0) return false;
+        std::shared_ptr<Base_BRDF> layer;
+        if (!readRequiredChild<Base_BRDF>(archive, layer, &createBRDF)) return false;
+        brdfs.push_back(layer);
+    }
+    return true;
+}
+
+bool MaterialLayeredBRDF::deserialize(QuickArchive& archive) {
+    uint32_t major = 0;
+    const bool minorOk = readVersion(archive, major);
+    setDefaults();
+    if (!minorOk || major < 1 || major > kLayeredVersion) return false;
+
+    if (!readLayers(archive)) return false;
+    archive.read(double_sided);
+    archive.read(layeredOptionA);
+    if (major == 1) {
+        readBareName(archive);
+        return true;
+    }
+    if (major >= 3) {
+        archive.read(layeredOptionB);
+        archive.read(layeredOptionC);
+    }
+    if (!readMaterialSection(archive)) return false;
+    if (major == 4) archive.read(layeredOptionD);
+    return true;
+}
+
+bool MaterialLayeredBRDF::serialize(QuickArchive& archive) {
+    writeVersion(archive, kLayeredVersion);
+    archive.write(static_cast<uint32_t>(brdfs.size()));
+    for (const auto& layer : brdfs) {
+        if (!writeRequiredChild(archive, layer)) return false;
+    }
+    archive.write(double_sided);
+    archive.write(layeredOptionA);
+    archive.write(layeredOptionB);
+    archive.write(layeredOptionC);
+    writeMaterialSection(archive);
+    archive.write(layeredOptionD);
+    return true;
+}
+
+std::shared_ptr<MaterialLayeredBRDF> MaterialLayeredBRDF::duplicate() {
+    auto result = std::make_shared<MaterialLayeredBRDF>(*this);
+    for (auto& layer : result->brdfs) {
+        if (layer) layer = layer->clone();
+    }
+    return result;
+}
+
+std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::clone() {
+    auto result = duplicate();
+    result->name = sceneMaterials()->uniqueName(name);
+    return result;
+}
+
+std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::copy() {
+    return duplicate();
+}
+
+bool MaterialLayeredBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
+    if (!other || other->getType() != getType()) return false;
+    const auto& o = static_cast<const MaterialLayeredBRDF&>(*other);
+    if (brdfs.size() != o.brdfs.size()) return false;
+    for (size_t i = 0; i < brdfs.size(); ++i) {
+        const bool same = brdfs[i] ? brdfs[i]->isEqual(o.brdfs[i]) : !o.brdfs[i];
+        if (!same) return false;
+    }
+    return double_sided == o.double_sided && layeredOptionA == o.layeredOptionA &&
+           layeredOptionB == o.layeredOptionB && layeredOptionC == o.layeredOptionC &&
+           layeredOptionD == o.layeredOptionD;
+}
+
+void MaterialLayeredBRDF::writeLayers(AssetXmlWriter& writer, const std::wstring& url) {
+    for (const auto& layer : brdfs) {
+        if (layer) layer->writeXML(writer, url);
+    }
+}
+
+void MaterialLayeredBRDF::writeLeadingParameters(AssetXmlWriter& writer, const std::wstring& url) {
+    writer.writeInteger("double_sided", double_sided);
+    writer.beginList("brdfs", "plugin");
+    for (const auto& layer : brdfs) {
+        if (layer) writer.writeEntry(url + L"/" + layer->name);
+    }
+    writer.endList();
+}
+
+int MaterialLayeredBRDF::writeXML(AssetXmlWriter& writer, std::wstring url) {
+    url += L"/" + name;
+    writeLayers(writer, url);
+    writer.beginAsset(url, pluginKind(), L"defommat");
+    writer.beginPlugin(pluginType(), pluginKind());
+    writer.beginParameters();
+    writeLeadingParameters(writer, url);
+    writer.endParameters();
+    writer.endPlugin();
+    writer.endAsset();
+    return 0;
+}
+
+}  // namespace CorvaneCore

@@ -1,0 +1,231 @@
+#include "materials/scene_materials.h"
+
+#include <iterator>
+#include <set>
+
+#include "archive/read_helpers.h"
+
+namespace CorvaneCore {
+
+namespace {
+
+constexpr uint32_t kSceneMaterialsVersion = 2;
+// Longer digit runs cannot be a counter that uniqueName would ever reach.
+constexpr size_t kMaxCounterDigits = 18;
+
+std::wstring trailingDigitsRemoved(const std::wstring& text) {
+    size_t end = text.size();
+    while (end > 0 && isAsciiDigit(text[end - 1])) --end;
+    return text.substr(0, end);
+}
+
+bool startsWithIgnoreCase(const std::wstring& text, const std::wstring& prefix) {
+    return text.size() >= prefix.size() && equalsIgnoreCase(text.substr(0, prefix.size()), prefix);
+}
+
+// The counter that `suffix` spells as uniqueName writes it (decimal, no leading zero), or 0.
+uint64_t counterIn(const std::wstring& suffix) {
+    if (suffix.empty() || suffix.size() > kMaxCounterDigits || suffix[0] == L'0') return 0;
+    uint64_t value = 0;
+    for (wchar_t c : suffix) {
+        if (!isAsciiDigit(c)) return 0;
+        value = value * 10 + static_cast<uint64_t>(c - L'0');
+    }
+    return value;
+}
+
+std::wstring sanitisedName(std::wstring name) {
+    for (wchar_t& c : name) {
+        if (c == L' ') c = L'_';
+    }
+    if (!name.empty() && isAsciiDigit(name[0])) name.insert(name.begin(), L'a');
+    return name;
+}
+
+}  // namespace
+
+std::shared_ptr<SceneMaterials> sceneMaterials() {
+    static const std::shared_ptr<SceneMaterials> instance = std::make_shared<SceneMaterials>();
+    return instance;
+}
+
+bool SceneMaterials::addMaterial(const MaterialPtr& material) {
+    if (!material || material->name.empty()) return false;
+    if (!materials.emplace(material->name, material).second) return false;
+    const std::wstring key = material->uuid.empty() ? newUuidText() : material->uuid;
+    ids[key] = material->name;
+    return true;
+}
+
+void SceneMaterials::removeIdsNaming(const std::wstring& name) {
+    for (auto it = ids.begin(); it != ids.end();) {
+        it = equalsIgnoreCase(it->second, name) ? ids.erase(it) : std::next(it);
+    }
+}
+
+bool SceneMaterials::removeMaterial(const std::wstring& name) {
+    const bool found = materials.erase(name) > 0;
+    removeIdsNaming(name);
+    return found;
+}
+
+bool SceneMaterials::renameMaterial(const std::wstring& oldName, const MaterialPtr& material) {
+    if (!material) return false;
+    const std::wstring& newName = material->name;
+    if (!equalsIgnoreCase(oldName, newName) && !isNameFree(newName)) return false;
+    auto entry = materials.find(oldName);
+    if (entry == materials.end()) return false;
+    materials.erase(entry);
+    materials[newName] = material;
+    for (auto& id : ids) {
+        if (equalsIgnoreCase(id.second, oldName)) id.second = newName;
+    }
+    return true;
+}
+
+MaterialPtr SceneMaterials::findByName(const std::wstring& name) const {
+    auto it = materials.find(name);
+    return it == materials.end() ? nullptr : it->second;
+}
+
+MaterialPtr SceneMaterials::findByUuid(const std::wstring& uuid) const {
+    auto id = ids.find(uuid);
+    return id == ids.end() ? nullptr : findByName(id->second);
+}
+
+bool SceneMaterials::isNameFree(const std::wstring& name) const {
+    return materials.find(name) == materials.end();
+}
+
+void SceneMaterials::names(std::vector<std::wstring>& list) const {
+    list.clear();
+    for (const auto& entry : materials) list.push_back(entry.first);
+}
+
+// The candidates are the stem, then the stem with 1, 2, ... behind it. Every name that could
+// be one of them starts with the stem, so one pass over that range of the ordered map finds
+// all taken candidates at once.
+std::wstring SceneMaterials::uniqueName(const std::wstring& wish) const {
+    const std::wstring stem = trailingDigitsRemoved(wish);
+    bool stemTaken = false;
+    std::set<uint64_t> takenCounters;
+    for (auto it = materials.lower_bound(stem);
+         it != materials.end() && startsWithIgnoreCase(it->first, stem); ++it) {
+        const std::wstring suffix = it->first.substr(stem.size());
+        if (suffix.empty()) stemTaken = true;
+        if (uint64_t counter = counterIn(suffix)) takenCounters.insert(counter);
+    }
+    if (!stemTaken) return sanitisedName(stem);
+    uint64_t counter = 1;
+    for (uint64_t taken : takenCounters) {
+        if (taken != counter) break;
+        ++counter;
+    }
+    return sanitisedName(stem + std::to_wstring(counter));
+}
+
+bool SceneMaterials::serialize(QuickArchive& archive) {
+    writeVersion(archive, kSceneMaterialsVersion);
+    archive.write(static_cast<uint32_t>(materials.size()));
+    for (const auto& entry : materials) {
+        const MaterialPtr& material = entry.second;
+        if (!material) return false;
+        archive.write(static_cast<int32_t>(material->getType()));
+        if (!material->serialize(archive)) return false;
+    }
+    archive.write(static_cast<uint32_t>(ids.size()));
+    for (const auto& id : ids) {
+        archive.write(id.first);
+        archive.write(id.second);
+    }
+    return true;
+}
+
+// Each material's key is its own name again. Version 1 enters them as new materials, so a
+// duplicate name refuses the read; version 2 takes them as they stand.
+bool SceneMaterials::readMaterialList(QuickArchive& archive, bool throughAdd) {
+    uint32_t count = 0;
+    archive.read(count);
+    for (uint32_t i = 0; i < count; ++i) {
+        // Past the end a type id reads as 0 and that material's version word as 0, which
+        // refuses the read.
+        if (archive.remaining() == 0) return false;
+        MaterialPtr material;
+        if (!readRequiredChild<BaseMaterial>(archive, material, &createMaterial)) return false;
+        if (throughAdd) {
+            if (!addMaterial(material)) return false;
+        } else {
+            materials[material->name] = material;
+        }
+    }
+    return true;
+}
+
+bool SceneMaterials::readIdList(QuickArchive& archive) {
+    uint32_t count = 0;
+    archive.read(count);
+    for (uint32_t i = 0; i < count; ++i) {
+        if (archive.remaining() == 0) {
+            // Every entry left would read as two empty strings.
+            ids[std::wstring()] = std::wstring();
+            break;
+        }
+        std::wstring key, value;
+        archive.read(key);
+        archive.read(value);
+        ids[key] = value;
+    }
+    return true;
+}
+
+bool SceneMaterials::deserialize(QuickArchive& archive) {
+    materials.clear();
+    ids.clear();
+    uint32_t major = 0;
+    if (!readVersion(archive, major)) return false;
+    switch (major) {
+        case 1:
+            return readMaterialList(archive, true);
+        case 2:
+            return readMaterialList(archive, false) && readIdList(archive);
+        default:
+            return false;
+    }
+}
+
+void SceneMaterials::writeXML(AssetXmlWriter& writer) {
+    for (const auto& entry : materials) {
+        if (entry.second) entry.second->writeXML(writer, std::wstring());
+    }
+}
+
+void SceneMaterials::dump(std::wostream& stream) const {
+    for (const auto& entry : materials) {
+        stream << entry.first << L" " << (entry.second ? entry.second->name : L"") << L"\n";
+    }
+    stream << L"Beginning UUIDs\n";
+    for (const auto& id : ids) stream << id.first << L" " << id.second << L"\n";
+}
+
+// Deep enough for any real tree; it only stops a reference that leads back to itself.
+constexpr int kMaxWalkDepth = 256;
+
+static void collectInto(const MaterialPtr& root, int typeId, std::vector<MaterialPtr>& found,
+                        int depth) {
+    if (!root || depth > kMaxWalkDepth) return;
+    if (root->getType() == typeId) {
+        found.push_back(root);
+        return;
+    }
+    for (const MaterialPtr& child : root->walkedMaterials()) {
+        collectInto(child, typeId, found, depth + 1);
+    }
+}
+
+std::vector<MaterialPtr> collectMaterials(const MaterialPtr& root, int typeId) {
+    std::vector<MaterialPtr> found;
+    collectInto(root, typeId, found, 0);
+    return found;
+}
+
+}  // namespace CorvaneCore

@@ -1,0 +1,60 @@
+// The scene's one material set: name to material, and uuid to name. Names compare without
+// regard to case throughout.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "archive/serializable.h"
+#include "materials/base_material.h"
+#include "xml/text.h"
+
+namespace CorvaneCore {
+
+class SceneMaterials : public CorvaneSerializable {
+  public:
+    using MaterialMap = std::map<std::wstring, MaterialPtr, LessIgnoreCase>;
+    using IdMap = std::map<std::wstring, std::wstring, LessIgnoreCase>;
+
+    bool serialize(QuickArchive& archive) override;
+    // Replaces the content. A refused version word leaves the set empty; a failing material
+    // keeps what was read before it.
+    bool deserialize(QuickArchive& archive) override;
+    virtual void writeXML(AssetXmlWriter& writer);
+
+    // Enters a material under its name unless that name is taken (or empty). The uuid table
+    // gets the material's own uuid, or a new one when it has none.
+    bool addMaterial(const MaterialPtr& material);
+    bool removeMaterial(const std::wstring& name);
+    // Moves the entry of `oldName` to the material's current name; refused when that name
+    // belongs to another entry.
+    bool renameMaterial(const std::wstring& oldName, const MaterialPtr& material);
+    MaterialPtr findByName(const std::wstring& name) const;
+    MaterialPtr findByUuid(const std::wstring& uuid) const;
+    bool isNameFree(const std::wstring& name) const;
+    void names(std::vector<std::wstring>& list) const;
+    // A name not in use, derived from `wish`; nothing is reserved by asking.
+    std::wstring uniqueName(const std::wstring& wish) const;
+    // Debug listing of both tables.
+    void dump(std::wostream& stream) const;
+
+    MaterialMap materials;
+    IdMap ids;
+
+  private:
+    bool readMaterialList(QuickArchive& archive, bool throughAdd);
+    bool readIdList(QuickArchive& archive);
+    void removeIdsNaming(const std::wstring& name);
+};
+
+// The process-wide set, made on first use.
+std::shared_ptr<SceneMaterials> sceneMaterials();
+
+// The materials of type `typeId` below `root`, depth first; the walk stops at each hit.
+std::vector<MaterialPtr> collectMaterials(const MaterialPtr& root, int typeId);
+
+}  // namespace CorvaneCore

@@ -1,0 +1,400 @@
+// Materials: the base section, single and layered layouts of every version, copies, and the
+// folded output of a whole record.
+#include "materials/material.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "convert/conversions.h"
+#include "materials/brdf.h"
+#include "materials/material_file.h"
+#include "materials/scene_materials.h"
+#include "record_builder.h"
+#include "textures/texture.h"
+#include "upgrade/mtl_converter.h"
+#include "xml/asset_xml_writer.h"
+
+using namespace CorvaneCore;
+
+namespace {
+
+class MaterialTest : public ::testing::Test {
+  protected:
+    void SetUp() override { clearSet(); }
+    void TearDown() override { clearSet(); }
+    static void clearSet() {
+        sceneMaterials()->materials.clear();
+        sceneMaterials()->ids.clear();
+    }
+};
+
+// A version 4 Diffuse_BRDF with default values and the given name.
+RecordBuilder& diffuseLayer(RecordBuilder& r, const std::string& name) {
+    r.i32(2).version(4).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1).absent().absent();
+    return r.brdfSection(name).boolean(false);
+}
+
+bool readAll(BaseMaterial& material, const RecordBuilder& record) {
+    QuickArchive archive = record.archive();
+    const bool ok = material.deserialize(archive);
+    EXPECT_EQ(archive.readPos(), record.size());
+    return ok;
+}
+
+// The Brick record: a layered material holding one diffuse layer whose colour texture is a
+// bitmap with a channel generator and a buffer.
+RecordBuilder brickRecord() {
+    RecordBuilder r;
+    auto components = [&r] {
+        r.version(1).f32(0).f32(0).f32(0).f32(1).f32(1).f32(1).f32(0).f32(0).f32(0);
+        r.i32(0).i32(0).i32(0);
+    };
+    auto identity = [&r] { r.f32(1).f32(0).f32(0).f32(0).f32(1).f32(0).f32(0).f32(0).f32(1); };
+    r.version(4).u32(1);
+    r.i32(2).version(4).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1);
+    r.boolean(true).i32(0).version(1).i32(4).i32(0);
+    r.version(2);
+    identity(), r.f32(0).f32(0).f32(0);
+    identity(), r.f32(0).f32(0).f32(0);
+    r.i32(0).i32(0).i32(1);
+    components(), components();
+    r.version(1).i32(1).f32(0.15f).f32(1.0f).text("C:/maps/brick&mortar.png");
+    r.boolean(true);
+    r.absent().brdfSection("BRDFDiffuse").boolean(false);
+    r.i32(1).i32(0).i32(1).i32(1);
+    r.version(2).text("Brick").text("6f1c2d3e-0000-4000-8000-00000000b41c");
+    r.i32(0);
+    return r;
+}
+
+std::string plain(const char* type, const char* name, const char* value) {
+    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
+           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
+           "              <value>" + value + "</value>\n" + "            </parameter>\n";
+}
+
+std::string open(const char* type, const char* name) {
+    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
+           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
+           "              <value>\n";
+}
+
+const char* const kClose = "              </value>\n            </parameter>\n";
+
+std::string line(const char* tag, const char* value) {
+    return std::string("                <") + tag + ">" + value + "</" + tag + ">\n";
+}
+
+std::string vectorLines(const char* x, const char* y, const char* z) {
+    return std::string("                <vector>\n") + "  " + line("x", x) + "  " + line("y", y) +
+           "  " + line("z", z) + "                </vector>\n";
+}
+
+std::string colorLines(const char* r, const char* g, const char* b) {
+    return line("r", r) + line("g", g) + line("b", b);
+}
+
+std::string assetHead(const char* type, const char* url, const char* plugin,
+                      const char* layout = "") {
+    return std::string("    <Asset layout=\"") + layout + "\" renderer=\"ombra\" type=\"" + type +
+           "\" url=\"" + url + "\" >\n      <plugin>\n        <ombraplugin name=\"" + plugin +
+           "\" type=\"" + type + "\">\n          <parameters>\n";
+}
+
+const char* const kAssetTail =
+    "          </parameters>\n        </ombraplugin>\n      </plugin>\n    </Asset>\n";
+
+// The document written out from the example of the folded output, block by block.
+std::string expectedBrickDocument() {
+    const char* tex = "/Brick/BRDFDiffuse/color_texture/TexBitmap";
+    std::string s = "  <Assets>\n";
+    s += assetHead("uvw", "/Brick/BRDFDiffuse/color_texture/TexBitmap/uvwgen/UVWGenChannel",
+                   "UVWGenChannel");
+    s += std::string("            <parameter type=\"componentTransform\" name=\"uvw_transform\" ") +
+         "handler=\"default\" listType=\"none\" label=\"uvw_transform\">\n              <value>\n";
+    s += line("x_rotation", "0") + line("y_rotation", "0") + line("z_rotation", "0");
+    s += line("x_scale", "1") + line("y_scale", "1") + line("z_scale", "1");
+    s += line("x_offset", "0") + line("y_offset", "0") + line("z_offset", "0");
+    s += line("x_mirror", "0") + line("y_mirror", "0") + line("z_mirror", "0") + kClose;
+    s += open("transform", "tex_transform") + vectorLines("1", "0", "0") +
+         vectorLines("0", "1", "0") + vectorLines("0", "0", "1") + vectorLines("0", "0", "0") +
+         kClose;
+    s += plain("integer", "wrap_u", "0") + plain("integer", "wrap_v", "0") +
+         plain("integer", "uvw_channel", "1") + kAssetTail;
+
+    s += assetHead("bitmap", "/Brick/BRDFDiffuse/color_texture/TexBitmap/buffer/BitmapBuffer",
+                   "BitmapBuffer");
+    s += plain("integer", "filter_type", "1") + plain("float", "filter_blur", "0.15") +
+         plain("float", "gamma", "1");
+    s += std::string("            <parameter type=\"string\" name=\"file\" ") +
+         "handler=\"FileBrowserHandler\" listType=\"none\" label=\"file\">\n" +
+         "              <value>C:/maps/brick&amp;mortar.png</value>\n            </parameter>\n";
+    s += kAssetTail;
+
+    s += assetHead("texture", tex, "TexBitmap");
+    s += plain("plugin", "uvwgen", (std::string(tex) + "/uvwgen/UVWGenChannel").c_str());
+    s += plain("plugin", "bitmap", (std::string(tex) + "/buffer/BitmapBuffer").c_str());
+    s += plain("bool", "tile", "1") + kAssetTail;
+
+    s += assetHead("BRDF", "/Brick/BRDFDiffuse", "BRDFDiffuse");
+    s += open("color", "color") + colorLines("0.5", "0.5", "0.5") + kClose;
+    s += open("color", "transparency") + colorLines("0", "0", "0") + kClose;
+    s += plain("float", "color_tex_mult", "1") + plain("float", "transparency_tex_mult", "1");
+    s += plain("plugin", "color_tex", tex);
+    s += std::string("            <parameter type=\"plugin\" name=\"transparency_tex\" ") +
+         "handler=\"default\" listType=\"none\" label=\"transparency_tex\">\n" +
+         "            </parameter>\n";
+    s += plain("bool", "use_color_tex_alpha_as_transparency", "0") + kAssetTail;
+
+    s += assetHead("material", "/Brick", "MtlCORVANE", "defommat");
+    s += plain("integer", "double_sided", "1");
+    s += std::string("            <parameter type=\"list\" name=\"brdfs\" handler=\"default\" ") +
+         "listType=\"plugin\" label=\"brdfs\">\n              <value>\n              <list>\n" +
+         "                <entry>/Brick/BRDFDiffuse</entry>\n              </list>\n" + kClose;
+    s += kAssetTail;
+    s += "  </Assets>\n";
+    return s;
+}
+
+}  // namespace
+
+TEST_F(MaterialTest, FactoryKnowsTheLayerMaterials) {
+    ASSERT_TRUE(createMaterial(0));
+    EXPECT_EQ(createMaterial(0)->getType(), 0);
+    EXPECT_EQ(createMaterial(0)->pluginType(), L"MtlSingleBRDF");
+    ASSERT_TRUE(createMaterial(1));
+    EXPECT_EQ(createMaterial(1)->getType(), 1);
+    EXPECT_EQ(createMaterial(1)->pluginKind(), L"material");
+    EXPECT_FALSE(createMaterial(15));
+    EXPECT_FALSE(createMaterial(-1));
+}
+
+TEST_F(MaterialTest, EmptyNamesBecomeUniqueDefaultNamesWithoutEnteringTheSet) {
+    RecordBuilder v1;
+    v1.version(1).u32(0).i32(0).i32(0).text("");
+    MaterialLayeredBRDF first;
+    ASSERT_TRUE(readAll(first, v1));
+    EXPECT_EQ(first.name, L"DefaultMaterial");
+    EXPECT_TRUE(sceneMaterials()->materials.empty());
+
+    auto taken = std::make_shared<MaterialLayeredBRDF>();
+    taken->name = L"DefaultMaterial";
+    ASSERT_TRUE(sceneMaterials()->addMaterial(taken));
+    RecordBuilder v2;
+    v2.version(2).u32(0).i32(0).i32(0).version(1).text("");
+    MaterialLayeredBRDF second;
+    ASSERT_TRUE(readAll(second, v2));
+    EXPECT_EQ(second.name, L"DefaultMaterial1");
+}
+
+TEST_F(MaterialTest, SectionStripsControlCharactersAndRefusesBadWords) {
+    RecordBuilder r;
+    r.version(2).u32(0).i32(0).i32(0).version(2).text("Red\tBrick\x7f").text("id-1");
+    MaterialLayeredBRDF material;
+    ASSERT_TRUE(readAll(material, r));
+    EXPECT_EQ(material.name, L"RedBrick");
+    EXPECT_EQ(material.uuid, L"id-1");
+
+    for (uint32_t word : {0x30000u, 0x20001u}) {
+        RecordBuilder bad;
+        bad.version(2).u32(0).i32(0).i32(0).u32(word).text("Ignored");
+        MaterialLayeredBRDF refused;
+        QuickArchive archive = bad.archive();
+        EXPECT_FALSE(refused.deserialize(archive));
+        EXPECT_EQ(refused.name, L"DefaultMaterial");
+    }
+}
+
+TEST_F(MaterialTest, LayeredReadsEveryVersion) {
+    RecordBuilder v1;
+    diffuseLayer(v1.version(1).u32(1), "Base").i32(0).i32(7).text("Old");
+    MaterialLayeredBRDF m1;
+    ASSERT_TRUE(readAll(m1, v1));
+    ASSERT_EQ(m1.brdfs.size(), 1u);
+    EXPECT_EQ(m1.brdfs[0]->name, L"Base");
+    EXPECT_EQ(m1.double_sided, 0);
+    EXPECT_EQ(m1.layeredOptionA, 7);
+    EXPECT_EQ(m1.name, L"Old");
+
+    RecordBuilder v2;
+    v2.version(2).u32(0).i32(1).i32(0).version(1).text("Two");
+    MaterialLayeredBRDF m2;
+    ASSERT_TRUE(readAll(m2, v2));
+    EXPECT_EQ(m2.name, L"Two");
+    EXPECT_EQ(m2.layeredOptionB, 1);
+
+    RecordBuilder v3;
+    diffuseLayer(diffuseLayer(v3.version(3).u32(2), "A"), "B").i32(1).i32(0).i32(5).i32(6);
+    v3.version(2).text("Three").text("u3");
+    MaterialLayeredBRDF m3;
+    ASSERT_TRUE(readAll(m3, v3));
+    EXPECT_EQ(m3.brdfs.size(), 2u);
+    EXPECT_EQ(m3.layeredOptionB, 5);
+    EXPECT_EQ(m3.layeredOptionC, 6);
+    EXPECT_EQ(m3.layeredOptionD, 0);
+
+    RecordBuilder v4;
+    v4.version(4).u32(0).i32(1).i32(0).i32(1).i32(1).version(2).text("Four").text("").i32(9);
+    MaterialLayeredBRDF m4;
+    ASSERT_TRUE(readAll(m4, v4));
+    EXPECT_EQ(m4.layeredOptionD, 9);
+}
+
+TEST_F(MaterialTest, LayeredListFailuresKeepWhatWasRead) {
+    RecordBuilder unknown;
+    diffuseLayer(unknown.version(4).u32(3), "Kept").i32(3);
+    MaterialLayeredBRDF m;
+    QuickArchive archive = unknown.archive();
+    EXPECT_FALSE(m.deserialize(archive));
+    ASSERT_EQ(m.brdfs.size(), 1u);
+    EXPECT_EQ(m.brdfs[0]->name, L"Kept");
+
+    // A declared count far beyond the data ends as soon as the bytes do.
+    RecordBuilder huge;
+    diffuseLayer(huge.version(4).u32(0xFFFFFFFFu), "Only");
+    MaterialLayeredBRDF big;
+    QuickArchive hugeArchive = huge.archive();
+    EXPECT_FALSE(big.deserialize(hugeArchive));
+    EXPECT_EQ(big.brdfs.size(), 1u);
+}
+
+TEST_F(MaterialTest, SingleReadsBothVersionsAndSharesItsLayer) {
+    RecordBuilder v1;
+    diffuseLayer(v1.version(1).i32(3).i32(4).text("Solo"), "Layer");
+    MaterialSingleBRDF s1;
+    ASSERT_TRUE(readAll(s1, v1));
+    EXPECT_EQ(s1.singleOptionA, 3);
+    EXPECT_EQ(s1.singleOptionB, 4);
+    EXPECT_EQ(s1.name, L"Solo");
+    ASSERT_TRUE(s1.brdf);
+    EXPECT_EQ(s1.brdf->name, L"Layer");
+
+    RecordBuilder v2;
+    diffuseLayer(v2.version(2).i32(3).i32(4), "Layer").version(2).text("Solo2").text("u");
+    MaterialSingleBRDF s2;
+    ASSERT_TRUE(readAll(s2, v2));
+    EXPECT_EQ(s2.name, L"Solo2");
+    EXPECT_EQ(s2.uuid, L"u");
+
+    auto clone = std::static_pointer_cast<MaterialSingleBRDF>(s2.clone());
+    EXPECT_EQ(clone->brdf, s2.brdf);
+    auto copy = std::static_pointer_cast<MaterialSingleBRDF>(s2.copy());
+    EXPECT_EQ(copy->brdf, s2.brdf);
+    EXPECT_EQ(copy->name, L"Solo2");
+
+    RecordBuilder unknown;
+    unknown.version(2).i32(0).i32(0).i32(64);
+    MaterialSingleBRDF refused;
+    QuickArchive archive = unknown.archive();
+    EXPECT_FALSE(refused.deserialize(archive));
+    EXPECT_FALSE(refused.brdf);
+    QuickArchive out(1);
+    EXPECT_FALSE(refused.serialize(out));
+}
+
+TEST_F(MaterialTest, LayeredCloneCopyAndIsEqual) {
+    MaterialLayeredBRDF source;
+    source.name = L"Brick";
+    source.uuid = L"id";
+    source.brdfs.push_back(std::make_shared<Diffuse_BRDF>());
+    sceneMaterials()->addMaterial(std::make_shared<MaterialLayeredBRDF>(source));
+
+    auto clone = std::static_pointer_cast<MaterialLayeredBRDF>(source.clone());
+    EXPECT_EQ(clone->name, L"Brick1");
+    EXPECT_EQ(clone->uuid, L"id");
+    EXPECT_NE(clone->brdfs[0], source.brdfs[0]);
+    auto sourcePtr = std::make_shared<MaterialLayeredBRDF>(source);
+    EXPECT_TRUE(clone->isEqual(sourcePtr));
+
+    auto copy = std::static_pointer_cast<MaterialLayeredBRDF>(source.copy());
+    EXPECT_EQ(copy->name, L"Brick");
+    EXPECT_NE(copy->brdfs[0], source.brdfs[0]);
+
+    copy->layeredOptionD = 2;
+    EXPECT_FALSE(copy->isEqual(sourcePtr));
+    copy->layeredOptionD = 0;
+    copy->brdfs.push_back(std::make_shared<Light_BRDF>());
+    EXPECT_FALSE(copy->isEqual(sourcePtr));
+    EXPECT_FALSE(copy->isEqual(std::make_shared<MaterialSingleBRDF>()));
+
+    QuickArchive archive(1);
+    ASSERT_TRUE(copy->serialize(archive));
+    MaterialLayeredBRDF back;
+    ASSERT_TRUE(back.deserialize(archive));
+    EXPECT_TRUE(back.isEqual(copy));
+    EXPECT_EQ(back.name, L"Brick");
+    EXPECT_EQ(back.uuid, L"id");
+}
+
+TEST_F(MaterialTest, LayeredOwnXmlWithAnEmptyListHasAnEmptyBrdfsList) {
+    MaterialLayeredBRDF material;
+    material.name = L"Bare";
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    material.writeXML(writer, L"");
+    const std::wstring expected =
+        L"  <Asset layout=\"defommat\" renderer=\"ombra\" type=\"material\" url=\"/Bare\" >\n"
+        L"    <plugin>\n"
+        L"      <ombraplugin name=\"MtlCORVANE\" type=\"material\">\n"
+        L"        <parameters>\n"
+        L"          <parameter type=\"integer\" name=\"double_sided\" handler=\"default\" "
+        L"listType=\"none\" label=\"double_sided\">\n"
+        L"            <value>1</value>\n"
+        L"          </parameter>\n"
+        L"          <parameter type=\"list\" name=\"brdfs\" handler=\"default\" "
+        L"listType=\"plugin\" label=\"brdfs\">\n"
+        L"            <value>\n"
+        L"            <list>\n"
+        L"            </list>\n"
+        L"            </value>\n"
+        L"          </parameter>\n"
+        L"        </parameters>\n"
+        L"      </ombraplugin>\n"
+        L"    </plugin>\n"
+        L"  </Asset>\n";
+    EXPECT_EQ(text, expected);
+}
+
+TEST_F(MaterialTest, BrickRecordConvertsToTheFoldedDocument) {
+    const RecordBuilder brick = brickRecord();
+    QuickArchive archive = brick.archive();
+    const auto xml = convertMaterial(archive, 1);
+    ASSERT_TRUE(xml);
+    EXPECT_EQ(*xml, expectedBrickDocument());
+    EXPECT_EQ(archive.readPos(), brick.size());
+}
+
+TEST_F(MaterialTest, BundledBrickSampleIsTheBrickRecord) {
+    std::ifstream in(QUILLON_SAMPLES_DIR "/material_type1_brick.json");
+    ASSERT_TRUE(in);
+    const std::string json((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::vector<uint8_t> bytes;
+    int value = -1;
+    for (char c : json) {
+        if (c >= '0' && c <= '9') {
+            value = (value < 0 ? 0 : value * 10) + (c - '0');
+        } else if (value >= 0) {
+            bytes.push_back(static_cast<uint8_t>(value));
+            value = -1;
+        }
+    }
+    EXPECT_EQ(bytes, brickRecord().bytes());
+}
+
+TEST_F(MaterialTest, SingleMaterialGivesAnEmptyDocument) {
+    RecordBuilder r;
+    diffuseLayer(r.version(2).i32(0).i32(0), "Layer").version(2).text("Solo").text("");
+    QuickArchive archive = r.archive();
+    const auto xml = convertMaterial(archive, 0);
+    ASSERT_TRUE(xml);
+    EXPECT_EQ(*xml, "  <Assets>\n  </Assets>\n");
+
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    MtlCORVANEConverter empty(nullptr);
+    EXPECT_EQ(empty.writeXML(writer, L"ignored"), 0);
+    EXPECT_TRUE(text.empty());
+}

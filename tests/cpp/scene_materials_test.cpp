@@ -1,0 +1,211 @@
+// The scene material set: names, look-ups, the two stream versions and the tree walk.
+#include "materials/scene_materials.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "materials/material.h"
+#include "record_builder.h"
+
+using namespace CorvaneCore;
+
+namespace {
+
+class SceneMaterialsTest : public ::testing::Test {
+  protected:
+    void SetUp() override { clear(); }
+    void TearDown() override { clear(); }
+    static void clear() {
+        set().materials.clear();
+        set().ids.clear();
+    }
+    static SceneMaterials& set() { return *sceneMaterials(); }
+    static MaterialPtr enter(const std::wstring& name, const std::wstring& uuid = L"") {
+        auto material = std::make_shared<MaterialLayeredBRDF>();
+        material->name = name;
+        material->uuid = uuid;
+        EXPECT_TRUE(set().addMaterial(material)) << std::string(name.begin(), name.end());
+        return material;
+    }
+};
+
+// A version 2 layered material with no layers, as the set's streams hold it.
+RecordBuilder& layeredMaterial(RecordBuilder& r, const std::string& name, const std::string& uuid) {
+    return r.i32(1).version(2).u32(0).i32(1).i32(0).version(2).text(name).text(uuid);
+}
+
+}  // namespace
+
+TEST_F(SceneMaterialsTest, UniqueNameTakesTheStemThenCounts) {
+    EXPECT_EQ(set().uniqueName(L"Brick7"), L"Brick");
+    enter(L"Brick");
+    enter(L"Brick1");
+    EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick2");
+    EXPECT_EQ(set().uniqueName(L"Brick1"), L"Brick2");
+    enter(L"Brick3");
+    enter(L"Brick01");
+    EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick2");
+    enter(L"Brick2");
+    EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick4");
+}
+
+TEST_F(SceneMaterialsTest, UniqueNameIgnoresCase) {
+    enter(L"brick");
+    EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick1");
+    EXPECT_EQ(set().uniqueName(L"BRICKWALL"), L"BRICKWALL");
+}
+
+TEST_F(SceneMaterialsTest, UniqueNameOfDigitsAlone) {
+    enter(L"1x");
+    EXPECT_EQ(set().uniqueName(L"12"), L"");
+    auto unnamed = std::make_shared<MaterialLayeredBRDF>();
+    unnamed->name.clear();
+    set().materials[L""] = unnamed;
+    EXPECT_EQ(set().uniqueName(L"12"), L"a1");
+}
+
+TEST_F(SceneMaterialsTest, UniqueNameSanitisesAfterTheSearch) {
+    EXPECT_EQ(set().uniqueName(L"My Material"), L"My_Material");
+    enter(L"My_Material");
+    // The search looks for the blank form, so the result can collide.
+    EXPECT_EQ(set().uniqueName(L"My Material"), L"My_Material");
+    enter(L"My Material");
+    EXPECT_EQ(set().uniqueName(L"My Material"), L"My_Material1");
+}
+
+TEST_F(SceneMaterialsTest, AddFindRemoveRename) {
+    auto brick = enter(L"Brick", L"uuid-brick");
+    EXPECT_EQ(set().findByName(L"BRICK"), brick);
+    EXPECT_EQ(set().findByUuid(L"UUID-BRICK"), brick);
+    EXPECT_FALSE(set().isNameFree(L"brick"));
+
+    auto twin = std::make_shared<MaterialLayeredBRDF>();
+    twin->name = L"bRiCk";
+    EXPECT_FALSE(set().addMaterial(twin));
+    EXPECT_EQ(set().findByName(L"brick"), brick);
+    twin->name.clear();
+    EXPECT_FALSE(set().addMaterial(twin));
+    EXPECT_FALSE(set().addMaterial(nullptr));
+
+    auto stone = enter(L"Stone");
+    ASSERT_EQ(set().ids.size(), 2u);
+    std::wstring stoneUuid;
+    for (const auto& id : set().ids) {
+        if (id.second == L"Stone") stoneUuid = id.first;
+    }
+    EXPECT_FALSE(stoneUuid.empty());
+    EXPECT_EQ(stone->uuid, L"");
+
+    stone->name = L"Brick";
+    EXPECT_FALSE(set().renameMaterial(L"Stone", stone));
+    stone->name = L"Granite";
+    ASSERT_TRUE(set().renameMaterial(L"stone", stone));
+    EXPECT_FALSE(set().findByName(L"Stone"));
+    EXPECT_EQ(set().findByUuid(stoneUuid), stone);
+
+    std::vector<std::wstring> names{L"stale"};
+    set().names(names);
+    EXPECT_EQ(names, (std::vector<std::wstring>{L"Brick", L"Granite"}));
+
+    EXPECT_TRUE(set().removeMaterial(L"BRICK"));
+    EXPECT_FALSE(set().findByUuid(L"uuid-brick"));
+    EXPECT_EQ(set().ids.count(L"uuid-brick"), 0u);
+    EXPECT_FALSE(set().removeMaterial(L"Brick"));
+}
+
+TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
+    RecordBuilder r;
+    r.version(1).u32(2);
+    layeredMaterial(r, "Brick", "");
+    layeredMaterial(r, "Stone", "uuid-stone");
+    QuickArchive archive = r.archive();
+    ASSERT_TRUE(set().deserialize(archive));
+    EXPECT_EQ(archive.readPos(), r.size());
+    ASSERT_EQ(set().materials.size(), 2u);
+    EXPECT_EQ(set().findByUuid(L"uuid-stone"), set().findByName(L"Stone"));
+    ASSERT_EQ(set().ids.size(), 2u);
+    const std::wstring brickUuid = set().ids.begin()->first == L"uuid-stone"
+                                       ? std::next(set().ids.begin())->first
+                                       : set().ids.begin()->first;
+    EXPECT_EQ(set().findByUuid(brickUuid), set().findByName(L"Brick"));
+
+    // A second load makes new ids for the material that brought none.
+    QuickArchive again = r.archive();
+    ASSERT_TRUE(set().deserialize(again));
+    EXPECT_FALSE(set().findByUuid(brickUuid));
+
+    RecordBuilder duplicate;
+    duplicate.version(1).u32(2);
+    layeredMaterial(duplicate, "Brick", "");
+    layeredMaterial(duplicate, "BRICK", "");
+    QuickArchive dup = duplicate.archive();
+    EXPECT_FALSE(set().deserialize(dup));
+    EXPECT_EQ(set().materials.size(), 1u);
+}
+
+TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
+    RecordBuilder r;
+    r.version(2).u32(1);
+    layeredMaterial(r, "Brick", "");
+    r.u32(2).text("uuid-brick").text("Brick").text("uuid-gone").text("Vanished");
+    QuickArchive archive = r.archive();
+    ASSERT_TRUE(set().deserialize(archive));
+    EXPECT_EQ(archive.readPos(), r.size());
+    EXPECT_EQ(set().findByUuid(L"uuid-brick"), set().findByName(L"Brick"));
+    EXPECT_FALSE(set().findByUuid(L"uuid-gone"));
+    EXPECT_EQ(set().ids.at(L"uuid-gone"), L"Vanished");
+
+    QuickArchive out(1);
+    ASSERT_TRUE(set().serialize(out));
+    SceneMaterials reread;
+    ASSERT_TRUE(reread.deserialize(out));
+    EXPECT_EQ(reread.ids, set().ids);
+    ASSERT_TRUE(reread.findByName(L"Brick"));
+    EXPECT_TRUE(reread.findByName(L"Brick")->isEqual(set().findByName(L"Brick")));
+}
+
+TEST_F(SceneMaterialsTest, RefusedStreamsAndBoundedCounts) {
+    enter(L"Before");
+    RecordBuilder badWord;
+    badWord.u32(0x20001).u32(0);
+    QuickArchive a = badWord.archive();
+    EXPECT_FALSE(set().deserialize(a));
+    EXPECT_TRUE(set().materials.empty());
+
+    RecordBuilder unknownType;
+    unknownType.version(2).u32(1).i32(15);
+    QuickArchive b = unknownType.archive();
+    EXPECT_FALSE(set().deserialize(b));
+
+    RecordBuilder hugeCounts;
+    hugeCounts.version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v");
+    QuickArchive c = hugeCounts.archive();
+    EXPECT_TRUE(set().deserialize(c));
+    EXPECT_EQ(set().ids.at(L"k"), L"v");
+    EXPECT_LE(set().ids.size(), 2u);
+
+    RecordBuilder hugeMaterials;
+    hugeMaterials.version(1).u32(0xFFFFFFFFu);
+    layeredMaterial(hugeMaterials, "Brick", "");
+    QuickArchive d = hugeMaterials.archive();
+    EXPECT_FALSE(set().deserialize(d));
+    EXPECT_EQ(set().materials.size(), 1u);
+}
+
+TEST_F(SceneMaterialsTest, DumpListsBothTables) {
+    enter(L"Brick", L"u1");
+    std::wostringstream out;
+    set().dump(out);
+    EXPECT_EQ(out.str(), L"Brick Brick\nBeginning UUIDs\nu1 Brick\n");
+}
+
+TEST_F(SceneMaterialsTest, CollectMaterialsStopsAtAHitAndAtLayerMaterials) {
+    auto layered = std::make_shared<MaterialLayeredBRDF>();
+    EXPECT_EQ(collectMaterials(layered, 1), std::vector<MaterialPtr>{layered});
+    EXPECT_TRUE(collectMaterials(layered, 3).empty());
+    EXPECT_TRUE(collectMaterials(std::make_shared<MaterialSingleBRDF>(), 1).empty());
+    EXPECT_TRUE(collectMaterials(nullptr, 1).empty());
+}
