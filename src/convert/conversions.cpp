@@ -5,6 +5,7 @@
 #include "materials/base_material.h"
 #include "options/all_options.h"
 #include "upgrade/mtl_converter.h"
+#include "upgrade/skp_module.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -75,9 +76,9 @@ std::string optionsDocument(AllOptions& options) {
 
 std::string optionsDocument() { return optionsDocument(sceneOptions()); }
 
-bool readSceneRecord(QuickArchive&) {
-    // The stored scene record has no reader yet: every record is refused.
-    return false;
+bool readSceneRecord(QuickArchive& archive, ReadTrace* trace) {
+    TraceScope scope(archive, trace);
+    return readTracedObject(archive, SkpModule::instance());
 }
 
 }  // namespace CorvaneCore

@@ -32,7 +32,9 @@ std::string optionsDocument();
 // The same document for any options record, such as one read from a .coropt file.
 std::string optionsDocument(AllOptions& options);
 
-// Reads a model's stored scene record into the process-wide scene state.
-bool readSceneRecord(QuickArchive& archive);
+// Reads a model's stored scene record into the process-wide scene state (the options that
+// optionsDocument() shows, and the scene's material set). A refused record leaves what was
+// read before the refusal.
+bool readSceneRecord(QuickArchive& archive, ReadTrace* trace = nullptr);
 
 }  // namespace CorvaneCore
