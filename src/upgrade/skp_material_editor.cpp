@@ -150,8 +150,8 @@ bool SkpMaterialEditor::backupModel(const HostRef& model) {
     std::ifstream in;
     if (!source.empty()) in.open(source, std::ios::binary);
     std::ofstream out;
-    if (in) out.open(kBackupFileName, std::ios::binary | std::ios::trunc);
-    if (!in || !out) return host_->askYesNo(kNoBackupPrompt);
+    if (in.is_open()) out.open(kBackupFileName, std::ios::binary | std::ios::trunc);
+    if (!in.is_open() || !out.is_open()) return host_->askYesNo(kNoBackupPrompt);
     char chunk[kCopyChunk];
     while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
         out.write(chunk, in.gcount());
