@@ -191,7 +191,8 @@ std::optional<int> loadRecord(const Options& opts, std::string& bytes) {
         return kExitUsage;
     }
     std::string error;
-    const std::optional<std::string> decoded = quillon_cli::decodeRecord(*content, opts.form, error);
+    const std::optional<std::string> decoded =
+        quillon_cli::decodeRecord(*content, opts.form, error);
     if (!decoded) {
         std::cerr << "quillonbin2xml: " << shownName(opts) << ": " << error << "\n";
         return kExitUsage;

@@ -19,12 +19,22 @@ using CorvaneCore::Vector;
 namespace {
 
 constexpr int kHostClassCount = static_cast<int>(HostClass::Count);
-const char* const kHostClassPaths[kHostClassCount] = {
-    "Sketchup::ComponentDefinition", "Sketchup::ComponentInstance", "Sketchup::Material",
-    "Sketchup::Group", "Sketchup::Face", "Sketchup::Vertex", "Sketchup::Drawingelement",
-    "Sketchup::Image", "Sketchup::Entity", "Sketchup::Model", "Sketchup::Color",
-    "Sketchup::Texture", "Geom::Vector3d", "Geom::Point3d", "Geom::Transformation",
-    "Geom::PolygonMesh"};
+const char* const kHostClassPaths[kHostClassCount] = {"Sketchup::ComponentDefinition",
+                                                      "Sketchup::ComponentInstance",
+                                                      "Sketchup::Material",
+                                                      "Sketchup::Group",
+                                                      "Sketchup::Face",
+                                                      "Sketchup::Vertex",
+                                                      "Sketchup::Drawingelement",
+                                                      "Sketchup::Image",
+                                                      "Sketchup::Entity",
+                                                      "Sketchup::Model",
+                                                      "Sketchup::Color",
+                                                      "Sketchup::Texture",
+                                                      "Geom::Vector3d",
+                                                      "Geom::Point3d",
+                                                      "Geom::Transformation",
+                                                      "Geom::PolygonMesh"};
 
 struct Handles {
     VALUE registeredModule = Qnil;
@@ -45,7 +55,9 @@ Handles& handles() {
     return *h;
 }
 
-VALUE pathToClass(VALUE path) { return rb_path2class(StringValueCStr(path)); }
+VALUE pathToClass(VALUE path) {
+    return rb_path2class(StringValueCStr(path));
+}
 
 // A pinned handle, or nil with a pending ArgumentError when the path names nothing.
 VALUE lookUp(const char* path) {
@@ -54,15 +66,25 @@ VALUE lookUp(const char* path) {
     return found;
 }
 
-bool isA(VALUE value, VALUE klass) { return !NIL_P(klass) && RTEST(rb_obj_is_kind_of(value, klass)); }
+bool isA(VALUE value, VALUE klass) {
+    return !NIL_P(klass) && RTEST(rb_obj_is_kind_of(value, klass));
+}
 
-bool isHost(VALUE value, HostClass which) { return isA(value, hostClass(which)); }
+bool isHost(VALUE value, HostClass which) {
+    return isA(value, hostClass(which));
+}
 
 }  // namespace
 
-VALUE quillonModule() { return handles().quillon; }
-VALUE sketchupModule() { return handles().sketchup; }
-VALUE hostClass(HostClass which) { return handles().hostClasses[static_cast<int>(which)]; }
+VALUE quillonModule() {
+    return handles().quillon;
+}
+VALUE sketchupModule() {
+    return handles().sketchup;
+}
+VALUE hostClass(HostClass which) {
+    return handles().hostClasses[static_cast<int>(which)];
+}
 
 // ---------------------------------------------------------------- wrapped records
 
@@ -103,9 +125,15 @@ VALUE allocRecord(VALUE klass, const rb_data_type_t* type) {
     return object;
 }
 
-VALUE allocVector(VALUE klass) { return allocRecord<Vector>(klass, &kVectorType); }
-VALUE allocColor(VALUE klass) { return allocRecord<Color>(klass, &kColorType); }
-VALUE allocTransform(VALUE klass) { return allocRecord<Transform>(klass, &kTransformType); }
+VALUE allocVector(VALUE klass) {
+    return allocRecord<Vector>(klass, &kVectorType);
+}
+VALUE allocColor(VALUE klass) {
+    return allocRecord<Color>(klass, &kColorType);
+}
+VALUE allocTransform(VALUE klass) {
+    return allocRecord<Transform>(klass, &kTransformType);
+}
 VALUE allocMaterial(VALUE klass) {
     return allocRecord<BasicMaterialRecord>(klass, &kMaterialType);
 }
@@ -116,9 +144,15 @@ Record* recordOf(VALUE value, const rb_data_type_t& type) {
     return static_cast<Record*>(DATA_PTR(value));
 }
 
-Vector* vectorOf(VALUE v) { return recordOf<Vector>(v, kVectorType); }
-Color* colorOf(VALUE v) { return recordOf<Color>(v, kColorType); }
-Transform* transformOf(VALUE v) { return recordOf<Transform>(v, kTransformType); }
+Vector* vectorOf(VALUE v) {
+    return recordOf<Vector>(v, kVectorType);
+}
+Color* colorOf(VALUE v) {
+    return recordOf<Color>(v, kColorType);
+}
+Transform* transformOf(VALUE v) {
+    return recordOf<Transform>(v, kTransformType);
+}
 BasicMaterialRecord* materialOf(VALUE v) {
     return recordOf<BasicMaterialRecord>(v, kMaterialType);
 }
@@ -212,23 +246,27 @@ VALUE vectorSet(int argc, VALUE* argv, VALUE self) {
             float xyz[3];
             for (int i = 0; i < 3; ++i) {
                 if (!numberOf(argv[i], xyz[i])) {
-                    return error.fail(rb_eArgError, "invalid Quillon::Vector argument in Vector#set");
+                    return error.fail(rb_eArgError,
+                                      "invalid Quillon::Vector argument in Vector#set");
                 }
             }
             *record = Vector(xyz[0], xyz[1], xyz[2]);
             return self;
         }
-        if (argc != 1) return error.fail(rb_eArgError, "invalid parameter count - Quillon::Vector#set");
+        if (argc != 1)
+            return error.fail(rb_eArgError, "invalid parameter count - Quillon::Vector#set");
         const VALUE arg = argv[0];
         if (const Vector* other = vectorOf(arg)) {
             *record = *other;
         } else if (isHost(arg, HostClass::Vector3d)) {
             if (!coordinatesOf(arg, *record)) {
-                return error.fail(rb_eArgError, "invalid Geom::Vector3d#[] result - Quillon::Vector#set");
+                return error.fail(rb_eArgError,
+                                  "invalid Geom::Vector3d#[] result - Quillon::Vector#set");
             }
         } else if (isHost(arg, HostClass::Point3d)) {
             if (!coordinatesOf(arg, *record)) {
-                return error.fail(rb_eArgError, "invalid Geom::Point3d#[] result - Quillon::Vector#set");
+                return error.fail(rb_eArgError,
+                                  "invalid Geom::Point3d#[] result - Quillon::Vector#set");
             }
         } else if (isHost(arg, HostClass::Vertex)) {
             RubyValueHolder position;
@@ -276,8 +314,9 @@ VALUE colorInitialize(int argc, VALUE* argv, VALUE self) {
                 protectedCall(bytes, arg, hostMethod(kToA));
                 float rgb[3];
                 if (!numbersOf(bytes.get(), 3, rgb)) {
-                    return error.fail(rb_eArgError,
-                                      "Quillon::Color#initialize - invalid to_a in 1 argc color init");
+                    return error.fail(
+                        rb_eArgError,
+                        "Quillon::Color#initialize - invalid to_a in 1 argc color init");
                 }
                 *record = Color(rgb[0] * kByteToUnit, rgb[1] * kByteToUnit, rgb[2] * kByteToUnit);
                 return self;
@@ -296,8 +335,8 @@ VALUE colorInitialize(int argc, VALUE* argv, VALUE self) {
                               "Sketchup::Color or Quillon::Color");
         }
         float rgb[3];
-        const bool three = argc == 3 && numberOf(argv[0], rgb[0]) &&
-                           numberOf(argv[1], rgb[1]) && numberOf(argv[2], rgb[2]);
+        const bool three = argc == 3 && numberOf(argv[0], rgb[0]) && numberOf(argv[1], rgb[1]) &&
+                           numberOf(argv[2], rgb[2]);
         if (!three) {
             return error.fail(rb_eArgError,
                               "Quillon::Color#initialize - invalid arguments: when passing 3 they "
@@ -333,9 +372,9 @@ bool transformFromSixteen(VALUE array, Transform& out) {
 
 bool transformFromFour(VALUE* argv, Transform& out) {
     Vector parts[4];
-    const bool hostForm = isHost(argv[0], HostClass::Vector3d) &&
-                          isHost(argv[1], HostClass::Vector3d) &&
-                          isHost(argv[2], HostClass::Vector3d) && isHost(argv[3], HostClass::Point3d);
+    const bool hostForm =
+        isHost(argv[0], HostClass::Vector3d) && isHost(argv[1], HostClass::Vector3d) &&
+        isHost(argv[2], HostClass::Vector3d) && isHost(argv[3], HostClass::Point3d);
     for (int i = 0; i < 4; ++i) {
         if (hostForm) {
             if (!coordinatesOf(argv[i], parts[i])) return false;
@@ -353,7 +392,9 @@ bool transformFromFour(VALUE* argv, Transform& out) {
 VALUE transformInitialize(int argc, VALUE* argv, VALUE self) {
     return methodEntry([&](RaiseRequest& error) -> VALUE {
         Transform* record = transformOf(self);
-        if (!record) return error.fail(rb_eArgError, "Quillon::Transform#initialize - invalid argument count");
+        if (!record)
+            return error.fail(rb_eArgError,
+                              "Quillon::Transform#initialize - invalid argument count");
         if (argc == 0) {
             *record = Transform::identity();
             return self;
@@ -367,29 +408,34 @@ VALUE transformInitialize(int argc, VALUE* argv, VALUE self) {
             return self;
         }
         if (argc != 1) {
-            return error.fail(rb_eArgError, "Quillon::Transform#initialize - invalid argument count");
+            return error.fail(rb_eArgError,
+                              "Quillon::Transform#initialize - invalid argument count");
         }
         const VALUE arg = argv[0];
         if (isHost(arg, HostClass::Transformation)) {
             RubyValueHolder numbers;
             protectedCall(numbers, arg, hostMethod(kToA));
             if (!transformFromSixteen(numbers.get(), *record)) {
-                return error.fail(rb_eArgError,
-                                  "Quillon::Transform#initialize - Geom::Transformation#to_a failed");
+                return error.fail(
+                    rb_eArgError,
+                    "Quillon::Transform#initialize - Geom::Transformation#to_a failed");
             }
         } else if (rb_typeddata_is_kind_of(arg, &kTransformType)) {
             const Transform* other = transformOf(arg);
             if (!other) {
-                return error.fail(rb_eArgError, "Quillon::Transform#initialize - invalid Quillon::Transform");
+                return error.fail(rb_eArgError,
+                                  "Quillon::Transform#initialize - invalid Quillon::Transform");
             }
             *record = *other;
         } else if (RB_TYPE_P(arg, T_ARRAY) && RARRAY_LEN(arg) != 16) {
-            return error.fail(rb_eArgError,
-                              "Quillon::Transform#initialize - invalid ruby array length - should be 16");
+            return error.fail(
+                rb_eArgError,
+                "Quillon::Transform#initialize - invalid ruby array length - should be 16");
         } else if (!transformFromSixteen(arg, *record)) {
-            return error.fail(rb_eArgError,
-                              "Quillon::Transform#initialize - 1 arg version should be a "
-                              "Geom::Transformation / Quillon::Transform / an array with 16 doubles");
+            return error.fail(
+                rb_eArgError,
+                "Quillon::Transform#initialize - 1 arg version should be a "
+                "Geom::Transformation / Quillon::Transform / an array with 16 doubles");
         }
         return self;
     });
@@ -537,8 +583,8 @@ VALUE materialSetAlpha(VALUE self, VALUE v) {
     return materialSetter(self, [&](BasicMaterialRecord& r) { return toFloat(v, r.alpha); });
 }
 VALUE materialUseAlpha(VALUE self) {
-    return materialGetter(self,
-                          [](const BasicMaterialRecord& r) { return r.use_alpha ? Qtrue : Qfalse; });
+    return materialGetter(
+        self, [](const BasicMaterialRecord& r) { return r.use_alpha ? Qtrue : Qfalse; });
 }
 VALUE materialSetUseAlpha(VALUE self, VALUE v) {
     return materialSetter(self, [&](BasicMaterialRecord& r) { return toBool(v, r.use_alpha); });
@@ -548,9 +594,10 @@ VALUE materialToS(VALUE self) {
     return materialGetter(self, [](const BasicMaterialRecord& r) {
         std::ostringstream out;
         out.imbue(std::locale::classic());
-        out << "Name: " << CorvaneCore::wideToUtf8(r.name) << "\tColor: "
-            << numbersText({r.color.r, r.color.g, r.color.b}, ", ") << "\nAlpha: " << r.alpha
-            << "\tUse Alpha: " << r.use_alpha << "\nTexture: " << CorvaneCore::wideToUtf8(r.texture);
+        out << "Name: " << CorvaneCore::wideToUtf8(r.name)
+            << "\tColor: " << numbersText({r.color.r, r.color.g, r.color.b}, ", ")
+            << "\nAlpha: " << r.alpha << "\tUse Alpha: " << r.use_alpha
+            << "\nTexture: " << CorvaneCore::wideToUtf8(r.texture);
         return textValue(out.str());
     });
 }
@@ -658,7 +705,11 @@ void installRubyUpgradeHost();  // skp_material_editor_host.cpp
 
 void RegisterHostClasses(VALUE module) {
     Handles& h = handles();
-    if (NIL_P(h.registeredModule)) rb_gc_register_address(&h.registeredModule);
+    static bool pinned = false;
+    if (!pinned) {
+        rb_gc_register_address(&h.registeredModule);
+        pinned = true;
+    }
     h.registeredModule = module;
     const VALUE quillon = lookUp("Quillon");
     if (hasPendingException()) return;
@@ -690,7 +741,9 @@ Vector times(const Matrix& m, const Vector& v) {
                   m.v[0].z * v.x + m.v[1].z * v.y + m.v[2].z * v.z);
 }
 
-Vector plus(const Vector& a, const Vector& b) { return Vector(a.x + b.x, a.y + b.y, a.z + b.z); }
+Vector plus(const Vector& a, const Vector& b) {
+    return Vector(a.x + b.x, a.y + b.y, a.z + b.z);
+}
 
 }  // namespace
 

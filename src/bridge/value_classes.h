@@ -11,8 +11,22 @@
 
 // Host classes and modules, in the order RegisterHostClasses looks them up.
 enum class HostClass {
-    ComponentDefinition, ComponentInstance, Material, Group, Face, Vertex, Drawingelement, Image,
-    Entity, Model, Color, Texture, Vector3d, Point3d, Transformation, PolygonMesh,
+    ComponentDefinition,
+    ComponentInstance,
+    Material,
+    Group,
+    Face,
+    Vertex,
+    Drawingelement,
+    Image,
+    Entity,
+    Model,
+    Color,
+    Texture,
+    Vector3d,
+    Point3d,
+    Transformation,
+    PolygonMesh,
     Count
 };
 

@@ -90,11 +90,12 @@ std::wstring bitmapFile(const BitmapTexture& texture) {
     return buffer ? buffer->file : std::wstring();
 }
 
-Color rgb(const AColor& c) { return Color(c.r, c.g, c.b); }
+Color rgb(const AColor& c) {
+    return Color(c.r, c.g, c.b);
+}
 
 // The material of the tree below `root` that holds `child` among its walked materials.
-MaterialPtr findParent(const MaterialPtr& root, const MaterialPtr& child, int depth,
-                       int& visits) {
+MaterialPtr findParent(const MaterialPtr& root, const MaterialPtr& child, int depth, int& visits) {
     if (!root || depth > kMaxParentDepth || ++visits > kMaxParentVisits) return nullptr;
     const std::vector<MaterialPtr> children = root->walkedMaterials();
     for (const MaterialPtr& c : children) {
@@ -176,7 +177,9 @@ bool SkpMaterialEditor::runUpgrade() {
     return true;
 }
 
-void SkpMaterialEditor::abortUpgrade() { host_->abortOperation(); }
+void SkpMaterialEditor::abortUpgrade() {
+    host_->abortOperation();
+}
 
 // ---------------------------------------------------------------- materials
 
@@ -274,8 +277,7 @@ std::wstring SkpMaterialEditor::makeUniqueName(const std::wstring& name) {
     }
 }
 
-bool SkpMaterialEditor::writeAttributes(const HostRef& host, const std::wstring& name,
-                                        bool apply) {
+bool SkpMaterialEditor::writeAttributes(const HostRef& host, const std::wstring& name, bool apply) {
     if (!host) return false;
     const MaterialPtr material = sceneMaterials()->findByName(name);
     if (!material) return false;
@@ -367,8 +369,7 @@ void SkpMaterialEditor::applyToReferrers(const MaterialPtr& material) {
     for (const std::wstring& name : names) {
         const MaterialPtr referrer = set->findByName(name);
         const std::vector<MaterialPtr> references = collectMaterials(referrer, kReferenceType);
-        if (references.empty() ||
-            !equalsIgnoreCase(references.front()->referenceTarget(), uuid)) {
+        if (references.empty() || !equalsIgnoreCase(references.front()->referenceTarget(), uuid)) {
             continue;
         }
         const HostRef referrerHost = findHostMaterial(referrer);
@@ -378,8 +379,7 @@ void SkpMaterialEditor::applyToReferrers(const MaterialPtr& material) {
     }
 }
 
-void SkpMaterialEditor::applyDiffuse(const std::shared_ptr<Base_BRDF>& layer,
-                                     const HostRef& host) {
+void SkpMaterialEditor::applyDiffuse(const std::shared_ptr<Base_BRDF>& layer, const HostRef& host) {
     auto* diffuse = dynamic_cast<Diffuse_BRDF*>(layer.get());
     if (!diffuse || diffuse->getType() != kDiffuseType) return;
     if (diffuse->color_tex) {
@@ -389,14 +389,13 @@ void SkpMaterialEditor::applyDiffuse(const std::shared_ptr<Base_BRDF>& layer,
         host_->assignColor(host, diffuse->color);
     }
     const Color& t = diffuse->transparency;
-    const float alpha = (std::max(1.0f - t.r, 0.0f) + std::max(1.0f - t.g, 0.0f) +
-                         std::max(1.0f - t.b, 0.0f)) *
-                        0.33333334f;
+    const float alpha =
+        (std::max(1.0f - t.r, 0.0f) + std::max(1.0f - t.g, 0.0f) + std::max(1.0f - t.b, 0.0f)) *
+        0.33333334f;
     host_->assignAlpha(host, alpha);
 }
 
-void SkpMaterialEditor::applyTexture(const std::shared_ptr<Base_BRDF>& layer,
-                                     const HostRef& host) {
+void SkpMaterialEditor::applyTexture(const std::shared_ptr<Base_BRDF>& layer, const HostRef& host) {
     auto* diffuse = dynamic_cast<Diffuse_BRDF*>(layer.get());
     const std::shared_ptr<BaseTexture>& texture = diffuse->color_tex;
     BitmapTexture* bitmap = nullptr;

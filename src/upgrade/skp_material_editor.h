@@ -60,7 +60,8 @@ public:
     virtual bool isHostMaterial(const HostRef& object) = 0;
     // The file name of the material's texture; false when it has none.
     virtual bool textureFile(const HostRef& material, std::wstring& file) = 0;
-    virtual void assignTexture(const HostRef& material, const std::wstring* path) = 0;  // null clears
+    virtual void assignTexture(const HostRef& material,
+                               const std::wstring* path) = 0;  // null clears
     virtual void assignColor(const HostRef& material, const CorvaneCore::Color& color) = 0;
     virtual void assignAlpha(const HostRef& material, float alpha) = 0;
 

@@ -36,7 +36,9 @@ struct RubyHostObject : HostObject {
 };
 
 // Nil and false are no object.
-HostRef wrap(VALUE value) { return RTEST(value) ? std::make_shared<RubyHostObject>(value) : nullptr; }
+HostRef wrap(VALUE value) {
+    return RTEST(value) ? std::make_shared<RubyHostObject>(value) : nullptr;
+}
 
 VALUE unwrap(const HostRef& ref) {
     const auto* object = dynamic_cast<const RubyHostObject*>(ref.get());
@@ -60,7 +62,9 @@ VALUE warnText(VALUE text) {
     return Qnil;
 }
 
-ID idOf(const char* name) { return rb_intern(name); }
+ID idOf(const char* name) {
+    return rb_intern(name);
+}
 
 class RubyHostModelOps : public HostModelOps {
 public:

@@ -159,9 +159,8 @@ public:
         auto* entity = dynamic_cast<FakeEntity*>(owner.get());
         if (!entity || !entity->dictionary.count(key)) return false;
         auto* v = dynamic_cast<FakeValue*>(entity->dictionary[key].get());
-        out = v && std::holds_alternative<std::wstring>(v->value)
-                  ? std::get<std::wstring>(v->value)
-                  : std::wstring();
+        out = v && std::holds_alternative<std::wstring>(v->value) ? std::get<std::wstring>(v->value)
+                                                                  : std::wstring();
         return true;
     }
     bool eraseAttribute(const HostRef& owner, MaterialAttribute key) override {

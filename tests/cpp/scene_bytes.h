@@ -52,7 +52,7 @@ inline void appendSunV3(StreamBuilder& b, const std::string& id, const std::stri
                         float turbidity) {
     b.u32(0x30000);
     options_test::appendDoubleTransform(b, 1.0f);  // twelve floats, as a transform is stored
-    b.f32(0).f32(0).f32(1);                          // up_vector
+    b.f32(0).f32(0).f32(1);                        // up_vector
     b.f32(0.0f).f32(turbidity).f32(2.0f).f32(1.0f).f32(1.0f).f32(50.0f).f32(150.0f).f32(0.35f);
     b.i32(500).i32(1000).i32(8).boolean(true);
     b.text(id).text(name);
@@ -60,7 +60,9 @@ inline void appendSunV3(StreamBuilder& b, const std::string& id, const std::stri
 }
 
 // A sky of version 1 without a sun of its own.
-inline void appendSkyV1(StreamBuilder& b) { b.u32(0x10000).boolean(false); }
+inline void appendSkyV1(StreamBuilder& b) {
+    b.u32(0x10000).boolean(false);
+}
 
 // The objects of each major, in the order the scene record holds them.
 inline StreamBuilder sceneRecord(uint32_t major, float sunTurbidity = 7.5f) {

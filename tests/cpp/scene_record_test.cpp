@@ -74,7 +74,8 @@ TEST_F(SceneRecordTest, EveryMajorReadsItsObjectsToTheEnd) {
         EXPECT_TRUE(consumedAll);
         EXPECT_EQ(SkpModule::instance().options.output.img_height, 12);
         ASSERT_TRUE(sceneMaterials()->findByName(L"brick"));
-        EXPECT_EQ(sceneMaterials()->findByUuid(L"uuid-brick"), sceneMaterials()->findByName(L"Brick"));
+        EXPECT_EQ(sceneMaterials()->findByUuid(L"uuid-brick"),
+                  sceneMaterials()->findByName(L"Brick"));
         // Only the upgraded layout skips the upgrade check.
         EXPECT_EQ(host.activeModelCalls, major == 6 ? 0 : 1);
     }

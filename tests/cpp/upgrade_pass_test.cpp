@@ -211,8 +211,9 @@ TEST_F(UpgradePassTest, LinkBelowAWrapperIsReplacedByItsBase) {
 
 TEST_F(UpgradePassTest, MaterialWithTwoLinksIsLost) {
     host.materials.push_back(hostMaterial(L"A"));
-    auto twoSided = wrapper(5, L"Twice", {linked(L"L1", L"A", layered(L"I1", {})),
-                                          linked(L"L2", L"A", layered(L"I2", {}))});
+    auto twoSided =
+        wrapper(5, L"Twice",
+                {linked(L"L1", L"A", layered(L"I1", {})), linked(L"L2", L"A", layered(L"I2", {}))});
     add(twoSided);
     EXPECT_EQ(editor.resolveLinked(twoSided), nullptr);
     editor.offerUpgrade();
@@ -330,8 +331,8 @@ TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {
     editor.applyMaterial(brick, brickHost);
     ASSERT_TRUE(refHost->color);
     EXPECT_EQ(*refHost->color, Color(0.7f, 0.1f, 0.1f));
-    EXPECT_EQ(host.log, (std::vector<std::string>{"evaluate Brick", "evaluate RefHost",
-                                                  "evaluate RefHost"}));
+    EXPECT_EQ(host.log,
+              (std::vector<std::string>{"evaluate Brick", "evaluate RefHost", "evaluate RefHost"}));
 }
 
 TEST_F(UpgradePassTest, BasicMaterialWithoutBitmapDropsTheLayersBitmap) {
