@@ -27,6 +27,7 @@ constexpr size_t kCopyChunk = 4096;
 // must not spin.
 constexpr int kMaxParentDepth = 256;
 constexpr int kMaxParentVisits = 100000;
+constexpr unsigned kMaxNameCounter = 100000;
 
 const char kUpgradePrompt[] =
     "We have made some changes to the way we handle materials in Quillon. An upgrade will be "
@@ -270,11 +271,13 @@ bool SkpMaterialEditor::isHostNameFree(const std::wstring& name) {
 std::wstring SkpMaterialEditor::makeUniqueName(const std::wstring& name) {
     const std::shared_ptr<SceneMaterials> set = sceneMaterials();
     std::wstring candidate = name;
-    // Every round takes a name that the set or the host holds, so the loop ends.
-    for (unsigned counter = 1;; ++counter) {
+    // A host that cannot list its materials calls no name free: the counter gives up at a bound
+    // instead of running on.
+    for (unsigned counter = 1; counter <= kMaxNameCounter; ++counter) {
         if (set->isNameFree(candidate) && isHostNameFree(candidate)) return candidate;
         candidate = stripTrailingDigits(candidate) + std::to_wstring(counter);
     }
+    return candidate;
 }
 
 bool SkpMaterialEditor::writeAttributes(const HostRef& host, const std::wstring& name, bool apply) {

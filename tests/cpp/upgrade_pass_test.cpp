@@ -155,6 +155,19 @@ TEST_F(UpgradePassTest, TrailingDigitsAreStrippedBeforeCounting) {
     EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood2");
 }
 
+// A host without a material collection calls no name free; the search still ends.
+class HostWithoutMaterials : public FakeHost {
+public:
+    bool materialLength(long&) override { return false; }
+};
+
+TEST_F(UpgradePassTest, NameSearchEndsWhenTheHostCannotListMaterials) {
+    HostWithoutMaterials blind;
+    SkpMaterialEditor searching(&blind);
+    EXPECT_FALSE(searching.isHostNameFree(L"Wood"));
+    EXPECT_EQ(searching.makeUniqueName(L"Wood"), L"Wood100000");
+}
+
 TEST_F(UpgradePassTest, DefaultMaterialInAnyCaseIsSkipped) {
     add(layered(L"default_ombra_MATERIAL", Color(1, 1, 1)));
     editor.offerUpgrade();
