@@ -14,6 +14,8 @@ namespace {
 constexpr int32_t kLastMaterialType = 14;
 constexpr int32_t kLastLightType = 7;
 constexpr int32_t kLightTypeWithoutClass = 1;
+// Room for the whole default options document, so the text grows without copies.
+constexpr size_t kOptionsDocumentReserve = 64 * 1024;
 
 // Attaches a trace to the archive for the length of one read.
 class TraceScope {
@@ -65,6 +67,7 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
 
 std::string optionsDocument(AllOptions& options) {
     std::wstring text;
+    text.reserve(kOptionsDocumentReserve);
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     writer.openAssets();

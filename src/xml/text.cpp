@@ -113,10 +113,18 @@ std::string wideToUtf8(const std::wstring& text) {
     const size_t n = text.size();
     const wchar_t* in = text.data();
     for (size_t i = 0; i < n;) {
+        // The buffer always has room for every remaining character taken as ASCII. Eight
+        // characters at a time while all are ASCII, which the compiler turns into vector code.
         char* dst = &out[0];
-        while (i < n && static_cast<uint32_t>(in[i]) < 0x80 && used < out.size()) {
-            dst[used++] = static_cast<char>(in[i++]);
+        while (n - i >= 8) {
+            uint32_t any = 0;
+            for (int k = 0; k < 8; ++k) any |= static_cast<uint32_t>(in[i + k]);
+            if (any >= 0x80) break;
+            for (int k = 0; k < 8; ++k) dst[used + k] = static_cast<char>(in[i + k]);
+            i += 8;
+            used += 8;
         }
+        while (i < n && static_cast<uint32_t>(in[i]) < 0x80) dst[used++] = static_cast<char>(in[i++]);
         if (i == n) break;
         out.resize(used);
         appendUtf8(out, static_cast<uint32_t>(in[i++]));
