@@ -1,6 +1,7 @@
 # Front door. `make demo` converts a bundled sample; `make test` builds and runs every test.
 BUILD ?= build
 JOBS ?= 2
+MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 
 .PHONY: all bootstrap configure build demo test asan bench fuzz format clean
@@ -17,7 +18,7 @@ build: configure
 	@cmake --build $(BUILD) -j $(JOBS)
 
 demo: build
-	@./scripts/demo $(BUILD)
+	@ruby scripts/demo $(BUILD)
 
 test: build
 	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
@@ -27,9 +28,11 @@ asan:
 	@$(MAKE) --no-print-directory test BUILD=build-asan CMAKE_FLAGS="-DQUILLON_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug"
 
 bench: bootstrap
-	@cmake -S . -B build-bench -DQUILLON_BUILD_BENCH=ON -DCMAKE_BUILD_TYPE=Release >/dev/null
+	@cmake -S . -B build-bench -DQUILLON_BUILD_BENCH=ON -DCMAKE_BUILD_TYPE=Release -DQUILLON_BUILD_TESTS=ON >/dev/null
 	@cmake --build build-bench -j $(JOBS) --target benchmarks
 	@./build-bench/bench/benchmarks
+	@cmake --build build-bench -j $(JOBS) --target QuillonProbe
+	@QUILLON_PROBE_DIR=build-bench/ext-test ruby bench/ruby_copy_bench.rb
 
 format:
 	@clang-format -i $$(git ls-files '*.cpp' '*.h')

@@ -1,5 +1,6 @@
 #include "bridge/ruby_archive.h"
 
+#include <new>
 #include <string>
 
 namespace {
@@ -7,18 +8,48 @@ namespace {
 struct CopyJob {
     VALUE array;
     std::string* bytes;
+    bool outOfMemory;
 };
 
+// Grows the byte buffer without letting a C++ exception unwind through Ruby's frames.
+bool growTo(std::string& bytes, long length) {
+    if (bytes.size() >= static_cast<size_t>(length)) return true;
+    try {
+        bytes.resize(static_cast<size_t>(length));
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 // Runs under rb_protect: rb_num2ulong raises for a non-number, so this frame holds no object
-// with a destructor. The length is read on every step, since a conversion may run Ruby code.
+// with a destructor. Fixnums, the usual case, are copied in a tight loop over the array's
+// memory; any other element goes through rb_num2ulong, which may run Ruby code that changes
+// the array, so its length and memory are fetched again after each such element.
 VALUE copyElements(VALUE data) {
     auto* job = reinterpret_cast<CopyJob*>(data);
-    for (long i = 0; i < RARRAY_LEN(job->array); ++i) {
-        const VALUE element = RARRAY_AREF(job->array, i);
-        const unsigned long value =
-            FIXNUM_P(element) ? static_cast<unsigned long>(FIX2LONG(element)) : rb_num2ulong(element);
-        job->bytes->push_back(static_cast<char>(value & 0xFF));
+    std::string& bytes = *job->bytes;
+    long i = 0;
+    for (;;) {
+        const long length = RARRAY_LEN(job->array);
+        if (i >= length) break;
+        if (!growTo(bytes, length)) {
+            job->outOfMemory = true;
+            return Qnil;
+        }
+        const VALUE* elements = RARRAY_CONST_PTR(job->array);
+        char* out = &bytes[0];
+        while (i < length && FIXNUM_P(elements[i])) {
+            out[i] = static_cast<char>(FIX2LONG(elements[i]) & 0xFF);
+            ++i;
+        }
+        if (i < length) {
+            const unsigned long value = rb_num2ulong(elements[i]);
+            bytes[static_cast<size_t>(i)] = static_cast<char>(value & 0xFF);
+            ++i;
+        }
     }
+    bytes.resize(static_cast<size_t>(i));  // shrinking never allocates
     return Qnil;
 }
 
@@ -30,10 +61,11 @@ bool RubyArrayToArchive(VALUE value, CorvaneCore::QuickArchive& archive) {
     if (length == 0) return false;
     std::string bytes;
     bytes.reserve(static_cast<size_t>(length));
-    CopyJob job{value, &bytes};
+    CopyJob job{value, &bytes, false};
     callRaising(copyElements, reinterpret_cast<VALUE>(&job));
     RB_GC_GUARD(value);
     if (hasPendingException()) return false;
+    if (job.outOfMemory) throw std::bad_alloc();
     archive.writeBytes(bytes.data(), bytes.size());
     return true;
 }

@@ -1,0 +1,2 @@
+# Loads the native extension: the module Quillonbin2xml with its four conversion functions.
+require "Quillonbin2xml"
