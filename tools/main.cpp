@@ -56,6 +56,8 @@ const Command kCommands[] = {
     {"scene", "scene FILE               read a stored scene record, print the options it holds",
      false, true},
     {"coropt", "coropt FILE              convert a .coropt render options file", false, true},
+    {"cormat", "cormat FILE              convert every material of a .cormat material file",
+     false, true},
 };
 
 void printUsage(std::ostream& out) {
@@ -277,6 +279,22 @@ int runCoroptCommand(const Options& opts) {
     return emit(opts, CorvaneCore::optionsDocument(options));
 }
 
+// The file's bytes as they stand: a .cormat file is binary, never a JSON array.
+int runCormatCommand(const Options& opts) {
+    const std::string shownName = opts.file == "-" ? "<stdin>" : opts.file;
+    const std::optional<std::string> content = quillon_cli::readInputFile(opts.file);
+    if (!content) {
+        std::cerr << "quillonbin2xml: " << shownName << ": cannot read the file\n";
+        return kExitUsage;
+    }
+    const std::optional<std::string> xml = CorvaneCore::convertCorMat(*content);
+    if (!xml) {
+        std::cerr << "quillonbin2xml: " << shownName << ": the material file was refused\n";
+        return kExitRefused;
+    }
+    return emit(opts, *xml);
+}
+
 int run(int argc, char** argv) {
     Options opts;
     if (auto stop = parseArguments(argc, argv, opts)) return *stop;
@@ -308,6 +326,7 @@ int run(int argc, char** argv) {
     }
     if (opts.command == "options") return emit(opts, CorvaneCore::optionsDocument());
     if (opts.command == "coropt") return runCoroptCommand(opts);
+    if (opts.command == "cormat") return runCormatCommand(opts);
     return runRecordCommand(opts);
 }
 

@@ -1,8 +1,11 @@
 #include "convert/conversions.h"
 
+#include <sstream>
+
 #include "archive/read_helpers.h"
 #include "lights/base_light.h"
 #include "materials/base_material.h"
+#include "materials/material_file.h"
 #include "options/all_options.h"
 #include "upgrade/mtl_converter.h"
 #include "upgrade/skp_module.h"
@@ -66,6 +69,17 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
     writer.targetHost = 0;
     MtlCORVANEConverter converter(material);
     converter.writeXML(writer, std::wstring());
+    return wideToUtf8(text);
+}
+
+std::optional<std::string> convertCorMat(const std::string& fileBytes) {
+    std::istringstream in(fileBytes);
+    CorMatFile file;
+    if (!file.read(in)) return std::nullopt;
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.targetHost = 0;
+    writeCorMatDocument(writer, file);
     return wideToUtf8(text);
 }
 

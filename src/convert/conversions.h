@@ -25,6 +25,11 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type,
 std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
                                            ReadTrace* trace = nullptr);
 
+// The document of a .cormat material file, given its bytes: one "Assets" element inside the
+// root element "cormat", holding every material's blocks in file order. Nothing when the file
+// is refused.
+std::optional<std::string> convertCorMat(const std::string& fileBytes);
+
 class AllOptions;
 
 // The options held by the stored scene record (or the defaults) as one "Assets" document.

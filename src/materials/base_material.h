@@ -61,7 +61,7 @@ class BaseMaterial : public CorvaneSerializable, public CorvaneXMLSerializable {
 // "DefaultMaterial" made unique in the scene's material set.
 std::wstring uniqueDefaultName();
 
-// Ids 0 to 14; null for any other, and for the classes that are not part of this build yet.
+// Ids 0 to 14; null for any other.
 std::shared_ptr<BaseMaterial> createMaterial(int id);
 
 }  // namespace CorvaneCore

@@ -209,23 +209,32 @@ void SceneMaterials::dump(std::wostream& stream) const {
 
 // Deep enough for any real tree; it only stops a reference that leads back to itself.
 constexpr int kMaxWalkDepth = 256;
+// Materials of the scene's set can be reached again and again through references, so a walk
+// over a few of them could branch without end; no real tree comes near this many visits.
+constexpr int kMaxWalkVisits = 1 << 16;
 
-static void collectInto(const MaterialPtr& root, int typeId, std::vector<MaterialPtr>& found,
-                        int depth) {
-    if (!root || depth > kMaxWalkDepth) return;
-    if (root->getType() == typeId) {
-        found.push_back(root);
+namespace {
+struct Walk {
+    int typeId;
+    std::vector<MaterialPtr> found;
+    int visitsLeft = kMaxWalkVisits;
+};
+}  // namespace
+
+static void collectInto(const MaterialPtr& root, Walk& walk, int depth) {
+    if (!root || depth > kMaxWalkDepth || walk.visitsLeft <= 0) return;
+    --walk.visitsLeft;
+    if (root->getType() == walk.typeId) {
+        walk.found.push_back(root);
         return;
     }
-    for (const MaterialPtr& child : root->walkedMaterials()) {
-        collectInto(child, typeId, found, depth + 1);
-    }
+    for (const MaterialPtr& child : root->walkedMaterials()) collectInto(child, walk, depth + 1);
 }
 
 std::vector<MaterialPtr> collectMaterials(const MaterialPtr& root, int typeId) {
-    std::vector<MaterialPtr> found;
-    collectInto(root, typeId, found, 0);
-    return found;
+    Walk walk{typeId, {}};
+    collectInto(root, walk, 0);
+    return walk.found;
 }
 
 }  // namespace CorvaneCore
