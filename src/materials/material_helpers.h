@@ -2,6 +2,9 @@
 // archive, null-safe duplication and comparison, and the clone/copy pair of a class.
 #pragma once
 
+#include <type_traits>
+#include <utility>
+
 #include <memory>
 #include <string>
 
@@ -49,10 +52,26 @@ using MaterialDuplicator = MaterialPtr (*)(const MaterialPtr&);
 // The duplicating pair of a material class. `Derived` names its type id as kType and
 // duplicates its children in `duplicateChildren`, with the given operation for child
 // materials (clone for a clone, copy for a copy) and clone for child textures.
+// Whether a material class has a `base_mtl` slot.
+template <class T, class = void>
+struct HasBaseSlot : std::false_type {};
+template <class T>
+struct HasBaseSlot<T, std::void_t<decltype(std::declval<T&>().base_mtl)>> : std::true_type {};
+
 template <class Derived>
 class MaterialClass : public BaseMaterial {
   public:
     int getType() override { return Derived::kType; }
+    // A wrapper with a `base_mtl` slot lets the upgrade pass put another material there.
+    bool setBaseMaterial(const MaterialPtr& base) override {
+        if constexpr (HasBaseSlot<Derived>::value) {
+            static_cast<Derived&>(*this).base_mtl = base;
+            return true;
+        } else {
+            (void)base;
+            return false;
+        }
+    }
     // A duplicate under a unique name derived from this one.
     MaterialPtr clone() override {
         auto result = std::make_shared<Derived>(static_cast<Derived&>(*this));

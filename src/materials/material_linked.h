@@ -47,6 +47,10 @@ class MaterialLinked : public MaterialClass<MaterialLinked> {
     bool isEqual(const MaterialPtr& other) override;
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void duplicateChildren(MaterialDuplicator duplicate) { base_mtl = duplicate(base_mtl); }
+    // The host material the link stands for, when the link id holds text.
+    std::wstring linkedHostName() override {
+        return linkId.holdsText() ? linkId.text : std::wstring();
+    }
 
     MaterialPtr base_mtl;
     IdData linkId;
@@ -78,6 +82,7 @@ class MaterialReference : public BaseMaterial {
     // The walk goes on with the target's material in the set, which then becomes `resolved`,
     // or else with `resolved` as it is.
     std::vector<MaterialPtr> walkedMaterials() override;
+    std::wstring referenceTarget() override { return target; }
 
     // A reference has no XML form: it has to be resolved before output, and these two end the
     // process at once rather than hide a gap in a walk. No conversion reaches them: the folded

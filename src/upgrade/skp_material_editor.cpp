@@ -1,11 +1,11 @@
 #include "upgrade/skp_material_editor.h"
 
 #include <algorithm>
-#include <cwctype>
 #include <fstream>
 
 #include "materials/brdf.h"
 #include "materials/material.h"
+#include "materials/material_linked.h"
 #include "materials/scene_materials.h"
 #include "textures/procedural.h"
 #include "textures/texture.h"
@@ -121,7 +121,7 @@ std::wstring uuidOfName(const SceneMaterials& set, const std::wstring& name) {
 }
 
 std::wstring stripTrailingDigits(std::wstring text) {
-    while (!text.empty() && std::iswdigit(static_cast<wint_t>(text.back()))) text.pop_back();
+    while (!text.empty() && isAsciiDigit(text.back())) text.pop_back();
     return text;
 }
 
@@ -191,7 +191,7 @@ void SkpMaterialEditor::convertMaterials(MaterialRenameMap& map) {
     set->names(names);
     for (const std::wstring& name : names) {
         const MaterialPtr material = set->findByName(name);
-        if (!material || equalsIgnoreCase(name, kDefaultMaterialName)) continue;
+        if (!material || equalsIgnoreCase(name, defaultMaterialName())) continue;
         const std::vector<MaterialPtr> links = collectMaterials(material, kLinkedType);
         if (!links.empty()) {
             convertLinked(material, links.front(), map);

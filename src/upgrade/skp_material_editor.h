@@ -94,7 +94,6 @@ using MaterialRenameMap = std::map<std::wstring, HostRef>;
 
 class SkpMaterialEditor {
 public:
-    static constexpr const wchar_t* kDefaultMaterialName = L"Default_Ombra_Material";
     static constexpr const char* kBackupFileName = "Unnamed_QuillonSR1_Upgrade_Backup.skp";
 
     // Made on first use and never destroyed; it has no host until one is installed.
