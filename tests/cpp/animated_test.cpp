@@ -2,12 +2,11 @@
 
 #include <cmath>
 
-#include "light_bytes.h"
 #include "params/animated.h"
+#include "record_builder.h"
 
 using namespace CorvaneCore;
-using light_test::Bytes;
-using light_test::countingTransform;
+using Bytes = RecordBuilder;
 
 namespace {
 

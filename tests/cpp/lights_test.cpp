@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "convert/conversions.h"
-#include "light_bytes.h"
+#include "record_builder.h"
 #include "lights/dome_light.h"
 #include "lights/ies_light.h"
 #include "lights/light_names.h"
@@ -19,8 +19,7 @@
 #include "xml/text.h"
 
 using namespace CorvaneCore;
-using light_test::Bytes;
-using light_test::countingTransform;
+using Bytes = RecordBuilder;
 
 namespace {
 
@@ -295,7 +294,8 @@ void expectSphere(const SphereLight& l, uint32_t v) {
 
 // Reads every version of a class from hand-made records; each must be consumed exactly.
 template <class Light, class Build, class Check>
-void readEveryVersion(uint32_t newest, Build build, Check check) {
+void readEveryVersion(const char* name, uint32_t newest, Build build, Check check) {
+    SCOPED_TRACE(name);
     for (uint32_t v = 1; v <= newest; ++v) {
         Bytes b = build(v);
         QuickArchive archive = b.archive();
@@ -308,26 +308,15 @@ void readEveryVersion(uint32_t newest, Build build, Check check) {
 
 }  // namespace
 
-TEST(LightRecords, MayaDirectLightEveryVersion) {
-    readEveryVersion<MayaDirectLight>(4, [](uint32_t v) { return mayaRecord(v); }, expectMaya);
-}
-TEST(LightRecords, OmniLightEveryVersion) {
-    readEveryVersion<OmniLight>(4, omniRecord, expectOmni);
-}
-TEST(LightRecords, SpotLightEveryVersion) {
-    readEveryVersion<SpotLight>(4, spotRecord, expectSpot);
-}
-TEST(LightRecords, RectangleLightEveryVersion) {
-    readEveryVersion<RectangleLight>(4, rectangleRecord, expectRectangle);
-}
-TEST(LightRecords, SunLightEveryVersion) {
-    readEveryVersion<SunLight>(4, [](uint32_t v) { return sunRecord(v); }, expectSun);
-}
-TEST(LightRecords, IESLightEveryVersion) {
-    readEveryVersion<IESLight>(3, iesRecord, expectIes);
-}
-TEST(LightRecords, SphereLightEveryVersion) {
-    readEveryVersion<SphereLight>(2, sphereRecord, expectSphere);
+TEST(LightRecords, EveryClassReadsEveryVersion) {
+    readEveryVersion<MayaDirectLight>(
+        "maya", 4, [](uint32_t v) { return mayaRecord(v); }, expectMaya);
+    readEveryVersion<OmniLight>("omni", 4, omniRecord, expectOmni);
+    readEveryVersion<SpotLight>("spot", 4, spotRecord, expectSpot);
+    readEveryVersion<RectangleLight>("rectangle", 4, rectangleRecord, expectRectangle);
+    readEveryVersion<SunLight>("sun", 4, [](uint32_t v) { return sunRecord(v); }, expectSun);
+    readEveryVersion<IESLight>("ies", 3, iesRecord, expectIes);
+    readEveryVersion<SphereLight>("sphere", 2, sphereRecord, expectSphere);
 }
 
 TEST(LightRecords, AFailingCurveFailsTheReadAndKeepsTheFieldsBefore) {

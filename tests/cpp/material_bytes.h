@@ -27,19 +27,10 @@ inline RecordBuilder& diffuseLayer(RecordBuilder& r, const std::string& name) {
 // The stream of a BitmapTexture (version 1) with a default channel generator and a buffer
 // holding `path`; no present flag and no type id in front.
 inline RecordBuilder& bitmapTexture(RecordBuilder& r, const std::string& path) {
-    auto components = [&r] {
-        r.version(1).f32(0).f32(0).f32(0).f32(1).f32(1).f32(1).f32(0).f32(0).f32(0);
-        r.i32(0).i32(0).i32(0);
-    };
-    auto identity = [&r] { r.f32(1).f32(0).f32(0).f32(0).f32(1).f32(0).f32(0).f32(0).f32(1); };
     r.version(1).i32(4).i32(0);
-    r.version(2);
-    identity(), r.f32(0).f32(0).f32(0);
-    identity(), r.f32(0).f32(0).f32(0);
-    r.i32(0).i32(0).i32(1);
-    components(), components();
-    r.version(1).i32(1).f32(0.15f).f32(1.0f).text(path);
-    return r.boolean(true);
+    r.version(2).identityTransform().identityTransform().ints({0, 0, 1});
+    r.defaultComponents().defaultComponents();
+    return r.version(1).i32(1).f32(0.15f).f32(1.0f).text(path).boolean(true);
 }
 
 // The Brick record: a layered material holding one diffuse layer whose colour texture is a

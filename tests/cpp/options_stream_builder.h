@@ -3,70 +3,14 @@
 // row holds a value derived from its row number so that a misaligned read shows at once.
 #pragma once
 
-#include <cstdint>
-#include <cstring>
 #include <string>
 #include <vector>
 
-#include "archive/quick_archive.h"
+#include "record_builder.h"
 
 namespace options_test {
 
-class StreamBuilder {
-public:
-    StreamBuilder& u32(uint32_t v) {
-        for (int i = 0; i < 4; ++i) bytes_.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
-        return *this;
-    }
-    StreamBuilder& i32(int32_t v) { return u32(static_cast<uint32_t>(v)); }
-    StreamBuilder& f32(float v) {
-        uint32_t bits = 0;
-        std::memcpy(&bits, &v, 4);
-        return u32(bits);
-    }
-    StreamBuilder& f64(double v) {
-        uint64_t bits = 0;
-        std::memcpy(&bits, &v, 8);
-        for (int i = 0; i < 8; ++i) bytes_.push_back(static_cast<char>((bits >> (8 * i)) & 0xFF));
-        return *this;
-    }
-    StreamBuilder& boolean(bool v) {
-        bytes_.push_back(v ? 1 : 0);
-        return *this;
-    }
-    // A wide string is stored as its UTF-8 bytes behind a byte count.
-    StreamBuilder& text(const std::string& utf8) {
-        u32(static_cast<uint32_t>(utf8.size()));
-        bytes_ += utf8;
-        return *this;
-    }
-    StreamBuilder& color(float r, float g, float b) { return f32(r).f32(g).f32(b); }
-    StreamBuilder& raw(const std::string& data) {
-        bytes_ += data;
-        return *this;
-    }
-    // One primitive per character: i int, f float, s wide string. Row n holds n, n + 0.25 or
-    // "p<n>".
-    StreamBuilder& rows(const std::string& types, int firstRow) {
-        int row = firstRow;
-        for (char t : types) {
-            if (t == 'i') i32(row);
-            if (t == 'f') f32(static_cast<float>(row) + 0.25f);
-            if (t == 's') text("p" + std::to_string(row));
-            ++row;
-        }
-        return *this;
-    }
-
-    size_t size() const { return bytes_.size(); }
-    const std::string& bytes() const { return bytes_; }
-    CorvaneCore::QuickArchive archive() const {
-        return CorvaneCore::QuickArchive(bytes_.data(), bytes_.size());
-    }
-
-private:
-    std::string bytes_;
-};
+using StreamBuilder = ::RecordBuilder;
 
 inline float rowFloat(int row) { return static_cast<float>(row) + 0.25f; }
 

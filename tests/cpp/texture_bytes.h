@@ -3,71 +3,16 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "archive/quick_archive.h"
+#include "record_builder.h"
 
 namespace texture_test {
 
-// Little-endian primitives, appended in the order the caller names them.
-class Bytes {
-public:
-    Bytes& u32(uint32_t v) {
-        for (int shift = 0; shift < 32; shift += 8) data.push_back(uint8_t(v >> shift));
-        return *this;
-    }
-    Bytes& i32(int32_t v) { return u32(uint32_t(v)); }
-    Bytes& version(uint32_t major) { return u32(major << 16); }
-    Bytes& f32(float v) {
-        uint32_t bits = 0;
-        std::memcpy(&bits, &v, sizeof bits);
-        return u32(bits);
-    }
-    Bytes& f64(double v) {
-        uint64_t bits = 0;
-        std::memcpy(&bits, &v, sizeof bits);
-        return u32(uint32_t(bits)).u32(uint32_t(bits >> 32));
-    }
-    Bytes& floats(std::initializer_list<float> values) {
-        for (float v : values) f32(v);
-        return *this;
-    }
-    Bytes& ints(std::initializer_list<int32_t> values) {
-        for (int32_t v : values) i32(v);
-        return *this;
-    }
-    Bytes& flag(bool v) {
-        data.push_back(v ? 1 : 0);
-        return *this;
-    }
-    // Wide strings travel as a byte count and UTF-8 bytes.
-    Bytes& text(const std::string& utf8) {
-        u32(uint32_t(utf8.size()));
-        data.insert(data.end(), utf8.begin(), utf8.end());
-        return *this;
-    }
-    Bytes& append(const Bytes& other) {
-        data.insert(data.end(), other.data.begin(), other.data.end());
-        return *this;
-    }
-    // Twelve floats: three identity columns and a zero offset.
-    Bytes& identityTransform() { return floats({1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}); }
-    // A version 1 placement: nine floats, then three ints.
-    Bytes& components(std::initializer_list<float> nine, std::initializer_list<int32_t> three) {
-        return version(1).floats(nine).ints(three);
-    }
-    Bytes& defaultComponents() { return components({0, 0, 0, 1, 1, 1, 0, 0, 0}, {0, 0, 0}); }
-
-    CorvaneCore::QuickArchive archive() const {
-        return CorvaneCore::QuickArchive(data.data(), data.size());
-    }
-    size_t size() const { return data.size(); }
-
-    std::vector<uint8_t> data;
-};
+using Bytes = ::RecordBuilder;
 
 // ASCII text as a wide string.
 inline std::wstring wide(const std::string& ascii) {
