@@ -17,14 +17,6 @@ using namespace CorvaneCore;
 
 namespace {
 
-// Reads `record` into `layer` and checks that exactly the record's bytes were consumed.
-bool readAll(Base_BRDF& layer, const RecordBuilder& record) {
-    QuickArchive archive = record.archive();
-    const bool ok = layer.deserialize(archive);
-    EXPECT_EQ(archive.readPos(), record.size());
-    return ok;
-}
-
 std::wstring bitmapPathOf(const TexturePtr& texture) {
     auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(texture);
     if (!bitmap) return L"<not a bitmap>";

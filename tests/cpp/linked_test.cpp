@@ -46,9 +46,7 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
         ASSERT_TRUE(id.deserialize(archive));
         EXPECT_EQ(id.kind, kind);
         EXPECT_EQ(id.text, L"Host Brick");
-        QuickArchive out;
-        ASSERT_TRUE(id.serialize(out));
-        EXPECT_EQ(texture_test::writtenBytes(out), r.bytes());
+        expectWritesBack(id, r);
     }
     RecordBuilder number;
     number.version(1).u32(2).i32(-7);
@@ -84,9 +82,7 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     ASSERT_TRUE(linked.deserialize(archive));
     EXPECT_EQ(linked.name, L"Link");
     EXPECT_EQ(linked.base_mtl->name, L"Inner");
-    QuickArchive out;
-    ASSERT_TRUE(linked.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), r.bytes());
+    expectWritesBack(linked, r);
 
     auto shared = std::make_shared<MaterialLinked>(linked);
     EXPECT_EQ(collectMaterials(shared, 1), std::vector<MaterialPtr>{linked.base_mtl});

@@ -29,13 +29,6 @@ class MaterialTest : public ::testing::Test {
     void TearDown() override { clearSceneMaterials(); }
 };
 
-bool readAll(BaseMaterial& material, const RecordBuilder& record) {
-    QuickArchive archive = record.archive();
-    const bool ok = material.deserialize(archive);
-    EXPECT_EQ(archive.readPos(), record.size());
-    return ok;
-}
-
 }  // namespace
 
 TEST_F(MaterialTest, FactoryKnowsTheLayerMaterials) {

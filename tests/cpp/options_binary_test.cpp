@@ -234,10 +234,8 @@ TEST(AllOptionsBinary, SetDefaultsAppliesTheOverrides) {
 TEST(CorvaneParamsBinary, VersionFiveRowsLandInTheirFields) {
     StreamBuilder b;
     appendParams(b, 5);
-    QuickArchive archive = b.archive();
     CorvaneParams p;
-    ASSERT_TRUE(p.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(p, b));
     EXPECT_EQ(p.imageFilter.on, 1);
     EXPECT_FLOAT_EQ(p.imageSampler.dmc_threshold, rowFloat(6));
     EXPECT_FLOAT_EQ(p.carried.carried03, rowFloat(16));
@@ -263,10 +261,8 @@ TEST(CorvaneParamsBinary, OldVersionsSkipTheirMissingRows) {
         SCOPED_TRACE(major);
         StreamBuilder b;
         appendParams(b, major);
-        QuickArchive archive = b.archive();
         CorvaneParams p;
-        ASSERT_TRUE(p.deserialize(archive));
-        EXPECT_EQ(archive.readPos(), b.size());
+        ASSERT_TRUE(readAll(p, b));
         EXPECT_FLOAT_EQ(p.irradianceMap.detail_radius, defaults.irradianceMap.detail_radius);
         EXPECT_EQ(p.photonMap.bounces, 78);
         EXPECT_EQ(p.dmcSampler.path_sampler_type,
@@ -327,10 +323,8 @@ TEST(StampInfoBinary, BothVersionsReadTheFontAndAnEmptyTextReplacesTheDefault) {
 TEST(FrameDataBinary, ReadsTheOnlyVersionAndWidensOffsets) {
     StreamBuilder b;
     appendFrameData(b);
-    QuickArchive archive = b.archive();
     CorvaneFrameData f;
-    ASSERT_TRUE(f.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(f, b));
     EXPECT_DOUBLE_EQ(f.frameEnd, 2.5);
     EXPECT_EQ(f.currentFrame, 4);
     EXPECT_DOUBLE_EQ(f.camToWorld.offset[2], 41.0);

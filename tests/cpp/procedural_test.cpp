@@ -43,12 +43,6 @@ std::shared_ptr<T> readAll(int id, const Bytes& record) {
     return std::dynamic_pointer_cast<T>(texture);
 }
 
-void expectWritesBack(const std::shared_ptr<BaseTexture>& texture, const Bytes& record) {
-    QuickArchive out(1);
-    ASSERT_TRUE(texture->serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
-}
-
 std::wstring assetsOf(BaseTexture& texture, const std::wstring& url) {
     std::wstring text;
     AssetXmlWriter writer(text);
@@ -90,7 +84,7 @@ TEST(FresnelTexture, ReadsVersionTwoWithOptionalChildren) {
     auto white = std::dynamic_pointer_cast<AColorTexture>(fresnel->white_color_tex);
     ASSERT_TRUE(white);
     EXPECT_EQ(white->texture, AColor(0, 1, 0, 1));
-    expectWritesBack(fresnel, record);
+    expectWritesBack(*fresnel, record);
 
     for (uint32_t word : {0x30000u, 0x20001u}) {
         Bytes bad;
@@ -168,7 +162,7 @@ TEST(GridTexture, ReadsMultipliersOnlyFromVersionTwo) {
     EXPECT_EQ(grid->v_width, 0.3f);
     EXPECT_EQ(std::dynamic_pointer_cast<AColorTexture>(grid->fill_color)->texture,
               AColor(0, 0, 1, 1));
-    expectWritesBack(grid, v2);
+    expectWritesBack(*grid, v2);
 }
 
 TEST(BlendTexture, VersionOneHasNoMultipliersBetweenItsChildren) {
@@ -189,7 +183,7 @@ TEST(BlendTexture, VersionOneHasNoMultipliersBetweenItsChildren) {
     EXPECT_EQ(blend->colorAMult, 0.5f);
     EXPECT_EQ(blend->colorBMult, 0.75f);
     EXPECT_EQ(blend->blend_amount, 0.125f);
-    expectWritesBack(blend, v2);
+    expectWritesBack(*blend, v2);
 }
 
 TEST(ClothTexture, ReadsBothVersionsAndPrintsItsOneTileFlagTwice) {
@@ -208,7 +202,7 @@ TEST(ClothTexture, ReadsBothVersionsAndPrintsItsOneTileFlagTwice) {
     cloth = readAll<ClothTexture>(7, v2);
     ASSERT_TRUE(cloth);
     EXPECT_FALSE(cloth->tile);
-    expectWritesBack(cloth, v2);
+    expectWritesBack(*cloth, v2);
 
     Xml tail;
     tail.inlineParam(L"float", L"v_width", L"0.06")
@@ -246,7 +240,7 @@ TEST(CheckerTexture, StartsWithColourChildrenAndReadsBothVersions) {
     ASSERT_TRUE(checker);
     EXPECT_EQ(checker->whiteColorMult, 0.5f);
     EXPECT_EQ(checker->blackColorMult, 0.25f);
-    expectWritesBack(checker, v2);
+    expectWritesBack(*checker, v2);
 }
 
 TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
@@ -254,7 +248,7 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     uvw.version(1).append(channelChild());
     auto uvwTexture = readAll<UVWTexture>(2, uvw);
     ASSERT_TRUE(uvwTexture && uvwTexture->uvwgen);
-    expectWritesBack(uvwTexture, uvw);
+    expectWritesBack(*uvwTexture, uvw);
 
     Bytes ramp;
     ramp.version(1).append(channelChild()).append(colorChild(1, 1, 1, 1));
@@ -265,14 +259,14 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     EXPECT_EQ(rampTexture->v_wave, 0.2f);
     EXPECT_EQ(rampTexture->type, 2);
     EXPECT_EQ(rampTexture->interpolation, 0);
-    expectWritesBack(rampTexture, ramp);
+    expectWritesBack(*rampTexture, ramp);
 
     Bytes bulge;
     bulge.version(1).append(channelChild()).floats({0.3f, 0.4f});
     auto bulgeTexture = readAll<BulgeTexture>(8, bulge);
     ASSERT_TRUE(bulgeTexture);
     EXPECT_EQ(bulgeTexture->u_width, 0.3f);
-    expectWritesBack(bulgeTexture, bulge);
+    expectWritesBack(*bulgeTexture, bulge);
 
     Bytes noise;
     noise.version(1).append(channelChild()).flag(false).flag(true).append(colorChild(0, 0, 0, 0));
@@ -288,14 +282,14 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     EXPECT_EQ(noiseTexture->color2_tex_mult, 11);
     EXPECT_EQ(noiseTexture->octaves, 5);
     EXPECT_EQ(noiseTexture->inflection, 1);
-    expectWritesBack(noiseTexture, noise);
+    expectWritesBack(*noiseTexture, noise);
 
     Bytes invert;
     invert.version(1).append(colorChild(0.5f, 0.5f, 0.5f, 1)).flag(true);
     auto invertTexture = readAll<InvertTexture>(9, invert);
     ASSERT_TRUE(invertTexture);
     EXPECT_TRUE(invertTexture->invert_alpha);
-    expectWritesBack(invertTexture, invert);
+    expectWritesBack(*invertTexture, invert);
 
     Bytes acolor;
     acolor.version(1).floats({0.1f, 0.2f, 0.3f, 0.4f});

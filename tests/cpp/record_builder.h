@@ -3,6 +3,8 @@
 // family's tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
@@ -108,4 +110,24 @@ inline CorvaneCore::Transform countingTransform(float base) {
     for (auto& column : t.m.v) column = CorvaneCore::Vector(n, n + 1, n + 2), n += 3;
     t.offset = CorvaneCore::Vector(n, n + 1, n + 2);
     return t;
+}
+
+// Reads `record` into `object`; read or refused, the read must end at the record's end.
+template <class T>
+bool readAll(T& object, const RecordBuilder& record) {
+    CorvaneCore::QuickArchive archive = record.archive();
+    const bool ok = object.deserialize(archive);
+    EXPECT_EQ(archive.readPos(), record.size()) << "read stopped elsewhere";
+    return ok;
+}
+
+// Writes `object` and expects exactly the bytes of `record`.
+template <class T>
+void expectWritesBack(T& object, const RecordBuilder& record) {
+    CorvaneCore::QuickArchive out(1);
+    ASSERT_TRUE(object.serialize(out));
+    std::vector<uint8_t> written(static_cast<size_t>(out.writePos()));
+    out.setReadPos(0);
+    if (!written.empty()) out.readBytes(written.data(), written.size());
+    EXPECT_EQ(written, record.data);
 }

@@ -132,9 +132,7 @@ TEST(SkyTexture, VersionThreeReplacesTheSharedDefaultSun) {
     EXPECT_FALSE(sky->usesDefaultSun());
 
     // Written back, it is the same record.
-    QuickArchive out(1);
-    ASSERT_TRUE(sky->serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(*sky, record);
 }
 
 TEST(SkyTexture, RefusesUnknownWordsAndFailingSuns) {

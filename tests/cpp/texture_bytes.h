@@ -19,14 +19,6 @@ inline std::wstring wide(const std::string& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
-// The bytes an archive holds between its start and its write position.
-inline std::vector<uint8_t> writtenBytes(CorvaneCore::QuickArchive& archive) {
-    std::vector<uint8_t> out(size_t(archive.writePos()));
-    archive.setReadPos(0);
-    if (!out.empty()) archive.readBytes(out.data(), out.size());
-    return out;
-}
-
 // Expected asset text. Depths follow an asset inside "Assets": the asset at 4 blanks, its
 // parameters at 12, their values at 14 and inner lines at 16.
 class Xml {

@@ -32,18 +32,14 @@ Bytes defaultChannelRecord() {
 
 TEST(BitmapBuffer, ReadsVersionOneAndRefusesOthers) {
     const Bytes record = bufferRecord(2, 0.25f, 2.2f, "C:\\maps\\wood&grain \xC3\xA9.png");
-    auto archive = record.archive();
     BitmapBuffer buffer;
-    ASSERT_TRUE(buffer.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(buffer, record));
     EXPECT_EQ(buffer.filter_type, 2);
     EXPECT_EQ(buffer.filter_blur, 0.25f);
     EXPECT_EQ(buffer.gamma, 2.2f);
     EXPECT_EQ(buffer.file, L"C:\\maps\\wood&grain \u00e9.png");
 
-    QuickArchive out(1);
-    ASSERT_TRUE(buffer.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(buffer, record);
 
     for (uint32_t word : {131072u, 65537u}) {
         Bytes bad;
@@ -59,10 +55,8 @@ TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
     record.append(defaultChannelRecord());
     record.append(bufferRecord(0, 0.5f, 1.0f, "a.png"));
     record.flag(false);  // tile
-    auto archive = record.archive();
     BitmapTexture texture;
-    ASSERT_TRUE(texture.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(texture, record));
     ASSERT_TRUE(std::dynamic_pointer_cast<GenChannelUVW>(texture.uvwgen));
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(texture.bitmap);
     ASSERT_TRUE(buffer);
@@ -70,9 +64,7 @@ TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
     EXPECT_EQ(buffer->filter_type, 0);
     EXPECT_FALSE(texture.tile);
 
-    QuickArchive out(1);
-    ASSERT_TRUE(texture.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(texture, record);
 }
 
 TEST(BitmapTexture, RefusesUnknownChildIdsAndWords) {

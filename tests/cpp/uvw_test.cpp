@@ -85,10 +85,8 @@ TEST(TransformComponents, ApplyToSetsOffsetAndResetRestoresDefaults) {
 TEST(TransformComponents, ReadsItsOnlyVersionAndResetsOnAnyWord) {
     Bytes record;
     record.components({10, 20, 30, 2, 3, 4, 5, 6, 7}, {1, 0, 2});
-    auto archive = record.archive();
     TransformComponents c;
-    ASSERT_TRUE(c.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(c, record));
     EXPECT_EQ(c.x_rotation, 10);
     EXPECT_EQ(c.z_rotation, 30);
     EXPECT_EQ(c.x_scale, 2);
@@ -116,10 +114,8 @@ TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
         .ints({1, 2, 3})                               // wrap_u, wrap_v, uvw_channel
         .components({0, 0, 45, 1, 1, 1, 0, 0, 0}, {0, 0, 0})
         .components({0, 0, 0, 2, 2, 2, 0.5f, 0, 0}, {0, 1, 0});
-    auto archive = record.archive();
     GenChannelUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.uvw_transform.offset, Vector(9, 8, 7));
     EXPECT_EQ(uvw.wrap_u, 1);
     EXPECT_EQ(uvw.wrap_v, 2);
@@ -129,9 +125,7 @@ TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
     EXPECT_EQ(uvw.texComponents.y_mirror, 1);
 
     // Written back, the record is the same bytes.
-    QuickArchive out(1);
-    ASSERT_TRUE(uvw.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(uvw, record);
 }
 
 TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
@@ -142,10 +136,8 @@ TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
         .floats({30, 60})                              // tex x_rotation, y_rotation
         .ints({1, 1})                                  // tex x_mirror, y_mirror
         .ints({4, 5, 2});                              // wrap_u, wrap_v, uvw_channel
-    auto archive = record.archive();
     GenChannelUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.texComponents.x_rotation, 30);
     EXPECT_EQ(uvw.texComponents.y_rotation, 60);
     EXPECT_EQ(uvw.texComponents.x_mirror, 1);
@@ -187,10 +179,8 @@ TEST(GenEnvironmentUVW, ReadsVersionOneZBeforeX) {
         .i32(3)                               // mappingType
         .floats({15, 25})                     // z_rotation, then x_rotation
         .ints({1, 0});                        // z_mirror, then x_mirror
-    auto archive = record.archive();
     GenEnvironmentUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.mappingType, 3);
     EXPECT_EQ(uvw.components.z_rotation, 15);
     EXPECT_EQ(uvw.components.x_rotation, 25);
@@ -205,15 +195,11 @@ TEST(GenEnvironmentUVW, ReadsVersionTwoAndWritesItBack) {
         .floats({0, 1, 0, -1, 0, 0, 0, 0, 1})
         .i32(0)
         .components({0, 0, 90, 1, 1, 1, 0, 0, 0}, {0, 0, 0});
-    auto archive = record.archive();
     GenEnvironmentUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.mappingType, 0);
     EXPECT_EQ(uvw.uvw_matrix.v[1], Vector(-1, 0, 0));
-    QuickArchive out(1);
-    ASSERT_TRUE(uvw.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(uvw, record);
 
     Bytes bad;
     bad.version(3);
