@@ -18,21 +18,13 @@ using namespace material_test;
 
 namespace {
 
-class LinkedTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
+class LinkedTest : public MaterialSetTest {};
 
 std::shared_ptr<MaterialLayeredBRDF> layered(const std::wstring& name, const std::wstring& uuid) {
     auto material = std::make_shared<MaterialLayeredBRDF>();
     material->name = name;
     material->uuid = uuid;
     return material;
-}
-
-RecordBuilder& section(RecordBuilder& r, const std::string& name, const std::string& uuid = "") {
-    return r.version(2).text(name).text(uuid);
 }
 
 }  // namespace

@@ -23,11 +23,7 @@ using namespace material_test;
 
 namespace {
 
-class MaterialTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
+class MaterialTest : public MaterialSetTest {};
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 // row holds a value derived from its row number so that a misaligned read shows at once.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -96,6 +97,51 @@ inline void appendCameraV1(StreamBuilder& b, float focalLength, float focusDista
     b.f32(400.0f).i32(1).f32(focusDistance);
     b.i32(1).f32(150.0f).f32(0.5f).i32(0).color(0.9f, 0.8f, 0.7f).i32(0).i32(1).i32(7);
     b.f32(12.0f).f32(0.3f).f32(0.4f).i32(1).i32(1).i32(9);
+}
+
+struct OptionsStream {
+    uint32_t major = 0x17;
+    std::vector<int32_t> channels{1, 2};
+    std::string firstPath = "p36";
+    bool bgTexturePresent = false;
+};
+
+// AllOptions rows of any major in table order; numeric rows hold their row number.
+inline StreamBuilder buildOptions(const OptionsStream& s) {
+    StreamBuilder b;
+    const auto has = [&](uint32_t since) { return s.major >= since; };
+    b.u32((s.major << 16) | 1);
+    appendParams(b, 5);
+    appendFrameData(b);
+    appendStamp(b, 2, "stamp");
+    if (has(5)) appendCameraV1(b, 50.0f, 300.0f);
+    b.boolean(s.bgTexturePresent);
+    if (s.bgTexturePresent) b.i32(9999);  // a type id no texture class has
+    b.boolean(false);
+    b.color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f);
+    b.rows("iiiiiiiiiii", 9);
+    if (has(2)) b.rows("i", 20);
+    if (has(3)) b.rows("i", 21);
+    if (has(5)) b.rows("i", 22);
+    if (has(6)) b.rows("i", 23);
+    b.rows("ffffffff", 24);
+    if (has(4)) b.rows("ffi", 32);
+    b.u32(static_cast<uint32_t>(s.channels.size()));
+    for (int32_t id : s.channels) b.i32(id);
+    b.text(s.firstPath);
+    b.rows("sssssssss", 37);
+    if (has(1)) b.color(0.7f, 0.7f, 0.7f).rows("i", 47);
+    if (has(7)) b.rows("ii", 48);
+    if (has(8)) b.rows("iif", 50);
+    if (has(9)) b.color(1, 0, 0).color(0, 1, 0).rows("ffffii", 55).boolean(false).boolean(false);
+    if (has(0x10)) b.rows("i", 63);
+    if (has(0x11)) b.rows("ff", 64);
+    if (has(0x12)) b.rows("f", 66);
+    if (has(0x13)) b.rows("i", 67);
+    if (has(0x14)) b.rows("iis", 68);
+    if (has(0x16)) b.rows("i", 71);
+    if (has(0x17)) b.rows("i", 72);
+    return b;
 }
 
 }  // namespace options_test

@@ -22,27 +22,7 @@ using namespace material_test;
 
 namespace {
 
-class WrappersTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
-
-RecordBuilder& section(RecordBuilder& r, const std::string& name, const std::string& uuid = "") {
-    return r.version(2).text(name).text(uuid);
-}
-
-// A material-slot holding a layered material with one default diffuse layer.
-RecordBuilder& layeredSlot(RecordBuilder& r, const std::string& name) {
-    return plainLayered(r.boolean(true).i32(1), name, "Layer");
-}
-
-// A material-slot whose id names no class: the child cannot be read.
-RecordBuilder& unknownSlot(RecordBuilder& r) { return r.boolean(true).i32(15); }
-
-RecordBuilder& bitmapSlot(RecordBuilder& r, const std::string& path) {
-    return bitmapTexture(r.boolean(true).i32(0), path);
-}
+class WrappersTest : public MaterialSetTest {};
 
 bool readFails(BaseMaterial& material, const RecordBuilder& record) {
     QuickArchive archive = record.archive();
