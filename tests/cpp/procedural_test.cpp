@@ -10,6 +10,7 @@
 #include "xml/asset_xml_writer.h"
 
 using namespace CorvaneCore;
+using texture_test::assetsOf;
 using texture_test::Bytes;
 using texture_test::Xml;
 
@@ -41,15 +42,6 @@ std::shared_ptr<T> readAll(int id, const Bytes& record) {
     }
     EXPECT_EQ(archive.readPos(), record.size()) << "texture " << id;
     return std::dynamic_pointer_cast<T>(texture);
-}
-
-std::wstring assetsOf(BaseTexture& texture, const std::wstring& url) {
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    texture.writeXML(writer, url);
-    writer.closeAssets();
-    return text;
 }
 
 }  // namespace
@@ -113,7 +105,7 @@ TEST(FresnelTexture, WritesDefaultsWithInvertedColours) {
         .emptyPlugin(L"refract_ior_tex")
         .assetClose();
     FresnelTexture fresnel;
-    EXPECT_EQ(assetsOf(fresnel, L"/Glass"), L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(assetsOf(fresnel, L"/Glass"), expected.document());
     EXPECT_EQ(fresnel.sideColor, Color(65.0f / 255, 65.0f / 255, 65.0f / 255));  // stored as read
 }
 
@@ -366,7 +358,7 @@ TEST(InvertTexture, PlacesItsChildUnderBaseTexture) {
         .inlineParam(L"plugin", L"texture", L"/M/TexInvert/base_texture/TexAColor")
         .inlineParam(L"bool", L"invert_alpha", L"0")
         .assetClose();
-    EXPECT_EQ(assetsOf(invert, L"/M"), L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(assetsOf(invert, L"/M"), expected.document());
 }
 
 TEST(ProceduralTextures, CloneIsEqualAndSharesNoChild) {

@@ -197,7 +197,7 @@ TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
     first.writeXML(writer, L"/A");
     second.writeXML(writer, L"/B");
     writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(text, expected.document());
 }
 
 TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {

@@ -9,6 +9,7 @@
 
 #include "archive/quick_archive.h"
 #include "record_builder.h"
+#include "xml/asset_xml_writer.h"
 
 namespace texture_test {
 
@@ -17,6 +18,17 @@ using Bytes = ::RecordBuilder;
 // ASCII text as a wide string.
 inline std::wstring wide(const std::string& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
+}
+
+// The document of one object written under `url` inside an "Assets" element.
+template <class T>
+std::wstring assetsOf(T& object, const std::wstring& url) {
+    std::wstring text;
+    ::AssetXmlWriter writer(text);
+    writer.openAssets();
+    object.writeXML(writer, url);
+    writer.closeAssets();
+    return text;
 }
 
 // Expected asset text. Depths follow an asset inside "Assets": the asset at 4 blanks, its
@@ -67,6 +79,20 @@ public:
         line(14, L"</value>");
         return paramClose();
     }
+    // A placement's twelve lines: rotations, scales, offsets, then mirrors, x to z each.
+    Xml& components(const std::wstring& type, const std::wstring& name,
+                    const std::vector<const wchar_t*>& twelve) {
+        static const wchar_t* const kTags[] = {
+            L"x_rotation", L"y_rotation", L"z_rotation", L"x_scale",  L"y_scale",  L"z_scale",
+            L"x_offset",   L"y_offset",   L"z_offset",   L"x_mirror", L"y_mirror", L"z_mirror"};
+        paramOpen(type, name);
+        line(14, L"<value>");
+        for (size_t i = 0; i < 12; ++i) {
+            line(16, std::wstring(L"<") + kTags[i] + L">" + twelve.at(i) + L"</" + kTags[i] + L">");
+        }
+        line(14, L"</value>");
+        return paramClose();
+    }
     Xml& vector(int blanks, const wchar_t* x, const wchar_t* y, const wchar_t* z) {
         line(blanks, L"<vector>");
         line(blanks + 2, std::wstring(L"<x>") + x + L"</x>");
@@ -75,16 +101,10 @@ public:
         return line(blanks, L"</vector>");
     }
 
+    // The expected document: these assets inside "Assets".
+    std::wstring document() const { return L"  <Assets>\n" + out + L"  </Assets>\n"; }
+
     std::wstring out;
 };
-
-// The twelve component lines of a placement, rotations, scales, offsets, then mirrors.
-inline std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> defaultComponentLines() {
-    static const std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> lines = {
-        {L"x_rotation", L"0"}, {L"y_rotation", L"0"}, {L"z_rotation", L"0"}, {L"x_scale", L"1"},
-        {L"y_scale", L"1"},    {L"z_scale", L"1"},    {L"x_offset", L"0"},   {L"y_offset", L"0"},
-        {L"z_offset", L"0"},   {L"x_mirror", L"0"},   {L"y_mirror", L"0"},   {L"z_mirror", L"0"}};
-    return lines;
-}
 
 }  // namespace texture_test

@@ -118,7 +118,8 @@ TEST(MakeBitmapTexture, WritesChainOfThreeAssets) {
     auto texture = makeBitmapTexture(L"C:/maps/a&b.png");
     Xml expected;
     expected.assetOpen(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"UVWGenChannel")
-        .scalars(L"componentTransform", L"uvw_transform", texture_test::defaultComponentLines())
+        .components(L"componentTransform", L"uvw_transform",
+                    {L"0", L"0", L"0", L"1", L"1", L"1", L"0", L"0", L"0", L"0", L"0", L"0"})
         .paramOpen(L"transform", L"tex_transform")
         .line(14, L"<value>")
         .vector(16, L"1", L"0", L"0")
@@ -143,12 +144,7 @@ TEST(MakeBitmapTexture, WritesChainOfThreeAssets) {
         .inlineParam(L"bool", L"tile", L"1")
         .assetClose();
 
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    texture->writeXML(writer, L"/Wood");
-    writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(texture_test::assetsOf(*texture, L"/Wood"), expected.document());
 }
 
 TEST(BitmapTexture, CloneIsEqualAndSharesNoChild) {

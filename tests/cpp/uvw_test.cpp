@@ -222,41 +222,16 @@ TEST(GenEnvironmentUVW, SplitsComponentsOverTwoParameters) {
 
     Xml expected;
     expected.assetOpen(L"/Env/UVWGenEnvironment", L"uvw", L"UVWGenEnvironment")
-        .scalars(L"componentMatrix", L"uvw_matrix",
-                 {{L"x_rotation", L"10"},
-                  {L"y_rotation", L"0.5"},
-                  {L"z_rotation", L"-20"},
-                  {L"x_scale", L"1"},
-                  {L"y_scale", L"1"},
-                  {L"z_scale", L"1"},
-                  {L"x_offset", L"0"},
-                  {L"y_offset", L"0"},
-                  {L"z_offset", L"0"},
-                  {L"x_mirror", L"0"},
-                  {L"y_mirror", L"1"},
-                  {L"z_mirror", L"0"}})
-        .scalars(L"componentTransform", L"uvw_transform",
-                 {{L"x_rotation", L"0"},
-                  {L"y_rotation", L"0"},
-                  {L"z_rotation", L"0"},
-                  {L"x_scale", L"2"},
-                  {L"y_scale", L"1"},
-                  {L"z_scale", L"1.6"},
-                  {L"x_offset", L"0"},
-                  {L"y_offset", L"0.1"},
-                  {L"z_offset", L"3"},
-                  {L"x_mirror", L"0"},
-                  {L"y_mirror", L"0"},
-                  {L"z_mirror", L"0"}})
+        .components(L"componentMatrix", L"uvw_matrix",
+                    {L"10", L"0.5", L"-20", L"1", L"1", L"1",
+                     L"0", L"0", L"0", L"0", L"1", L"0"})
+        .components(L"componentTransform", L"uvw_transform",
+                    {L"0", L"0", L"0", L"2", L"1", L"1.6",
+                     L"0", L"0.1", L"3", L"0", L"0", L"0"})
         .inlineParam(L"string", L"mapping_type", L"mirror_ball")
         .assetClose();
 
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    uvw.writeXML(writer, L"/Env");
-    writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(texture_test::assetsOf(uvw, L"/Env"), expected.document());
 
     // The stored matrix was recomputed from all the components before output.
     Matrix composed;
@@ -297,26 +272,11 @@ TEST(ProjectionUVW, WritesOnePlacementParameter) {
     uvw.components.x_offset = 2;
     Xml expected;
     expected.assetOpen(L"/T/uvwgen/UVWGenObject", L"uvw", L"UVWGenObject")
-        .scalars(L"componentTransform", L"uvw_transform",
-                 {{L"x_rotation", L"0"},
-                  {L"y_rotation", L"0"},
-                  {L"z_rotation", L"0"},
-                  {L"x_scale", L"1"},
-                  {L"y_scale", L"1"},
-                  {L"z_scale", L"1"},
-                  {L"x_offset", L"2"},
-                  {L"y_offset", L"0"},
-                  {L"z_offset", L"0"},
-                  {L"x_mirror", L"0"},
-                  {L"y_mirror", L"0"},
-                  {L"z_mirror", L"0"}})
+        .components(L"componentTransform", L"uvw_transform",
+                    {L"0", L"0", L"0", L"1", L"1", L"1",
+                     L"2", L"0", L"0", L"0", L"0", L"0"})
         .assetClose();
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    uvw.writeXML(writer, L"/T/uvwgen");
-    writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(texture_test::assetsOf(uvw, L"/T/uvwgen"), expected.document());
     EXPECT_EQ(uvw.uvw_transform.offset, Vector(2, 0, 0));
 }
 
