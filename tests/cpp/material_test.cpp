@@ -27,17 +27,6 @@ class MaterialTest : public MaterialSetTest {};
 
 }  // namespace
 
-TEST_F(MaterialTest, FactoryKnowsTheLayerMaterials) {
-    ASSERT_TRUE(createMaterial(0));
-    EXPECT_EQ(createMaterial(0)->getType(), 0);
-    EXPECT_EQ(createMaterial(0)->pluginType(), L"MtlSingleBRDF");
-    ASSERT_TRUE(createMaterial(1));
-    EXPECT_EQ(createMaterial(1)->getType(), 1);
-    EXPECT_EQ(createMaterial(1)->pluginKind(), L"material");
-    EXPECT_FALSE(createMaterial(15));
-    EXPECT_FALSE(createMaterial(-1));
-}
-
 TEST_F(MaterialTest, EmptyNamesBecomeUniqueDefaultNamesWithoutEnteringTheSet) {
     RecordBuilder v1;
     v1.version(1).u32(0).i32(0).i32(0).text("");
