@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -142,6 +143,39 @@ inline StreamBuilder buildOptions(const OptionsStream& s) {
     if (has(0x16)) b.rows("i", 71);
     if (has(0x17)) b.rows("i", 72);
     return b;
+}
+
+// ---------------------------------------------------------------- reading options documents
+
+inline std::vector<std::string> lines(const std::string& text) {
+    std::vector<std::string> out;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) out.push_back(line);
+    return out;
+}
+
+inline std::string trimmed(const std::string& line) {
+    return line.substr(line.find_first_not_of(' '));
+}
+
+// The inline value of a settings block's parameter, or the joined lines of a block value.
+inline std::string valueOf(const std::string& doc, const std::string& block,
+                           const std::string& name) {
+    const std::vector<std::string> all = lines(doc);
+    bool inBlock = false;
+    for (size_t i = 0; i < all.size(); ++i) {
+        const std::string line = trimmed(all[i]);
+        if (line.rfind("<ombraplugin name=\"", 0) == 0) {
+            inBlock = line == "<ombraplugin name=\"" + block + "\" type=\"settings\">";
+        }
+        if (!inBlock || line.find("\" name=\"" + name + "\" ") == std::string::npos) continue;
+        const std::string next = trimmed(all[i + 1]);
+        if (next != "<value>") return next.substr(7, next.size() - 15);
+        std::string joined;
+        for (size_t j = i + 2; trimmed(all[j]) != "</value>"; ++j) joined += trimmed(all[j]);
+        return joined;
+    }
+    return "<missing>";
 }
 
 }  // namespace options_test
