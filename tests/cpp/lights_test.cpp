@@ -349,8 +349,7 @@ TEST(LightRecords, RefusedVersionWordsLeaveTheDefaults) {
             ASSERT_TRUE(light);
             Bytes b;
             b.u32(word).data.resize(400, 0x41);
-            QuickArchive archive = b.archive();
-            EXPECT_FALSE(light->deserialize(archive)) << "type " << kind.type << " word " << word;
+            EXPECT_FALSE(deserializeFrom(*light, b)) << "type " << kind.type << " word " << word;
             std::shared_ptr<BaseLight> fresh = createLight(kind.type);
             if (auto* sun = dynamic_cast<SunLight*>(fresh.get())) {
                 sun->sunId = static_cast<SunLight&>(*light).sunId;

@@ -57,8 +57,7 @@ TEST_F(MaterialTest, SectionStripsControlCharactersAndRefusesBadWords) {
         RecordBuilder bad;
         bad.version(2).u32(0).i32(0).i32(0).u32(word).text("Ignored");
         MaterialLayeredBRDF refused;
-        QuickArchive archive = bad.archive();
-        EXPECT_FALSE(refused.deserialize(archive));
+        EXPECT_FALSE(deserializeFrom(refused, bad));
         EXPECT_EQ(refused.name, L"DefaultMaterial");
     }
 }
@@ -111,8 +110,7 @@ TEST_F(MaterialTest, LayeredListFailuresKeepWhatWasRead) {
     RecordBuilder huge;
     diffuseLayer(huge.version(4).u32(0xFFFFFFFFu), "Only");
     MaterialLayeredBRDF big;
-    QuickArchive hugeArchive = huge.archive();
-    EXPECT_FALSE(big.deserialize(hugeArchive));
+    EXPECT_FALSE(deserializeFrom(big, huge));
     EXPECT_EQ(big.brdfs.size(), 1u);
 }
 
@@ -143,8 +141,7 @@ TEST_F(MaterialTest, SingleReadsBothVersionsAndSharesItsLayer) {
     RecordBuilder unknown;
     unknown.version(2).i32(0).i32(0).i32(64);
     MaterialSingleBRDF refused;
-    QuickArchive archive = unknown.archive();
-    EXPECT_FALSE(refused.deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(refused, unknown));
     EXPECT_FALSE(refused.brdf);
     QuickArchive out(1);
     EXPECT_FALSE(refused.serialize(out));

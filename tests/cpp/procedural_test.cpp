@@ -81,8 +81,7 @@ TEST(FresnelTexture, ReadsVersionTwoWithOptionalChildren) {
     for (uint32_t word : {0x30000u, 0x20001u}) {
         Bytes bad;
         bad.u32(word);
-        auto archive = bad.archive();
-        EXPECT_FALSE(FresnelTexture().deserialize(archive)) << word;
+        EXPECT_FALSE(deserializeFrom(FresnelTexture(), bad)) << word;
     }
 }
 
@@ -292,8 +291,7 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     for (int id : {2, 3, 5, 8, 9, 11}) {
         Bytes bad;
         bad.version(2);
-        auto archive = bad.archive();
-        EXPECT_FALSE(createTexture(id)->deserialize(archive)) << id;
+        EXPECT_FALSE(deserializeFrom(*createTexture(id), bad)) << id;
     }
 }
 

@@ -112,6 +112,13 @@ inline CorvaneCore::Transform countingTransform(float base) {
     return t;
 }
 
+// Reads `record` into `object` and tells whether it was read, nothing more.
+template <class T>
+bool deserializeFrom(T&& object, const RecordBuilder& record) {
+    CorvaneCore::QuickArchive archive = record.archive();
+    return object.deserialize(archive);
+}
+
 // Reads `record` into `object`; read or refused, the read must end at the record's end.
 template <class T>
 bool readAll(T& object, const RecordBuilder& record) {

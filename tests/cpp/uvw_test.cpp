@@ -99,8 +99,7 @@ TEST(TransformComponents, ReadsItsOnlyVersionAndResetsOnAnyWord) {
     for (uint32_t word : {0x20000u, 0x10001u, 0u}) {
         Bytes bad;
         bad.u32(word);
-        auto badArchive = bad.archive();
-        EXPECT_FALSE(c.deserialize(badArchive)) << word;
+        EXPECT_FALSE(deserializeFrom(c, bad)) << word;
         EXPECT_EQ(c, TransformComponents());  // reset before the refusal
         c.x_rotation = 5;
     }
@@ -168,8 +167,7 @@ TEST(GenChannelUVW, RefusesUnknownWords) {
     // A nested placement with a wrong word fails the generator.
     Bytes record;
     record.version(2).identityTransform().identityTransform().ints({0, 0, 1}).version(2);
-    auto archive = record.archive();
-    EXPECT_FALSE(GenChannelUVW().deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(GenChannelUVW(), record));
 }
 
 TEST(GenEnvironmentUVW, ReadsVersionOneZBeforeX) {
@@ -203,8 +201,7 @@ TEST(GenEnvironmentUVW, ReadsVersionTwoAndWritesItBack) {
 
     Bytes bad;
     bad.version(3);
-    auto badArchive = bad.archive();
-    EXPECT_FALSE(GenEnvironmentUVW().deserialize(badArchive));
+    EXPECT_FALSE(deserializeFrom(GenEnvironmentUVW(), bad));
 }
 
 // Orientation goes to "uvw_matrix", scale and offset to "uvw_transform".
