@@ -592,19 +592,6 @@ TEST(LightXml, OmniLightWritesUnitsAsTheFirstCausticSubdivs) {
     expectSameLines(convert(omniRecord(4), 2), e.lines());
 }
 
-TEST(LightXml, OldOmniRecordConvertsWithDefaults) {
-    ExpectedAsset e("/LightOmni", "LightOmni");
-    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0", "0", "0");
-    e.real("cutoffThreshold", "0.005").real("shadowBias", "0.125").real("decay", "2");
-    e.real("intensity", "42").real("shadowRadius", "0");
-    e.integer("causticSubdivs", "0").integer("photonSubdivs", "111");
-    e.integer("causticSubdivs", "222").integer("shadowSubdivs", "8");
-    e.flag("enabled", "0").flag("shadows", "1").flag("affectDiffuse", "1");
-    e.flag("affectSpecular", "1");
-    e.transform("transform", {"1", "0", "0", "0", "1", "0", "0", "0", "1", "0", "0", "0"});
-    expectSameLines(convert(omniRecord(1), 2), e.lines());
-}
-
 TEST(LightXml, SpotLightEndsWithTheLabelledLegacyFlag) {
     ExpectedAsset e("/LightSpot", "LightSpot");
     e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
