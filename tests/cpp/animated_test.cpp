@@ -2,12 +2,11 @@
 
 #include <cmath>
 
-#include "light_bytes.h"
 #include "params/animated.h"
+#include "record_builder.h"
 
 using namespace CorvaneCore;
-using light_test::Bytes;
-using light_test::countingTransform;
+using Bytes = RecordBuilder;
 
 namespace {
 
@@ -101,8 +100,7 @@ TEST(AnimatedTransform, RefusesOtherKeySizesAndVersions) {
 
     Bytes minor;
     minor.u32(0x10001).u32(0).u32(8);
-    QuickArchive refused = minor.archive();
-    EXPECT_FALSE(curve.deserialize(refused));
+    EXPECT_FALSE(deserializeFrom(curve, minor));
     EXPECT_EQ(curve.keyCount(), 1);  // reset ran before the test of the word
 }
 

@@ -17,14 +17,6 @@ using namespace CorvaneCore;
 
 namespace {
 
-// Reads `record` into `layer` and checks that exactly the record's bytes were consumed.
-bool readAll(Base_BRDF& layer, const RecordBuilder& record) {
-    QuickArchive archive = record.archive();
-    const bool ok = layer.deserialize(archive);
-    EXPECT_EQ(archive.readPos(), record.size());
-    return ok;
-}
-
 std::wstring bitmapPathOf(const TexturePtr& texture) {
     auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(texture);
     if (!bitmap) return L"<not a bitmap>";
@@ -455,8 +447,7 @@ TEST(BrdfLayers, RefuseBadVersionWords) {
             layer->name = L"Before";
             RecordBuilder r;
             r.u32(word);
-            QuickArchive archive = r.archive();
-            EXPECT_FALSE(layer->deserialize(archive)) << ids[i] << " " << word;
+            EXPECT_FALSE(deserializeFrom(*layer, r)) << ids[i] << " " << word;
             EXPECT_EQ(layer->name, layer->pluginType());
         }
     }
@@ -466,8 +457,7 @@ TEST(BrdfLayers, RefuseAnUnknownTextureId) {
     RecordBuilder r;
     r.version(2).color(0, 0, 0).color(0, 0, 0).f32(1).f32(1).boolean(true).i32(13);
     Diffuse_BRDF diffuse;
-    QuickArchive archive = r.archive();
-    EXPECT_FALSE(diffuse.deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(diffuse, r));
 }
 
 TEST(BrdfLayers, SerializeReadsBackAndClonesShareNoChild) {

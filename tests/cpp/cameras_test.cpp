@@ -35,10 +35,8 @@ void appendRects(StreamBuilder& b) { b.i32(1).i32(2).i32(11).i32(22).i32(3).i32(
 TEST(PhysicalCamera, VersionOneStoresTheAnimatedValuesAsFloats) {
     StreamBuilder b;
     appendCameraV1(b, 55.0f, 321.0f);
-    QuickArchive archive = b.archive();
     PhysicalCamera camera;
-    ASSERT_TRUE(camera.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(camera, b));
     EXPECT_FLOAT_EQ(camera.film_width, 35.0f);
     EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.0), 55.0f);
     EXPECT_FLOAT_EQ(camera.ISO, 400.0f);
@@ -58,10 +56,8 @@ TEST(PhysicalCamera, VersionTwoReadsTheCurvesAndRoundTrips) {
     appendRealCurve(b, 500.0f, 700.0f);
     b.i32(0).f32(200).f32(0).i32(1).color(1, 1, 1).i32(1).i32(0).i32(5).f32(0).f32(0).f32(0);
     b.i32(0).i32(1).i32(4);
-    QuickArchive archive = b.archive();
     PhysicalCamera camera;
-    ASSERT_TRUE(camera.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(camera, b));
     EXPECT_EQ(camera.focal_length.keyCount(), 2);
     EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.5), 45.0f);
     EXPECT_FLOAT_EQ(camera.ISO, 100.0f);
@@ -89,8 +85,7 @@ TEST(PhysicalCamera, RefusesOtherWordsAndBrokenCurves) {
     EXPECT_FALSE(camera.deserialize(minor));
     StreamBuilder b;
     b.u32(0x20000).i32(0).f32(36.0f).u32(0x10000).u32(1).u32(4);  // key size 4
-    QuickArchive broken = b.archive();
-    EXPECT_FALSE(camera.deserialize(broken));
+    EXPECT_FALSE(deserializeFrom(camera, b));
 }
 
 TEST(PhysicalCamera, DefaultsAndClone) {
@@ -113,10 +108,8 @@ TEST(RenderView, VersionOneLeadsWithATransformAndInvertsTheFlag) {
     appendTransform(b, 7.0f);
     appendRects(b);
     b.f32(0.5f).f32(2.0f).f32(3.0f).i32(640).i32(480).boolean(false);
-    QuickArchive archive = b.archive();
     RenderView view;
-    ASSERT_TRUE(view.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(view, b));
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 7.0f);
     EXPECT_EQ(view.renderRegion.right, 11);
     EXPECT_EQ(view.cropRegion.bottom, 6);
@@ -132,10 +125,8 @@ TEST(RenderView, VersionTwoEndsWithTheTransformCurve) {
     appendRects(b);
     b.f32(0.5f).f32(2.0f).f32(3.0f).i32(640).i32(480).boolean(true);
     appendTransformCurve(b, 9.0f);
-    QuickArchive archive = b.archive();
     RenderView view;
-    ASSERT_TRUE(view.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(view, b));
     EXPECT_FALSE(view.flagD.getValue(0.0));
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 9.0f);
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).m.v[1].y, 2.0f);

@@ -20,11 +20,7 @@ using namespace material_test;
 
 namespace {
 
-class CorMatTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
+class CorMatTest : public MaterialSetTest {};
 
 std::string bytesOf(const RecordBuilder& r) { return std::string(r.bytes().begin(), r.bytes().end()); }
 

@@ -21,23 +21,7 @@ using namespace material_test;
 
 namespace {
 
-class FoldedOutputTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
-
-RecordBuilder& section(RecordBuilder& r, const std::string& name, const std::string& uuid = "") {
-    return r.version(2).text(name).text(uuid);
-}
-
-RecordBuilder& layeredSlot(RecordBuilder& r, const std::string& name, const std::string& layer) {
-    return plainLayered(r.boolean(true).i32(1), name, layer);
-}
-
-RecordBuilder& bitmapSlot(RecordBuilder& r, const std::string& path) {
-    return bitmapTexture(r.boolean(true).i32(0), path);
-}
+class FoldedOutputTest : public MaterialSetTest {};
 
 // A bump wrapper (version 3) around a bare material record of type `id`.
 RecordBuilder bumpAround(const std::string& name, float mult, const std::string& path, int32_t id,

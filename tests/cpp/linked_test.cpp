@@ -18,21 +18,13 @@ using namespace material_test;
 
 namespace {
 
-class LinkedTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
+class LinkedTest : public MaterialSetTest {};
 
 std::shared_ptr<MaterialLayeredBRDF> layered(const std::wstring& name, const std::wstring& uuid) {
     auto material = std::make_shared<MaterialLayeredBRDF>();
     material->name = name;
     material->uuid = uuid;
     return material;
-}
-
-RecordBuilder& section(RecordBuilder& r, const std::string& name, const std::string& uuid = "") {
-    return r.version(2).text(name).text(uuid);
 }
 
 }  // namespace
@@ -46,9 +38,7 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
         ASSERT_TRUE(id.deserialize(archive));
         EXPECT_EQ(id.kind, kind);
         EXPECT_EQ(id.text, L"Host Brick");
-        QuickArchive out;
-        ASSERT_TRUE(id.serialize(out));
-        EXPECT_EQ(texture_test::writtenBytes(out), r.bytes());
+        expectWritesBack(id, r);
     }
     RecordBuilder number;
     number.version(1).u32(2).i32(-7);
@@ -60,13 +50,11 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
     for (uint32_t kind : {3u, 0xFFFFFFFFu}) {
         RecordBuilder bad;
         bad.version(1).u32(kind).i32(0);
-        QuickArchive badArchive = bad.archive();
-        EXPECT_FALSE(id.deserialize(badArchive)) << kind;
+        EXPECT_FALSE(deserializeFrom(id, bad)) << kind;
     }
     RecordBuilder version2;
     version2.version(2).u32(2).i32(0);
-    QuickArchive v2 = version2.archive();
-    EXPECT_FALSE(id.deserialize(v2));
+    EXPECT_FALSE(deserializeFrom(id, version2));
     id.kind = 3;
     QuickArchive out;
     EXPECT_FALSE(id.serialize(out));
@@ -84,9 +72,7 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     ASSERT_TRUE(linked.deserialize(archive));
     EXPECT_EQ(linked.name, L"Link");
     EXPECT_EQ(linked.base_mtl->name, L"Inner");
-    QuickArchive out;
-    ASSERT_TRUE(linked.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), r.bytes());
+    expectWritesBack(linked, r);
 
     auto shared = std::make_shared<MaterialLinked>(linked);
     EXPECT_EQ(collectMaterials(shared, 1), std::vector<MaterialPtr>{linked.base_mtl});
@@ -100,8 +86,7 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     // An unknown id leaves no base material; without one nothing can be written.
     RecordBuilder unknown;
     unknown.version(1).version(1).u32(2).i32(0).i32(15);
-    QuickArchive unknownArchive = unknown.archive();
-    EXPECT_FALSE(linked.deserialize(unknownArchive));
+    EXPECT_FALSE(deserializeFrom(linked, unknown));
     EXPECT_FALSE(linked.base_mtl);
     EXPECT_EQ(linked.name, L"Link");  // setDefaults leaves the name alone
     QuickArchive none;
@@ -113,30 +98,26 @@ TEST_F(LinkedTest, ReferenceReadsBothVersions) {
     RecordBuilder v1;
     section(v1.version(1), "Ref").text("target-1");
     MaterialReference r1;
-    QuickArchive a1 = v1.archive();
-    ASSERT_TRUE(r1.deserialize(a1));
+    ASSERT_TRUE(deserializeFrom(r1, v1));
     EXPECT_EQ(r1.target, L"target-1");
     EXPECT_FALSE(r1.resolved);  // until a write or a walk finds the target
 
     RecordBuilder v2;
     plainLayered(section(v2.version(2), "Ref").text("target-2").boolean(true).i32(1), "Copy", "L");
     MaterialReference r2;
-    QuickArchive a2 = v2.archive();
-    ASSERT_TRUE(r2.deserialize(a2));
+    ASSERT_TRUE(deserializeFrom(r2, v2));
     ASSERT_TRUE(r2.resolved);
     EXPECT_EQ(r2.resolved->name, L"Copy");
 
     RecordBuilder badSection;
     badSection.version(2).version(3).text("Ref").text("").text("t");
     MaterialReference refused;
-    QuickArchive a3 = badSection.archive();
-    EXPECT_FALSE(refused.deserialize(a3));
+    EXPECT_FALSE(deserializeFrom(refused, badSection));
     EXPECT_TRUE(refused.target.empty());
 
     RecordBuilder failing;
     section(failing.version(2), "Ref").text("t").boolean(true).i32(15);
-    QuickArchive a4 = failing.archive();
-    EXPECT_FALSE(refused.deserialize(a4));
+    EXPECT_FALSE(deserializeFrom(refused, failing));
 }
 
 TEST_F(LinkedTest, ReferenceWriteRefreshesResolvedFromTheSet) {

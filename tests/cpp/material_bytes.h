@@ -18,6 +18,18 @@ inline void clearSceneMaterials() {
     CorvaneCore::sceneMaterials()->ids.clear();
 }
 
+class MaterialSetTest : public ::testing::Test {
+protected:
+    void SetUp() override { clearSceneMaterials(); }
+    void TearDown() override { clearSceneMaterials(); }
+};
+
+// The base section of version 2: name and uuid.
+inline RecordBuilder& section(RecordBuilder& r, const std::string& name,
+                              const std::string& uuid = "") {
+    return r.version(2).text(name).text(uuid);
+}
+
 // A BRDF child: id 2 and a version 4 Diffuse_BRDF with default values and the given name.
 inline RecordBuilder& diffuseLayer(RecordBuilder& r, const std::string& name) {
     r.i32(2).version(4).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1).absent().absent();
@@ -27,19 +39,10 @@ inline RecordBuilder& diffuseLayer(RecordBuilder& r, const std::string& name) {
 // The stream of a BitmapTexture (version 1) with a default channel generator and a buffer
 // holding `path`; no present flag and no type id in front.
 inline RecordBuilder& bitmapTexture(RecordBuilder& r, const std::string& path) {
-    auto components = [&r] {
-        r.version(1).f32(0).f32(0).f32(0).f32(1).f32(1).f32(1).f32(0).f32(0).f32(0);
-        r.i32(0).i32(0).i32(0);
-    };
-    auto identity = [&r] { r.f32(1).f32(0).f32(0).f32(0).f32(1).f32(0).f32(0).f32(0).f32(1); };
     r.version(1).i32(4).i32(0);
-    r.version(2);
-    identity(), r.f32(0).f32(0).f32(0);
-    identity(), r.f32(0).f32(0).f32(0);
-    r.i32(0).i32(0).i32(1);
-    components(), components();
-    r.version(1).i32(1).f32(0.15f).f32(1.0f).text(path);
-    return r.boolean(true);
+    r.version(2).identityTransform().identityTransform().ints({0, 0, 1});
+    r.defaultComponents().defaultComponents();
+    return r.version(1).i32(1).f32(0.15f).f32(1.0f).text(path).boolean(true);
 }
 
 // The Brick record: a layered material holding one diffuse layer whose colour texture is a
@@ -62,6 +65,17 @@ inline RecordBuilder& plainLayered(RecordBuilder& r, const std::string& name,
     diffuseLayer(r.version(4).u32(1), layer).i32(1).i32(0).i32(1).i32(1);
     return r.version(2).text(name).text(uuid).i32(0);
 }
+
+// Present material and texture slots: a layered material (id 1) with one default diffuse layer,
+// a bitmap texture (id 0), and an id no material class has.
+inline RecordBuilder& layeredSlot(RecordBuilder& r, const std::string& name,
+                                  const std::string& layer = "Layer") {
+    return plainLayered(r.boolean(true).i32(1), name, layer);
+}
+inline RecordBuilder& bitmapSlot(RecordBuilder& r, const std::string& path) {
+    return bitmapTexture(r.boolean(true).i32(0), path);
+}
+inline RecordBuilder& unknownSlot(RecordBuilder& r) { return r.boolean(true).i32(15); }
 
 // ---------------------------------------------------------------- expected text
 

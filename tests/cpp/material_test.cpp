@@ -23,31 +23,9 @@ using namespace material_test;
 
 namespace {
 
-class MaterialTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
-
-bool readAll(BaseMaterial& material, const RecordBuilder& record) {
-    QuickArchive archive = record.archive();
-    const bool ok = material.deserialize(archive);
-    EXPECT_EQ(archive.readPos(), record.size());
-    return ok;
-}
+class MaterialTest : public MaterialSetTest {};
 
 }  // namespace
-
-TEST_F(MaterialTest, FactoryKnowsTheLayerMaterials) {
-    ASSERT_TRUE(createMaterial(0));
-    EXPECT_EQ(createMaterial(0)->getType(), 0);
-    EXPECT_EQ(createMaterial(0)->pluginType(), L"MtlSingleBRDF");
-    ASSERT_TRUE(createMaterial(1));
-    EXPECT_EQ(createMaterial(1)->getType(), 1);
-    EXPECT_EQ(createMaterial(1)->pluginKind(), L"material");
-    EXPECT_FALSE(createMaterial(15));
-    EXPECT_FALSE(createMaterial(-1));
-}
 
 TEST_F(MaterialTest, EmptyNamesBecomeUniqueDefaultNamesWithoutEnteringTheSet) {
     RecordBuilder v1;
@@ -79,8 +57,7 @@ TEST_F(MaterialTest, SectionStripsControlCharactersAndRefusesBadWords) {
         RecordBuilder bad;
         bad.version(2).u32(0).i32(0).i32(0).u32(word).text("Ignored");
         MaterialLayeredBRDF refused;
-        QuickArchive archive = bad.archive();
-        EXPECT_FALSE(refused.deserialize(archive));
+        EXPECT_FALSE(deserializeFrom(refused, bad));
         EXPECT_EQ(refused.name, L"DefaultMaterial");
     }
 }
@@ -133,8 +110,7 @@ TEST_F(MaterialTest, LayeredListFailuresKeepWhatWasRead) {
     RecordBuilder huge;
     diffuseLayer(huge.version(4).u32(0xFFFFFFFFu), "Only");
     MaterialLayeredBRDF big;
-    QuickArchive hugeArchive = huge.archive();
-    EXPECT_FALSE(big.deserialize(hugeArchive));
+    EXPECT_FALSE(deserializeFrom(big, huge));
     EXPECT_EQ(big.brdfs.size(), 1u);
 }
 
@@ -165,8 +141,7 @@ TEST_F(MaterialTest, SingleReadsBothVersionsAndSharesItsLayer) {
     RecordBuilder unknown;
     unknown.version(2).i32(0).i32(0).i32(64);
     MaterialSingleBRDF refused;
-    QuickArchive archive = unknown.archive();
-    EXPECT_FALSE(refused.deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(refused, unknown));
     EXPECT_FALSE(refused.brdf);
     QuickArchive out(1);
     EXPECT_FALSE(refused.serialize(out));

@@ -12,62 +12,16 @@ using options_test::appendCameraV1;
 using options_test::appendFrameData;
 using options_test::appendParams;
 using options_test::appendStamp;
+using options_test::buildOptions;
+using options_test::OptionsStream;
 using options_test::rowFloat;
 using options_test::StreamBuilder;
 
 namespace {
 
-struct OptionsStream {
-    uint32_t major = 0x17;
-    std::vector<int32_t> channels{1, 2};
-    std::string firstPath = "p36";
-    bool bgTexturePresent = false;
-};
-
-// AllOptions rows in table order; numeric rows hold their row number as in the builder.
-StreamBuilder buildOptions(const OptionsStream& s) {
-    StreamBuilder b;
-    const auto has = [&](uint32_t since) { return s.major >= since; };
-    b.u32((s.major << 16) | 1);
-    appendParams(b, 5);
-    appendFrameData(b);
-    appendStamp(b, 2, "stamp");
-    if (has(5)) appendCameraV1(b, 50.0f, 300.0f);
-    b.boolean(s.bgTexturePresent);
-    if (s.bgTexturePresent) b.i32(9999);  // a type id no texture class has
-    b.boolean(false);
-    b.color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f);
-    b.rows("iiiiiiiiiii", 9);
-    if (has(2)) b.rows("i", 20);
-    if (has(3)) b.rows("i", 21);
-    if (has(5)) b.rows("i", 22);
-    if (has(6)) b.rows("i", 23);
-    b.rows("ffffffff", 24);
-    if (has(4)) b.rows("ffi", 32);
-    b.u32(static_cast<uint32_t>(s.channels.size()));
-    for (int32_t id : s.channels) b.i32(id);
-    b.text(s.firstPath);
-    b.rows("sssssssss", 37);
-    if (has(1)) b.color(0.7f, 0.7f, 0.7f).rows("i", 47);
-    if (has(7)) b.rows("ii", 48);
-    if (has(8)) b.rows("iif", 50);
-    if (has(9)) b.color(1, 0, 0).color(0, 1, 0).rows("ffffii", 55).boolean(false).boolean(false);
-    if (has(0x10)) b.rows("i", 63);
-    if (has(0x11)) b.rows("ff", 64);
-    if (has(0x12)) b.rows("f", 66);
-    if (has(0x13)) b.rows("i", 67);
-    if (has(0x14)) b.rows("iis", 68);
-    if (has(0x16)) b.rows("i", 71);
-    if (has(0x17)) b.rows("i", 72);
-    return b;
-}
-
-// Reads a built stream; also reports whether the read stopped exactly at its end.
-bool readOptions(const StreamBuilder& b, AllOptions& options, bool* consumedAll = nullptr) {
+bool readOptions(const StreamBuilder& b, AllOptions& options) {
     QuickArchive archive = b.archive();
-    const bool ok = options.deserialize(archive);
-    if (consumedAll) *consumedAll = archive.readPos() == b.size();
-    return ok;
+    return options.deserialize(archive);
 }
 
 OptionsStream version(uint32_t major) {
@@ -80,9 +34,7 @@ OptionsStream version(uint32_t major) {
 
 TEST(AllOptionsBinary, MajorZeroReadsOnlyTheFirstRows) {
     AllOptions o;
-    bool consumedAll = false;
-    ASSERT_TRUE(readOptions(buildOptions(version(0)), o, &consumedAll));
-    EXPECT_TRUE(consumedAll);
+    ASSERT_TRUE(readAll(o, buildOptions(version(0))));
     EXPECT_EQ(o.environment.gi_color, Color(0.4f, 0.5f, 0.6f));
     EXPECT_EQ(o.imageFilterType, 11);
     EXPECT_EQ(o.output.save_render, 19);
@@ -101,9 +53,7 @@ TEST(AllOptionsBinary, MajorZeroReadsOnlyTheFirstRows) {
 
 TEST(AllOptionsBinary, MajorFiveHasTheCameraButNotTheLaterRows) {
     AllOptions o;
-    bool consumedAll = false;
-    ASSERT_TRUE(readOptions(buildOptions(version(5)), o, &consumedAll));
-    EXPECT_TRUE(consumedAll);
+    ASSERT_TRUE(readAll(o, buildOptions(version(5))));
     EXPECT_FLOAT_EQ(o.camera.focal_length.getValue(0.0), 50.0f);
     EXPECT_EQ(o.camera.subdivs, 9);
     EXPECT_EQ(o.view.override_focal_dist, 20);
@@ -117,10 +67,8 @@ TEST(AllOptionsBinary, MajorFiveHasTheCameraButNotTheLaterRows) {
 
 TEST(AllOptionsBinary, CurrentMajorReadsEveryRowAndRoundTrips) {
     AllOptions o;
-    bool consumedAll = false;
     const StreamBuilder built = buildOptions(version(0x17));
-    ASSERT_TRUE(readOptions(built, o, &consumedAll));
-    EXPECT_TRUE(consumedAll);
+    ASSERT_TRUE(readAll(o, built));
     EXPECT_EQ(o.environment.use_refract, 60);
     EXPECT_EQ(o.dr.on, 63);
     EXPECT_FLOAT_EQ(o.carried18, rowFloat(65));
@@ -194,9 +142,7 @@ TEST(AllOptionsBinary, LongPathIsCutAndFullyConsumed) {
     OptionsStream s = version(0x17);
     s.firstPath = std::string(3000, 'x');
     AllOptions o;
-    bool consumedAll = false;
-    ASSERT_TRUE(readOptions(buildOptions(s), o, &consumedAll));
-    EXPECT_TRUE(consumedAll);
+    ASSERT_TRUE(readAll(o, buildOptions(s)));
     EXPECT_EQ(o.path(OptionPath::ImageFile), std::wstring(2047, L'x'));
     EXPECT_EQ(o.path(OptionPath::OmImageFile), L"p37");
 }
@@ -234,10 +180,8 @@ TEST(AllOptionsBinary, SetDefaultsAppliesTheOverrides) {
 TEST(CorvaneParamsBinary, VersionFiveRowsLandInTheirFields) {
     StreamBuilder b;
     appendParams(b, 5);
-    QuickArchive archive = b.archive();
     CorvaneParams p;
-    ASSERT_TRUE(p.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(p, b));
     EXPECT_EQ(p.imageFilter.on, 1);
     EXPECT_FLOAT_EQ(p.imageSampler.dmc_threshold, rowFloat(6));
     EXPECT_FLOAT_EQ(p.carried.carried03, rowFloat(16));
@@ -263,10 +207,8 @@ TEST(CorvaneParamsBinary, OldVersionsSkipTheirMissingRows) {
         SCOPED_TRACE(major);
         StreamBuilder b;
         appendParams(b, major);
-        QuickArchive archive = b.archive();
         CorvaneParams p;
-        ASSERT_TRUE(p.deserialize(archive));
-        EXPECT_EQ(archive.readPos(), b.size());
+        ASSERT_TRUE(readAll(p, b));
         EXPECT_FLOAT_EQ(p.irradianceMap.detail_radius, defaults.irradianceMap.detail_radius);
         EXPECT_EQ(p.photonMap.bounces, 78);
         EXPECT_EQ(p.dmcSampler.path_sampler_type,
@@ -327,10 +269,8 @@ TEST(StampInfoBinary, BothVersionsReadTheFontAndAnEmptyTextReplacesTheDefault) {
 TEST(FrameDataBinary, ReadsTheOnlyVersionAndWidensOffsets) {
     StreamBuilder b;
     appendFrameData(b);
-    QuickArchive archive = b.archive();
     CorvaneFrameData f;
-    ASSERT_TRUE(f.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), b.size());
+    ASSERT_TRUE(readAll(f, b));
     EXPECT_DOUBLE_EQ(f.frameEnd, 2.5);
     EXPECT_EQ(f.currentFrame, 4);
     EXPECT_DOUBLE_EQ(f.camToWorld.offset[2], 41.0);

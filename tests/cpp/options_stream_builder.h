@@ -4,69 +4,15 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
+#include <sstream>
 #include <string>
 #include <vector>
 
-#include "archive/quick_archive.h"
+#include "record_builder.h"
 
 namespace options_test {
 
-class StreamBuilder {
-public:
-    StreamBuilder& u32(uint32_t v) {
-        for (int i = 0; i < 4; ++i) bytes_.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
-        return *this;
-    }
-    StreamBuilder& i32(int32_t v) { return u32(static_cast<uint32_t>(v)); }
-    StreamBuilder& f32(float v) {
-        uint32_t bits = 0;
-        std::memcpy(&bits, &v, 4);
-        return u32(bits);
-    }
-    StreamBuilder& f64(double v) {
-        uint64_t bits = 0;
-        std::memcpy(&bits, &v, 8);
-        for (int i = 0; i < 8; ++i) bytes_.push_back(static_cast<char>((bits >> (8 * i)) & 0xFF));
-        return *this;
-    }
-    StreamBuilder& boolean(bool v) {
-        bytes_.push_back(v ? 1 : 0);
-        return *this;
-    }
-    // A wide string is stored as its UTF-8 bytes behind a byte count.
-    StreamBuilder& text(const std::string& utf8) {
-        u32(static_cast<uint32_t>(utf8.size()));
-        bytes_ += utf8;
-        return *this;
-    }
-    StreamBuilder& color(float r, float g, float b) { return f32(r).f32(g).f32(b); }
-    StreamBuilder& raw(const std::string& data) {
-        bytes_ += data;
-        return *this;
-    }
-    // One primitive per character: i int, f float, s wide string. Row n holds n, n + 0.25 or
-    // "p<n>".
-    StreamBuilder& rows(const std::string& types, int firstRow) {
-        int row = firstRow;
-        for (char t : types) {
-            if (t == 'i') i32(row);
-            if (t == 'f') f32(static_cast<float>(row) + 0.25f);
-            if (t == 's') text("p" + std::to_string(row));
-            ++row;
-        }
-        return *this;
-    }
-
-    size_t size() const { return bytes_.size(); }
-    const std::string& bytes() const { return bytes_; }
-    CorvaneCore::QuickArchive archive() const {
-        return CorvaneCore::QuickArchive(bytes_.data(), bytes_.size());
-    }
-
-private:
-    std::string bytes_;
-};
+using StreamBuilder = ::RecordBuilder;
 
 inline float rowFloat(int row) { return static_cast<float>(row) + 0.25f; }
 
@@ -152,6 +98,84 @@ inline void appendCameraV1(StreamBuilder& b, float focalLength, float focusDista
     b.f32(400.0f).i32(1).f32(focusDistance);
     b.i32(1).f32(150.0f).f32(0.5f).i32(0).color(0.9f, 0.8f, 0.7f).i32(0).i32(1).i32(7);
     b.f32(12.0f).f32(0.3f).f32(0.4f).i32(1).i32(1).i32(9);
+}
+
+struct OptionsStream {
+    uint32_t major = 0x17;
+    std::vector<int32_t> channels{1, 2};
+    std::string firstPath = "p36";
+    bool bgTexturePresent = false;
+};
+
+// AllOptions rows of any major in table order; numeric rows hold their row number.
+inline StreamBuilder buildOptions(const OptionsStream& s) {
+    StreamBuilder b;
+    const auto has = [&](uint32_t since) { return s.major >= since; };
+    b.u32((s.major << 16) | 1);
+    appendParams(b, 5);
+    appendFrameData(b);
+    appendStamp(b, 2, "stamp");
+    if (has(5)) appendCameraV1(b, 50.0f, 300.0f);
+    b.boolean(s.bgTexturePresent);
+    if (s.bgTexturePresent) b.i32(9999);  // a type id no texture class has
+    b.boolean(false);
+    b.color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f);
+    b.rows("iiiiiiiiiii", 9);
+    if (has(2)) b.rows("i", 20);
+    if (has(3)) b.rows("i", 21);
+    if (has(5)) b.rows("i", 22);
+    if (has(6)) b.rows("i", 23);
+    b.rows("ffffffff", 24);
+    if (has(4)) b.rows("ffi", 32);
+    b.u32(static_cast<uint32_t>(s.channels.size()));
+    for (int32_t id : s.channels) b.i32(id);
+    b.text(s.firstPath);
+    b.rows("sssssssss", 37);
+    if (has(1)) b.color(0.7f, 0.7f, 0.7f).rows("i", 47);
+    if (has(7)) b.rows("ii", 48);
+    if (has(8)) b.rows("iif", 50);
+    if (has(9)) b.color(1, 0, 0).color(0, 1, 0).rows("ffffii", 55).boolean(false).boolean(false);
+    if (has(0x10)) b.rows("i", 63);
+    if (has(0x11)) b.rows("ff", 64);
+    if (has(0x12)) b.rows("f", 66);
+    if (has(0x13)) b.rows("i", 67);
+    if (has(0x14)) b.rows("iis", 68);
+    if (has(0x16)) b.rows("i", 71);
+    if (has(0x17)) b.rows("i", 72);
+    return b;
+}
+
+// ---------------------------------------------------------------- reading options documents
+
+inline std::vector<std::string> lines(const std::string& text) {
+    std::vector<std::string> out;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) out.push_back(line);
+    return out;
+}
+
+inline std::string trimmed(const std::string& line) {
+    return line.substr(line.find_first_not_of(' '));
+}
+
+// The inline value of a settings block's parameter, or the joined lines of a block value.
+inline std::string valueOf(const std::string& doc, const std::string& block,
+                           const std::string& name) {
+    const std::vector<std::string> all = lines(doc);
+    bool inBlock = false;
+    for (size_t i = 0; i < all.size(); ++i) {
+        const std::string line = trimmed(all[i]);
+        if (line.rfind("<ombraplugin name=\"", 0) == 0) {
+            inBlock = line == "<ombraplugin name=\"" + block + "\" type=\"settings\">";
+        }
+        if (!inBlock || line.find("\" name=\"" + name + "\" ") == std::string::npos) continue;
+        const std::string next = trimmed(all[i + 1]);
+        if (next != "<value>") return next.substr(7, next.size() - 15);
+        std::string joined;
+        for (size_t j = i + 2; trimmed(all[j]) != "</value>"; ++j) joined += trimmed(all[j]);
+        return joined;
+    }
+    return "<missing>";
 }
 
 }  // namespace options_test

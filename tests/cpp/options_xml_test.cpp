@@ -7,11 +7,15 @@
 
 #include "convert/conversions.h"
 #include "options/all_options.h"
+#include "options_stream_builder.h"
 #include "textures/base_texture.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
 using namespace CorvaneCore;
+using options_test::lines;
+using options_test::trimmed;
+using options_test::valueOf;
 
 namespace {
 
@@ -138,15 +142,6 @@ std::string parameterLineStart(const std::string& entry) {
     return line + " label=\"";
 }
 
-std::vector<std::string> lines(const std::string& text) {
-    std::vector<std::string> out;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);) out.push_back(line);
-    return out;
-}
-
-std::string trimmed(const std::string& line) { return line.substr(line.find_first_not_of(' ')); }
-
 struct ParsedBlock {
     std::string url;
     std::string plugin;
@@ -169,25 +164,6 @@ std::vector<ParsedBlock> parseBlocks(const std::string& doc) {
         }
     }
     return blocks;
-}
-
-// The inline value of a block's parameter, or the joined lines of a block value.
-std::string valueOf(const std::string& doc, const std::string& block, const std::string& name) {
-    const std::vector<std::string> all = lines(doc);
-    bool inBlock = false;
-    for (size_t i = 0; i < all.size(); ++i) {
-        const std::string line = trimmed(all[i]);
-        if (line.rfind("<ombraplugin name=\"", 0) == 0) {
-            inBlock = line == "<ombraplugin name=\"" + block + "\" type=\"settings\">";
-        }
-        if (!inBlock || line.find("\" name=\"" + name + "\" ") == std::string::npos) continue;
-        const std::string next = trimmed(all[i + 1]);
-        if (next != "<value>") return next.substr(7, next.size() - 15);
-        std::string joined;
-        for (size_t j = i + 2; trimmed(all[j]) != "</value>"; ++j) joined += trimmed(all[j]);
-        return joined;
-    }
-    return "<missing>";
 }
 
 std::string defaultDocument() {

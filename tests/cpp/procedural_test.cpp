@@ -10,6 +10,7 @@
 #include "xml/asset_xml_writer.h"
 
 using namespace CorvaneCore;
+using texture_test::assetsOf;
 using texture_test::Bytes;
 using texture_test::Xml;
 
@@ -41,21 +42,6 @@ std::shared_ptr<T> readAll(int id, const Bytes& record) {
     }
     EXPECT_EQ(archive.readPos(), record.size()) << "texture " << id;
     return std::dynamic_pointer_cast<T>(texture);
-}
-
-void expectWritesBack(const std::shared_ptr<BaseTexture>& texture, const Bytes& record) {
-    QuickArchive out(1);
-    ASSERT_TRUE(texture->serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
-}
-
-std::wstring assetsOf(BaseTexture& texture, const std::wstring& url) {
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    texture.writeXML(writer, url);
-    writer.closeAssets();
-    return text;
 }
 
 }  // namespace
@@ -90,13 +76,12 @@ TEST(FresnelTexture, ReadsVersionTwoWithOptionalChildren) {
     auto white = std::dynamic_pointer_cast<AColorTexture>(fresnel->white_color_tex);
     ASSERT_TRUE(white);
     EXPECT_EQ(white->texture, AColor(0, 1, 0, 1));
-    expectWritesBack(fresnel, record);
+    expectWritesBack(*fresnel, record);
 
     for (uint32_t word : {0x30000u, 0x20001u}) {
         Bytes bad;
         bad.u32(word);
-        auto archive = bad.archive();
-        EXPECT_FALSE(FresnelTexture().deserialize(archive)) << word;
+        EXPECT_FALSE(deserializeFrom(FresnelTexture(), bad)) << word;
     }
 }
 
@@ -119,7 +104,7 @@ TEST(FresnelTexture, WritesDefaultsWithInvertedColours) {
         .emptyPlugin(L"refract_ior_tex")
         .assetClose();
     FresnelTexture fresnel;
-    EXPECT_EQ(assetsOf(fresnel, L"/Glass"), L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(assetsOf(fresnel, L"/Glass"), expected.document());
     EXPECT_EQ(fresnel.sideColor, Color(65.0f / 255, 65.0f / 255, 65.0f / 255));  // stored as read
 }
 
@@ -168,7 +153,7 @@ TEST(GridTexture, ReadsMultipliersOnlyFromVersionTwo) {
     EXPECT_EQ(grid->v_width, 0.3f);
     EXPECT_EQ(std::dynamic_pointer_cast<AColorTexture>(grid->fill_color)->texture,
               AColor(0, 0, 1, 1));
-    expectWritesBack(grid, v2);
+    expectWritesBack(*grid, v2);
 }
 
 TEST(BlendTexture, VersionOneHasNoMultipliersBetweenItsChildren) {
@@ -189,7 +174,7 @@ TEST(BlendTexture, VersionOneHasNoMultipliersBetweenItsChildren) {
     EXPECT_EQ(blend->colorAMult, 0.5f);
     EXPECT_EQ(blend->colorBMult, 0.75f);
     EXPECT_EQ(blend->blend_amount, 0.125f);
-    expectWritesBack(blend, v2);
+    expectWritesBack(*blend, v2);
 }
 
 TEST(ClothTexture, ReadsBothVersionsAndPrintsItsOneTileFlagTwice) {
@@ -208,7 +193,7 @@ TEST(ClothTexture, ReadsBothVersionsAndPrintsItsOneTileFlagTwice) {
     cloth = readAll<ClothTexture>(7, v2);
     ASSERT_TRUE(cloth);
     EXPECT_FALSE(cloth->tile);
-    expectWritesBack(cloth, v2);
+    expectWritesBack(*cloth, v2);
 
     Xml tail;
     tail.inlineParam(L"float", L"v_width", L"0.06")
@@ -246,7 +231,7 @@ TEST(CheckerTexture, StartsWithColourChildrenAndReadsBothVersions) {
     ASSERT_TRUE(checker);
     EXPECT_EQ(checker->whiteColorMult, 0.5f);
     EXPECT_EQ(checker->blackColorMult, 0.25f);
-    expectWritesBack(checker, v2);
+    expectWritesBack(*checker, v2);
 }
 
 TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
@@ -254,7 +239,7 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     uvw.version(1).append(channelChild());
     auto uvwTexture = readAll<UVWTexture>(2, uvw);
     ASSERT_TRUE(uvwTexture && uvwTexture->uvwgen);
-    expectWritesBack(uvwTexture, uvw);
+    expectWritesBack(*uvwTexture, uvw);
 
     Bytes ramp;
     ramp.version(1).append(channelChild()).append(colorChild(1, 1, 1, 1));
@@ -265,14 +250,14 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     EXPECT_EQ(rampTexture->v_wave, 0.2f);
     EXPECT_EQ(rampTexture->type, 2);
     EXPECT_EQ(rampTexture->interpolation, 0);
-    expectWritesBack(rampTexture, ramp);
+    expectWritesBack(*rampTexture, ramp);
 
     Bytes bulge;
     bulge.version(1).append(channelChild()).floats({0.3f, 0.4f});
     auto bulgeTexture = readAll<BulgeTexture>(8, bulge);
     ASSERT_TRUE(bulgeTexture);
     EXPECT_EQ(bulgeTexture->u_width, 0.3f);
-    expectWritesBack(bulgeTexture, bulge);
+    expectWritesBack(*bulgeTexture, bulge);
 
     Bytes noise;
     noise.version(1).append(channelChild()).flag(false).flag(true).append(colorChild(0, 0, 0, 0));
@@ -288,14 +273,14 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     EXPECT_EQ(noiseTexture->color2_tex_mult, 11);
     EXPECT_EQ(noiseTexture->octaves, 5);
     EXPECT_EQ(noiseTexture->inflection, 1);
-    expectWritesBack(noiseTexture, noise);
+    expectWritesBack(*noiseTexture, noise);
 
     Bytes invert;
     invert.version(1).append(colorChild(0.5f, 0.5f, 0.5f, 1)).flag(true);
     auto invertTexture = readAll<InvertTexture>(9, invert);
     ASSERT_TRUE(invertTexture);
     EXPECT_TRUE(invertTexture->invert_alpha);
-    expectWritesBack(invertTexture, invert);
+    expectWritesBack(*invertTexture, invert);
 
     Bytes acolor;
     acolor.version(1).floats({0.1f, 0.2f, 0.3f, 0.4f});
@@ -306,8 +291,7 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
     for (int id : {2, 3, 5, 8, 9, 11}) {
         Bytes bad;
         bad.version(2);
-        auto archive = bad.archive();
-        EXPECT_FALSE(createTexture(id)->deserialize(archive)) << id;
+        EXPECT_FALSE(deserializeFrom(*createTexture(id), bad)) << id;
     }
 }
 
@@ -372,7 +356,7 @@ TEST(InvertTexture, PlacesItsChildUnderBaseTexture) {
         .inlineParam(L"plugin", L"texture", L"/M/TexInvert/base_texture/TexAColor")
         .inlineParam(L"bool", L"invert_alpha", L"0")
         .assetClose();
-    EXPECT_EQ(assetsOf(invert, L"/M"), L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(assetsOf(invert, L"/M"), expected.document());
 }
 
 TEST(ProceduralTextures, CloneIsEqualAndSharesNoChild) {

@@ -13,21 +13,9 @@ using options_test::StreamBuilder;
 // An options record of the newest layout (0x17, minor 1). Numeric rows hold their row number,
 // so img_width (row 13) is 13 and the image filter type (row 11) is 11.
 inline void appendOptions(StreamBuilder& b) {
-    b.u32((0x17u << 16) | 1);
-    options_test::appendParams(b, 5);
-    options_test::appendFrameData(b);
-    options_test::appendStamp(b, 2, "stamp");
-    options_test::appendCameraV1(b, 50.0f, 300.0f);
-    b.boolean(false).boolean(false);  // no background or GI texture
-    b.color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f);
-    b.rows("iiiiiiiiiii", 9).rows("i", 20).rows("i", 21).rows("i", 22).rows("i", 23);
-    b.rows("ffffffff", 24).rows("ffi", 32);
-    b.u32(2).i32(101).i32(102);  // channels: Diffuse, Reflection
-    b.text("p36").rows("sssssssss", 37);
-    b.color(0.7f, 0.7f, 0.7f).rows("i", 47).rows("ii", 48).rows("iif", 50);
-    b.color(1, 0, 0).color(0, 1, 0).rows("ffffii", 55).boolean(false).boolean(false);
-    b.rows("i", 63).rows("ff", 64).rows("f", 66).rows("i", 67).rows("iis", 68);
-    b.rows("i", 71).rows("i", 72);
+    options_test::OptionsStream options;
+    options.channels = {101, 102};  // Diffuse, Reflection
+    b.append(options_test::buildOptions(options));
 }
 
 // A layered material of version 4 without layers: list, double_sided, options A to C, the

@@ -133,16 +133,14 @@ TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
     EXPECT_EQ(set().findByUuid(brickUuid), set().findByName(L"Brick"));
 
     // A second load makes new ids for the material that brought none.
-    QuickArchive again = r.archive();
-    ASSERT_TRUE(set().deserialize(again));
+    ASSERT_TRUE(deserializeFrom(set(), r));
     EXPECT_FALSE(set().findByUuid(brickUuid));
 
     RecordBuilder duplicate;
     duplicate.version(1).u32(2);
     layeredMaterial(duplicate, "Brick", "");
     layeredMaterial(duplicate, "BRICK", "");
-    QuickArchive dup = duplicate.archive();
-    EXPECT_FALSE(set().deserialize(dup));
+    EXPECT_FALSE(deserializeFrom(set(), duplicate));
     EXPECT_EQ(set().materials.size(), 1u);
 }
 
@@ -171,27 +169,23 @@ TEST_F(SceneMaterialsTest, RefusedStreamsAndBoundedCounts) {
     enter(L"Before");
     RecordBuilder badWord;
     badWord.u32(0x20001).u32(0);
-    QuickArchive a = badWord.archive();
-    EXPECT_FALSE(set().deserialize(a));
+    EXPECT_FALSE(deserializeFrom(set(), badWord));
     EXPECT_TRUE(set().materials.empty());
 
     RecordBuilder unknownType;
     unknownType.version(2).u32(1).i32(15);
-    QuickArchive b = unknownType.archive();
-    EXPECT_FALSE(set().deserialize(b));
+    EXPECT_FALSE(deserializeFrom(set(), unknownType));
 
     RecordBuilder hugeCounts;
     hugeCounts.version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v");
-    QuickArchive c = hugeCounts.archive();
-    EXPECT_TRUE(set().deserialize(c));
+    EXPECT_TRUE(deserializeFrom(set(), hugeCounts));
     EXPECT_EQ(set().ids.at(L"k"), L"v");
     EXPECT_LE(set().ids.size(), 2u);
 
     RecordBuilder hugeMaterials;
     hugeMaterials.version(1).u32(0xFFFFFFFFu);
     layeredMaterial(hugeMaterials, "Brick", "");
-    QuickArchive d = hugeMaterials.archive();
-    EXPECT_FALSE(set().deserialize(d));
+    EXPECT_FALSE(deserializeFrom(set(), hugeMaterials));
     EXPECT_EQ(set().materials.size(), 1u);
 }
 

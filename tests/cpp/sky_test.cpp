@@ -132,9 +132,7 @@ TEST(SkyTexture, VersionThreeReplacesTheSharedDefaultSun) {
     EXPECT_FALSE(sky->usesDefaultSun());
 
     // Written back, it is the same record.
-    QuickArchive out(1);
-    ASSERT_TRUE(sky->serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(*sky, record);
 }
 
 TEST(SkyTexture, RefusesUnknownWordsAndFailingSuns) {
@@ -199,7 +197,7 @@ TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
     first.writeXML(writer, L"/A");
     second.writeXML(writer, L"/B");
     writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(text, expected.document());
 }
 
 TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {

@@ -3,83 +3,32 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "archive/quick_archive.h"
+#include "record_builder.h"
+#include "xml/asset_xml_writer.h"
 
 namespace texture_test {
 
-// Little-endian primitives, appended in the order the caller names them.
-class Bytes {
-public:
-    Bytes& u32(uint32_t v) {
-        for (int shift = 0; shift < 32; shift += 8) data.push_back(uint8_t(v >> shift));
-        return *this;
-    }
-    Bytes& i32(int32_t v) { return u32(uint32_t(v)); }
-    Bytes& version(uint32_t major) { return u32(major << 16); }
-    Bytes& f32(float v) {
-        uint32_t bits = 0;
-        std::memcpy(&bits, &v, sizeof bits);
-        return u32(bits);
-    }
-    Bytes& f64(double v) {
-        uint64_t bits = 0;
-        std::memcpy(&bits, &v, sizeof bits);
-        return u32(uint32_t(bits)).u32(uint32_t(bits >> 32));
-    }
-    Bytes& floats(std::initializer_list<float> values) {
-        for (float v : values) f32(v);
-        return *this;
-    }
-    Bytes& ints(std::initializer_list<int32_t> values) {
-        for (int32_t v : values) i32(v);
-        return *this;
-    }
-    Bytes& flag(bool v) {
-        data.push_back(v ? 1 : 0);
-        return *this;
-    }
-    // Wide strings travel as a byte count and UTF-8 bytes.
-    Bytes& text(const std::string& utf8) {
-        u32(uint32_t(utf8.size()));
-        data.insert(data.end(), utf8.begin(), utf8.end());
-        return *this;
-    }
-    Bytes& append(const Bytes& other) {
-        data.insert(data.end(), other.data.begin(), other.data.end());
-        return *this;
-    }
-    // Twelve floats: three identity columns and a zero offset.
-    Bytes& identityTransform() { return floats({1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0}); }
-    // A version 1 placement: nine floats, then three ints.
-    Bytes& components(std::initializer_list<float> nine, std::initializer_list<int32_t> three) {
-        return version(1).floats(nine).ints(three);
-    }
-    Bytes& defaultComponents() { return components({0, 0, 0, 1, 1, 1, 0, 0, 0}, {0, 0, 0}); }
-
-    CorvaneCore::QuickArchive archive() const {
-        return CorvaneCore::QuickArchive(data.data(), data.size());
-    }
-    size_t size() const { return data.size(); }
-
-    std::vector<uint8_t> data;
-};
+using Bytes = ::RecordBuilder;
 
 // ASCII text as a wide string.
 inline std::wstring wide(const std::string& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
-// The bytes an archive holds between its start and its write position.
-inline std::vector<uint8_t> writtenBytes(CorvaneCore::QuickArchive& archive) {
-    std::vector<uint8_t> out(size_t(archive.writePos()));
-    archive.setReadPos(0);
-    if (!out.empty()) archive.readBytes(out.data(), out.size());
-    return out;
+// The document of one object written under `url` inside an "Assets" element.
+template <class T>
+std::wstring assetsOf(T& object, const std::wstring& url) {
+    std::wstring text;
+    ::AssetXmlWriter writer(text);
+    writer.openAssets();
+    object.writeXML(writer, url);
+    writer.closeAssets();
+    return text;
 }
 
 // Expected asset text. Depths follow an asset inside "Assets": the asset at 4 blanks, its
@@ -130,6 +79,20 @@ public:
         line(14, L"</value>");
         return paramClose();
     }
+    // A placement's twelve lines: rotations, scales, offsets, then mirrors, x to z each.
+    Xml& components(const std::wstring& type, const std::wstring& name,
+                    const std::vector<const wchar_t*>& twelve) {
+        static const wchar_t* const kTags[] = {
+            L"x_rotation", L"y_rotation", L"z_rotation", L"x_scale",  L"y_scale",  L"z_scale",
+            L"x_offset",   L"y_offset",   L"z_offset",   L"x_mirror", L"y_mirror", L"z_mirror"};
+        paramOpen(type, name);
+        line(14, L"<value>");
+        for (size_t i = 0; i < 12; ++i) {
+            line(16, std::wstring(L"<") + kTags[i] + L">" + twelve.at(i) + L"</" + kTags[i] + L">");
+        }
+        line(14, L"</value>");
+        return paramClose();
+    }
     Xml& vector(int blanks, const wchar_t* x, const wchar_t* y, const wchar_t* z) {
         line(blanks, L"<vector>");
         line(blanks + 2, std::wstring(L"<x>") + x + L"</x>");
@@ -138,16 +101,10 @@ public:
         return line(blanks, L"</vector>");
     }
 
+    // The expected document: these assets inside "Assets".
+    std::wstring document() const { return L"  <Assets>\n" + out + L"  </Assets>\n"; }
+
     std::wstring out;
 };
-
-// The twelve component lines of a placement, rotations, scales, offsets, then mirrors.
-inline std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> defaultComponentLines() {
-    static const std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> lines = {
-        {L"x_rotation", L"0"}, {L"y_rotation", L"0"}, {L"z_rotation", L"0"}, {L"x_scale", L"1"},
-        {L"y_scale", L"1"},    {L"z_scale", L"1"},    {L"x_offset", L"0"},   {L"y_offset", L"0"},
-        {L"z_offset", L"0"},   {L"x_mirror", L"0"},   {L"y_mirror", L"0"},   {L"z_mirror", L"0"}};
-    return lines;
-}
 
 }  // namespace texture_test

@@ -32,24 +32,19 @@ Bytes defaultChannelRecord() {
 
 TEST(BitmapBuffer, ReadsVersionOneAndRefusesOthers) {
     const Bytes record = bufferRecord(2, 0.25f, 2.2f, "C:\\maps\\wood&grain \xC3\xA9.png");
-    auto archive = record.archive();
     BitmapBuffer buffer;
-    ASSERT_TRUE(buffer.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(buffer, record));
     EXPECT_EQ(buffer.filter_type, 2);
     EXPECT_EQ(buffer.filter_blur, 0.25f);
     EXPECT_EQ(buffer.gamma, 2.2f);
     EXPECT_EQ(buffer.file, L"C:\\maps\\wood&grain \u00e9.png");
 
-    QuickArchive out(1);
-    ASSERT_TRUE(buffer.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(buffer, record);
 
     for (uint32_t word : {131072u, 65537u}) {
         Bytes bad;
         bad.u32(word);
-        auto badArchive = bad.archive();
-        EXPECT_FALSE(BitmapBuffer().deserialize(badArchive)) << word;
+        EXPECT_FALSE(deserializeFrom(BitmapBuffer(), bad)) << word;
     }
 }
 
@@ -59,10 +54,8 @@ TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
     record.append(defaultChannelRecord());
     record.append(bufferRecord(0, 0.5f, 1.0f, "a.png"));
     record.flag(false);  // tile
-    auto archive = record.archive();
     BitmapTexture texture;
-    ASSERT_TRUE(texture.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(texture, record));
     ASSERT_TRUE(std::dynamic_pointer_cast<GenChannelUVW>(texture.uvwgen));
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(texture.bitmap);
     ASSERT_TRUE(buffer);
@@ -70,9 +63,7 @@ TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
     EXPECT_EQ(buffer->filter_type, 0);
     EXPECT_FALSE(texture.tile);
 
-    QuickArchive out(1);
-    ASSERT_TRUE(texture.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(texture, record);
 }
 
 TEST(BitmapTexture, RefusesUnknownChildIdsAndWords) {
@@ -86,8 +77,7 @@ TEST(BitmapTexture, RefusesUnknownChildIdsAndWords) {
     for (uint32_t word : {131072u, 65537u}) {
         Bytes bad;
         bad.u32(word);
-        auto archive = bad.archive();
-        EXPECT_FALSE(BitmapTexture().deserialize(archive)) << word;
+        EXPECT_FALSE(deserializeFrom(BitmapTexture(), bad)) << word;
     }
 }
 
@@ -126,7 +116,8 @@ TEST(MakeBitmapTexture, WritesChainOfThreeAssets) {
     auto texture = makeBitmapTexture(L"C:/maps/a&b.png");
     Xml expected;
     expected.assetOpen(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"UVWGenChannel")
-        .scalars(L"componentTransform", L"uvw_transform", texture_test::defaultComponentLines())
+        .components(L"componentTransform", L"uvw_transform",
+                    {L"0", L"0", L"0", L"1", L"1", L"1", L"0", L"0", L"0", L"0", L"0", L"0"})
         .paramOpen(L"transform", L"tex_transform")
         .line(14, L"<value>")
         .vector(16, L"1", L"0", L"0")
@@ -151,12 +142,7 @@ TEST(MakeBitmapTexture, WritesChainOfThreeAssets) {
         .inlineParam(L"bool", L"tile", L"1")
         .assetClose();
 
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    texture->writeXML(writer, L"/Wood");
-    writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(texture_test::assetsOf(*texture, L"/Wood"), expected.document());
 }
 
 TEST(BitmapTexture, CloneIsEqualAndSharesNoChild) {

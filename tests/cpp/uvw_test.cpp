@@ -85,10 +85,8 @@ TEST(TransformComponents, ApplyToSetsOffsetAndResetRestoresDefaults) {
 TEST(TransformComponents, ReadsItsOnlyVersionAndResetsOnAnyWord) {
     Bytes record;
     record.components({10, 20, 30, 2, 3, 4, 5, 6, 7}, {1, 0, 2});
-    auto archive = record.archive();
     TransformComponents c;
-    ASSERT_TRUE(c.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(c, record));
     EXPECT_EQ(c.x_rotation, 10);
     EXPECT_EQ(c.z_rotation, 30);
     EXPECT_EQ(c.x_scale, 2);
@@ -101,8 +99,7 @@ TEST(TransformComponents, ReadsItsOnlyVersionAndResetsOnAnyWord) {
     for (uint32_t word : {0x20000u, 0x10001u, 0u}) {
         Bytes bad;
         bad.u32(word);
-        auto badArchive = bad.archive();
-        EXPECT_FALSE(c.deserialize(badArchive)) << word;
+        EXPECT_FALSE(deserializeFrom(c, bad)) << word;
         EXPECT_EQ(c, TransformComponents());  // reset before the refusal
         c.x_rotation = 5;
     }
@@ -116,10 +113,8 @@ TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
         .ints({1, 2, 3})                               // wrap_u, wrap_v, uvw_channel
         .components({0, 0, 45, 1, 1, 1, 0, 0, 0}, {0, 0, 0})
         .components({0, 0, 0, 2, 2, 2, 0.5f, 0, 0}, {0, 1, 0});
-    auto archive = record.archive();
     GenChannelUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.uvw_transform.offset, Vector(9, 8, 7));
     EXPECT_EQ(uvw.wrap_u, 1);
     EXPECT_EQ(uvw.wrap_v, 2);
@@ -129,9 +124,7 @@ TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
     EXPECT_EQ(uvw.texComponents.y_mirror, 1);
 
     // Written back, the record is the same bytes.
-    QuickArchive out(1);
-    ASSERT_TRUE(uvw.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(uvw, record);
 }
 
 TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
@@ -142,10 +135,8 @@ TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
         .floats({30, 60})                              // tex x_rotation, y_rotation
         .ints({1, 1})                                  // tex x_mirror, y_mirror
         .ints({4, 5, 2});                              // wrap_u, wrap_v, uvw_channel
-    auto archive = record.archive();
     GenChannelUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.texComponents.x_rotation, 30);
     EXPECT_EQ(uvw.texComponents.y_rotation, 60);
     EXPECT_EQ(uvw.texComponents.x_mirror, 1);
@@ -176,8 +167,7 @@ TEST(GenChannelUVW, RefusesUnknownWords) {
     // A nested placement with a wrong word fails the generator.
     Bytes record;
     record.version(2).identityTransform().identityTransform().ints({0, 0, 1}).version(2);
-    auto archive = record.archive();
-    EXPECT_FALSE(GenChannelUVW().deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(GenChannelUVW(), record));
 }
 
 TEST(GenEnvironmentUVW, ReadsVersionOneZBeforeX) {
@@ -187,10 +177,8 @@ TEST(GenEnvironmentUVW, ReadsVersionOneZBeforeX) {
         .i32(3)                               // mappingType
         .floats({15, 25})                     // z_rotation, then x_rotation
         .ints({1, 0});                        // z_mirror, then x_mirror
-    auto archive = record.archive();
     GenEnvironmentUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.mappingType, 3);
     EXPECT_EQ(uvw.components.z_rotation, 15);
     EXPECT_EQ(uvw.components.x_rotation, 25);
@@ -205,20 +193,15 @@ TEST(GenEnvironmentUVW, ReadsVersionTwoAndWritesItBack) {
         .floats({0, 1, 0, -1, 0, 0, 0, 0, 1})
         .i32(0)
         .components({0, 0, 90, 1, 1, 1, 0, 0, 0}, {0, 0, 0});
-    auto archive = record.archive();
     GenEnvironmentUVW uvw;
-    ASSERT_TRUE(uvw.deserialize(archive));
-    EXPECT_EQ(archive.readPos(), record.size());
+    ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.mappingType, 0);
     EXPECT_EQ(uvw.uvw_matrix.v[1], Vector(-1, 0, 0));
-    QuickArchive out(1);
-    ASSERT_TRUE(uvw.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.data);
+    expectWritesBack(uvw, record);
 
     Bytes bad;
     bad.version(3);
-    auto badArchive = bad.archive();
-    EXPECT_FALSE(GenEnvironmentUVW().deserialize(badArchive));
+    EXPECT_FALSE(deserializeFrom(GenEnvironmentUVW(), bad));
 }
 
 // Orientation goes to "uvw_matrix", scale and offset to "uvw_transform".
@@ -236,41 +219,16 @@ TEST(GenEnvironmentUVW, SplitsComponentsOverTwoParameters) {
 
     Xml expected;
     expected.assetOpen(L"/Env/UVWGenEnvironment", L"uvw", L"UVWGenEnvironment")
-        .scalars(L"componentMatrix", L"uvw_matrix",
-                 {{L"x_rotation", L"10"},
-                  {L"y_rotation", L"0.5"},
-                  {L"z_rotation", L"-20"},
-                  {L"x_scale", L"1"},
-                  {L"y_scale", L"1"},
-                  {L"z_scale", L"1"},
-                  {L"x_offset", L"0"},
-                  {L"y_offset", L"0"},
-                  {L"z_offset", L"0"},
-                  {L"x_mirror", L"0"},
-                  {L"y_mirror", L"1"},
-                  {L"z_mirror", L"0"}})
-        .scalars(L"componentTransform", L"uvw_transform",
-                 {{L"x_rotation", L"0"},
-                  {L"y_rotation", L"0"},
-                  {L"z_rotation", L"0"},
-                  {L"x_scale", L"2"},
-                  {L"y_scale", L"1"},
-                  {L"z_scale", L"1.6"},
-                  {L"x_offset", L"0"},
-                  {L"y_offset", L"0.1"},
-                  {L"z_offset", L"3"},
-                  {L"x_mirror", L"0"},
-                  {L"y_mirror", L"0"},
-                  {L"z_mirror", L"0"}})
+        .components(L"componentMatrix", L"uvw_matrix",
+                    {L"10", L"0.5", L"-20", L"1", L"1", L"1",
+                     L"0", L"0", L"0", L"0", L"1", L"0"})
+        .components(L"componentTransform", L"uvw_transform",
+                    {L"0", L"0", L"0", L"2", L"1", L"1.6",
+                     L"0", L"0.1", L"3", L"0", L"0", L"0"})
         .inlineParam(L"string", L"mapping_type", L"mirror_ball")
         .assetClose();
 
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    uvw.writeXML(writer, L"/Env");
-    writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(texture_test::assetsOf(uvw, L"/Env"), expected.document());
 
     // The stored matrix was recomputed from all the components before output.
     Matrix composed;
@@ -311,26 +269,11 @@ TEST(ProjectionUVW, WritesOnePlacementParameter) {
     uvw.components.x_offset = 2;
     Xml expected;
     expected.assetOpen(L"/T/uvwgen/UVWGenObject", L"uvw", L"UVWGenObject")
-        .scalars(L"componentTransform", L"uvw_transform",
-                 {{L"x_rotation", L"0"},
-                  {L"y_rotation", L"0"},
-                  {L"z_rotation", L"0"},
-                  {L"x_scale", L"1"},
-                  {L"y_scale", L"1"},
-                  {L"z_scale", L"1"},
-                  {L"x_offset", L"2"},
-                  {L"y_offset", L"0"},
-                  {L"z_offset", L"0"},
-                  {L"x_mirror", L"0"},
-                  {L"y_mirror", L"0"},
-                  {L"z_mirror", L"0"}})
+        .components(L"componentTransform", L"uvw_transform",
+                    {L"0", L"0", L"0", L"1", L"1", L"1",
+                     L"2", L"0", L"0", L"0", L"0", L"0"})
         .assetClose();
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    uvw.writeXML(writer, L"/T/uvwgen");
-    writer.closeAssets();
-    EXPECT_EQ(text, L"  <Assets>\n" + expected.out + L"  </Assets>\n");
+    EXPECT_EQ(texture_test::assetsOf(uvw, L"/T/uvwgen"), expected.document());
     EXPECT_EQ(uvw.uvw_transform.offset, Vector(2, 0, 0));
 }
 

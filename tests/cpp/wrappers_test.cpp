@@ -22,34 +22,7 @@ using namespace material_test;
 
 namespace {
 
-class WrappersTest : public ::testing::Test {
-  protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
-};
-
-RecordBuilder& section(RecordBuilder& r, const std::string& name, const std::string& uuid = "") {
-    return r.version(2).text(name).text(uuid);
-}
-
-// A material-slot holding a layered material with one default diffuse layer.
-RecordBuilder& layeredSlot(RecordBuilder& r, const std::string& name) {
-    return plainLayered(r.boolean(true).i32(1), name, "Layer");
-}
-
-// A material-slot whose id names no class: the child cannot be read.
-RecordBuilder& unknownSlot(RecordBuilder& r) { return r.boolean(true).i32(15); }
-
-RecordBuilder& bitmapSlot(RecordBuilder& r, const std::string& path) {
-    return bitmapTexture(r.boolean(true).i32(0), path);
-}
-
-bool readAll(BaseMaterial& material, const RecordBuilder& record) {
-    QuickArchive archive = record.archive();
-    const bool ok = material.deserialize(archive);
-    EXPECT_EQ(archive.readPos(), record.size());
-    return ok;
-}
+class WrappersTest : public MaterialSetTest {};
 
 bool readFails(BaseMaterial& material, const RecordBuilder& record) {
     QuickArchive archive = record.archive();
@@ -59,9 +32,7 @@ bool readFails(BaseMaterial& material, const RecordBuilder& record) {
 // A record of the newest version reads, and the object writes exactly those bytes again.
 void expectRoundTrip(BaseMaterial& material, const RecordBuilder& record) {
     ASSERT_TRUE(readAll(material, record));
-    QuickArchive out;
-    ASSERT_TRUE(material.serialize(out));
-    EXPECT_EQ(texture_test::writtenBytes(out), record.bytes());
+    expectWritesBack(material, record);
 }
 
 std::string nameOf(const MaterialPtr& material) {

@@ -112,5 +112,16 @@ class TestMaterials2 < Minitest::Test
     # contributes nothing.
     bare = Record.new.version(1).section("Ref").text("no-such-uuid")
     assert_equal EMPTY_DOCUMENT, Quillonbin2xml.convert_material(bare.to_a, 13)
+    brick = sample("material_type1_brick.json")
+    assert_nil Quillonbin2xml.convert_material(brick, 0), "a record under another type id"
+    assert_nil Quillonbin2xml.convert_material(brick.take(40), 1), "a cut record"
+    assert_nil Quillonbin2xml.convert_material([0x01, 0x00, 0x05, 0x00], 1), "a non-zero minor"
+  end
+
+  def test_whole_block_array_converts_the_same
+    brick = sample("material_type1_brick.json")
+    padded = brick + [0] * (4096 - brick.size)
+    assert_equal Quillonbin2xml.convert_material(brick, 1),
+                 Quillonbin2xml.convert_material(padded, 1)
   end
 end

@@ -82,6 +82,17 @@ class ModuleTest < Minitest::Test
     assert_equal Encoding::UTF_8, xml.encoding
     assert_match(/\A  <Assets>\n/, xml)
     assert_match(/  <\/Assets>\n\z/, xml)
+    assert_equal xml, Quillonbin2xml.serialize_to_xml(42), "the argument is not looked at"
+    # The module's own options at load give the 22 default blocks in order, each in its own
+    # inner Assets; their parameters and values: options_xml_test.cpp.
+    blocks = %w[ImageSampler ImageFilter Camera CameraDof MotionBlur GI IrradianceMap PhotonMap
+                LightCache Caustics Raycaster RegionsGenerator DMCGI DMCSampler ColorMapping
+                RenderChannels Options DefaultDisplacement Environment Output].map { "/Settings#{_1}" }
+    assert_equal blocks + %w[/CameraPhysical /SettingsDR],
+                 xml.scan(/<Asset layout="" renderer="ombra" type="settings" url="([^"]*)" >/).flatten
+    assert_equal 22, xml.scan(/^    <Assets>$/).size
+    assert_match %r{name="mtl_maxDepth" [^\n]*>\n\s*<value>2</value>}, xml
+    assert_match %r{<entry>RGB color</entry>\n\s*<entry>Alpha</entry>}, xml
   end
 
   def test_conversions_under_gc_stress
