@@ -1,5 +1,6 @@
 #include "materials/scene_materials.h"
 
+#include <algorithm>
 #include <iterator>
 #include <set>
 
@@ -207,25 +208,42 @@ void SceneMaterials::dump(std::wostream& stream) const {
     for (const auto& id : ids) stream << id.first << L" " << id.second << L"\n";
 }
 
-// Deep enough for any real tree; it only stops a reference that leads back to itself.
+// Two-child wrappers and references can turn a material tree into a shared or cyclic graph
+// (a reference may lead back to a material above it). A material already on the current path
+// ends that branch, and the whole walk visits at most kMaxWalkVisits materials, so its cost
+// stays bounded however the graph is shaped. Real trees stay far below both limits.
 constexpr int kMaxWalkDepth = 256;
+constexpr size_t kMaxWalkVisits = size_t(1) << 16;
 
-static void collectInto(const MaterialPtr& root, int typeId, std::vector<MaterialPtr>& found,
-                        int depth) {
-    if (!root || depth > kMaxWalkDepth) return;
-    if (root->getType() == typeId) {
-        found.push_back(root);
-        return;
+namespace {
+
+struct MaterialWalk {
+    int typeId = 0;
+    std::vector<MaterialPtr> found;
+    std::vector<const BaseMaterial*> path;
+    size_t visits = 0;
+
+    void collect(const MaterialPtr& root) {
+        if (!root || path.size() > size_t(kMaxWalkDepth) || visits >= kMaxWalkVisits) return;
+        ++visits;
+        if (root->getType() == typeId) {
+            found.push_back(root);
+            return;
+        }
+        if (std::find(path.begin(), path.end(), root.get()) != path.end()) return;
+        path.push_back(root.get());
+        for (const MaterialPtr& child : root->walkedMaterials()) collect(child);
+        path.pop_back();
     }
-    for (const MaterialPtr& child : root->walkedMaterials()) {
-        collectInto(child, typeId, found, depth + 1);
-    }
-}
+};
+
+}  // namespace
 
 std::vector<MaterialPtr> collectMaterials(const MaterialPtr& root, int typeId) {
-    std::vector<MaterialPtr> found;
-    collectInto(root, typeId, found, 0);
-    return found;
+    MaterialWalk walk;
+    walk.typeId = typeId;
+    walk.collect(root);
+    return walk.found;
 }
 
 }  // namespace CorvaneCore

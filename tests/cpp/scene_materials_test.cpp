@@ -209,3 +209,35 @@ TEST_F(SceneMaterialsTest, CollectMaterialsStopsAtAHitAndAtLayerMaterials) {
     EXPECT_TRUE(collectMaterials(std::make_shared<MaterialSingleBRDF>(), 1).empty());
     EXPECT_TRUE(collectMaterials(nullptr, 1).empty());
 }
+
+// A stand-in for the two-child wrappers and references: it walks on into whatever it is given.
+class WalkNode : public MaterialSingleBRDF {
+public:
+    int getType() override { return 5; }
+    std::vector<MaterialPtr> walkedMaterials() override { return children; }
+    std::vector<MaterialPtr> children;
+};
+
+TEST(CollectMaterialsWalk, JoinsBothChildrenInOrderAndCutsCyclesAndSharedBlowUp) {
+    auto first = std::make_shared<MaterialLayeredBRDF>();
+    auto second = std::make_shared<MaterialLayeredBRDF>();
+    auto pair = std::make_shared<WalkNode>();
+    pair->children = {first, nullptr, second, first};
+    EXPECT_EQ(collectMaterials(pair, 1), (std::vector<MaterialPtr>{first, second, first}));
+
+    // A reference back to itself on both sides ends instead of recursing.
+    auto cycle = std::make_shared<WalkNode>();
+    cycle->children = {cycle, cycle, first};
+    EXPECT_EQ(collectMaterials(cycle, 1), std::vector<MaterialPtr>{first});
+    cycle->children.clear();  // break the ownership cycle
+
+    // 80 levels of two references to the next level: 2^80 paths, walked within a budget.
+    std::vector<std::shared_ptr<WalkNode>> chain(80);
+    for (auto& node : chain) node = std::make_shared<WalkNode>();
+    for (size_t i = 0; i + 1 < chain.size(); ++i) chain[i]->children = {chain[i + 1], chain[i + 1]};
+    chain.back()->children = {first};
+    const std::vector<MaterialPtr> found = collectMaterials(chain.front(), 1);
+    ASSERT_FALSE(found.empty());
+    EXPECT_LE(found.size(), size_t(1) << 16);
+    EXPECT_EQ(found.front(), first);
+}
