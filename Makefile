@@ -1,6 +1,7 @@
 # Front door. `make demo` converts a bundled sample; `make test` builds and runs every test.
 BUILD ?= build
 JOBS ?= 2
+MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 
 .PHONY: all bootstrap configure build demo test asan bench fuzz valgrind format clean
@@ -17,7 +18,7 @@ build: configure
 	@cmake --build $(BUILD) -j $(JOBS)
 
 demo: build
-	@./scripts/demo $(BUILD)
+	@ruby scripts/demo $(BUILD)
 
 test: build
 	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -14,6 +14,9 @@ namespace {
 constexpr int32_t kLastMaterialType = 14;
 constexpr int32_t kLastLightType = 7;
 constexpr int32_t kLightTypeWithoutClass = 1;
+// Room for the usual documents, so their text grows without copies.
+constexpr size_t kOptionsDocumentReserve = 64 * 1024;
+constexpr size_t kRecordDocumentReserve = 16 * 1024;
 
 // Attaches a trace to the archive for the length of one read.
 class TraceScope {
@@ -42,6 +45,7 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type, Rea
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *light)) return std::nullopt;
     std::wstring text;
+    text.reserve(kRecordDocumentReserve);
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     light->writeXML(writer, std::wstring());
@@ -56,6 +60,7 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *material)) return std::nullopt;
     std::wstring text;
+    text.reserve(kRecordDocumentReserve);
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     MtlCORVANEConverter converter(material);
@@ -65,6 +70,7 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
 
 std::string optionsDocument(AllOptions& options) {
     std::wstring text;
+    text.reserve(kOptionsDocumentReserve);
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     writer.openAssets();

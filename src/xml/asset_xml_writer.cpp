@@ -10,8 +10,47 @@
 
 using namespace CorvaneCore;
 
+// ---------------------------------------------------------------- text pieces
+
+namespace CorvaneCore {
+
+void XmlText::appendTo(std::wstring& out) const {
+    if (wide_) {
+        out.append(wide_, size_);
+        return;
+    }
+    // Constant names are ASCII: widen them in place; anything else is decoded as UTF-8.
+    for (size_t i = 0; i < size_; ++i) {
+        if (static_cast<unsigned char>(narrow_[i]) >= 0x80) {
+            out.append(utf8ToWide(narrow_, size_));
+            return;
+        }
+    }
+    const size_t start = out.size();
+    out.resize(start + size_);
+    for (size_t i = 0; i < size_; ++i) out[start + i] = static_cast<wchar_t>(narrow_[i]);
+}
+
+void XmlText::appendEscapedTo(std::wstring& out) const {
+    const size_t start = out.size();
+    appendTo(out);
+    // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
+    if (out.find_first_of(L"&<>", start) == std::wstring::npos) return;
+    const std::wstring escaped = escapeXml(out.substr(start));
+    out.resize(start);
+    out.append(escaped);
+}
+
+std::wstring XmlText::str() const {
+    std::wstring out;
+    appendTo(out);
+    return out;
+}
+
+}  // namespace CorvaneCore
+
 void AssetXmlWriter::indent() {
-    for (int32_t i = 0; i < depth_; ++i) stream_.append(L"  ");
+    if (depth_ > 0) stream_.append(static_cast<size_t>(depth_) * 2, L' ');
 }
 
 void AssetXmlWriter::putFloat(float value) { appendNumber(stream_, static_cast<double>(value)); }
@@ -20,29 +59,28 @@ void AssetXmlWriter::putInt(int64_t value) { appendNumber(stream_, value); }
 
 // ---------------------------------------------------------------- structure
 
-void AssetXmlWriter::openRoot(const std::wstring& tag) {
+void AssetXmlWriter::openRoot(Text tag) {
     put(L"<"), put(tag), put(L">\n");
-    rootTag_ = tag;
+    rootTag_ = tag.str();
 }
 
 void AssetXmlWriter::closeRoot() { put(L"</"), put(rootTag_), put(L">\n"); }
 
-void AssetXmlWriter::openElement(const std::wstring& name) {
+void AssetXmlWriter::openElement(Text name) {
     ++depth_;
     indent(), put(L"<"), put(name), put(L">\n");
 }
 
-void AssetXmlWriter::closeElement(const std::wstring& name) {
+void AssetXmlWriter::closeElement(Text name) {
     indent(), put(L"</"), put(name), put(L">\n");
     --depth_;
 }
 
-void AssetXmlWriter::beginAsset(const std::wstring& url, const std::wstring& kind,
-                                const std::wstring& layout) {
+void AssetXmlWriter::beginAsset(Text url, Text kind, Text layout) {
     ++depth_;
     indent();
     put(L"<Asset layout=\""), put(layout), put(L"\" renderer=\"ombra\" type=\""), put(kind);
-    put(L"\" url=\""), put(escapeXml(url)), put(L"\" >\n");
+    put(L"\" url=\""), url.appendEscapedTo(stream_), put(L"\" >\n");
 }
 
 void AssetXmlWriter::endAsset() {
@@ -50,7 +88,7 @@ void AssetXmlWriter::endAsset() {
     --depth_;
 }
 
-void AssetXmlWriter::beginPlugin(const std::wstring& name, const std::wstring& kind) {
+void AssetXmlWriter::beginPlugin(Text name, Text kind) {
     ++depth_;
     indent(), put(L"<plugin>\n");
     ++depth_;
@@ -76,9 +114,8 @@ void AssetXmlWriter::endParameters() {
     --depth_;
 }
 
-void AssetXmlWriter::beginParameter(const std::wstring& name, const std::wstring& type,
-                                    const std::wstring& label, const std::wstring& listType,
-                                    bool isUserData, const std::wstring& handler) {
+void AssetXmlWriter::beginParameter(Text name, Text type, Text label, Text listType,
+                                    bool isUserData, Text handler) {
     indent();
     put(L"<parameter type=\""), put(type), put(L"\" name=\""), put(name);
     put(L"\" handler=\""), put(handler), put(L"\" listType=\""), put(listType), put(L"\"");
@@ -94,9 +131,8 @@ void AssetXmlWriter::endParameter() {
 
 // ---------------------------------------------------------------- value forms
 
-void AssetXmlWriter::beginValueParameter(const std::wstring& name, const wchar_t* type,
-                                         const std::wstring& label, bool isUserData,
-                                         const wchar_t* handler) {
+void AssetXmlWriter::beginValueParameter(Text name, Text type, Text label, bool isUserData,
+                                         Text handler) {
     beginParameter(name, type, label, L"none", isUserData, handler);
 }
 
@@ -111,7 +147,7 @@ void AssetXmlWriter::blockClose() {
     endParameter();
 }
 
-void AssetXmlWriter::scalarLine(const wchar_t* tag, float value) {
+void AssetXmlWriter::scalarLine(Text tag, float value) {
     indent(), put(L"<"), put(tag), put(L">"), putFloat(value), put(L"</"), put(tag), put(L">\n");
 }
 
@@ -138,46 +174,45 @@ void AssetXmlWriter::componentLines(const ComponentValues& value) {
     }
 }
 
-void AssetXmlWriter::writeFloat(const std::wstring& name, float value, const std::wstring& label,
-                                bool isUserData) {
+void AssetXmlWriter::writeFloat(Text name, float value, Text label, bool isUserData) {
     beginValueParameter(name, L"float", label, isUserData);
     inlineValueOpen(), putFloat(value), inlineValueClose();
 }
 
-void AssetXmlWriter::writeInteger(const std::wstring& name, int32_t value,
-                                  const std::wstring& label, bool isUserData) {
+void AssetXmlWriter::writeInteger(Text name, int32_t value, Text label, bool isUserData) {
     beginValueParameter(name, L"integer", label, isUserData);
     inlineValueOpen(), putInt(value), inlineValueClose();
 }
 
-void AssetXmlWriter::writeBool(const std::wstring& name, bool value, const std::wstring& label,
-                               bool isUserData) {
+void AssetXmlWriter::writeBool(Text name, bool value, Text label, bool isUserData) {
     beginValueParameter(name, L"bool", label, isUserData);
-    inlineValueOpen(), put(value ? L"1" : L"0"), inlineValueClose();
+    inlineValueOpen();
+    if (value) {
+        put(L"1");
+    } else {
+        put(L"0");
+    }
+    inlineValueClose();
 }
 
-void AssetXmlWriter::writeString(const std::wstring& name, const std::wstring& value,
-                                 const std::wstring& label, bool isUserData) {
+void AssetXmlWriter::writeString(Text name, Text value, Text label, bool isUserData) {
     beginValueParameter(name, L"string", label, isUserData);
     inlineValueOpen(), put(value), inlineValueClose();
 }
 
-void AssetXmlWriter::writeFile(const std::wstring& name, const std::wstring& value,
-                               const std::wstring& label, bool isUserData) {
+void AssetXmlWriter::writeFile(Text name, Text value, Text label, bool isUserData) {
     beginValueParameter(name, L"string", label, isUserData, L"FileBrowserHandler");
-    inlineValueOpen(), put(escapeXml(value)), inlineValueClose();
+    inlineValueOpen(), value.appendEscapedTo(stream_), inlineValueClose();
 }
 
-void AssetXmlWriter::writeVector(const std::wstring& name, const Vector& value,
-                                 const std::wstring& label) {
+void AssetXmlWriter::writeVector(Text name, const Vector& value, Text label) {
     beginValueParameter(name, L"vector", label);
     blockOpen();
     vectorElement(value);
     blockClose();
 }
 
-void AssetXmlWriter::writeColor(const std::wstring& name, const Color& value,
-                                const std::wstring& label) {
+void AssetXmlWriter::writeColor(Text name, const Color& value, Text label) {
     beginValueParameter(name, L"color", label);
     blockOpen();
     scalarLine(L"r", value.r);
@@ -186,8 +221,7 @@ void AssetXmlWriter::writeColor(const std::wstring& name, const Color& value,
     blockClose();
 }
 
-void AssetXmlWriter::writeAColor(const std::wstring& name, const AColor& value,
-                                 const std::wstring& label) {
+void AssetXmlWriter::writeAColor(Text name, const AColor& value, Text label) {
     beginValueParameter(name, L"acolor", label);
     blockOpen();
     scalarLine(L"r", value.r);
@@ -197,8 +231,7 @@ void AssetXmlWriter::writeAColor(const std::wstring& name, const AColor& value,
     blockClose();
 }
 
-void AssetXmlWriter::writeMatrix(const std::wstring& name, const Matrix& value,
-                                 const std::wstring& label) {
+void AssetXmlWriter::writeMatrix(Text name, const Matrix& value, Text label) {
     beginValueParameter(name, L"matrix", label);
     blockOpen();
     put(L"\n");  // the format keeps an empty line before the matrix element
@@ -210,8 +243,7 @@ void AssetXmlWriter::writeMatrix(const std::wstring& name, const Matrix& value,
     blockClose();
 }
 
-void AssetXmlWriter::writeTransform(const std::wstring& name, const Transform& value,
-                                    const std::wstring& label) {
+void AssetXmlWriter::writeTransform(Text name, const Transform& value, Text label) {
     beginValueParameter(name, L"transform", label);
     blockOpen();
     for (const Vector& column : value.m.v) vectorElement(column);
@@ -219,17 +251,15 @@ void AssetXmlWriter::writeTransform(const std::wstring& name, const Transform& v
     blockClose();
 }
 
-void AssetXmlWriter::writeComponentMatrix(const std::wstring& name, const ComponentValues& value,
-                                          const std::wstring& label) {
+void AssetXmlWriter::writeComponentMatrix(Text name, const ComponentValues& value, Text label) {
     beginValueParameter(name, L"componentMatrix", label);
     blockOpen();
     componentLines(value);
     blockClose();
 }
 
-void AssetXmlWriter::writeComponentTransform(const std::wstring& name,
-                                             const ComponentValues& value,
-                                             const std::wstring& label) {
+void AssetXmlWriter::writeComponentTransform(Text name, const ComponentValues& value,
+                                             Text label) {
     beginValueParameter(name, L"componentTransform", label);
     blockOpen();
     componentLines(value);
@@ -238,56 +268,70 @@ void AssetXmlWriter::writeComponentTransform(const std::wstring& name,
 
 namespace {
 
-// The URL text of a plugin reference, or false for an empty pointer.
+// Appends the URL text of a plugin reference; false for an empty pointer.
 struct PluginUrl {
-    const std::wstring& prefix;
-    std::wstring& url;
+    const XmlText& prefix;
+    std::wstring& out;
 
     bool operator()(const std::monostate&) const { throw kNoPluginFamily; }
     bool operator()(const std::shared_ptr<BaseMaterial>& m) const {
         if (!m) return false;
-        url = escapeXml(prefix) + L"/" + m->name;
+        prefix.appendEscapedTo(out);
+        out.append(L"/").append(m->name);  // a material's name is not escaped
         return true;
     }
     bool operator()(const std::shared_ptr<BaseLight>& light) const {
         if (!light) return false;
+        prefix.appendEscapedTo(out);
         // A sun's caller passes the whole URL.
-        url = light->getType() == kSunLightType ? escapeXml(prefix)
-                                                : escapeXml(prefix) + L"/" + light->pluginType();
+        if (light->getType() != kSunLightType) out.append(L"/").append(light->pluginType());
         return true;
     }
     template <class Family>
     bool operator()(const std::shared_ptr<Family>& child) const {
         if (!child) return false;
-        url = escapeXml(prefix) + L"/" + child->pluginType();
+        prefix.appendEscapedTo(out);
+        out.append(L"/").append(child->pluginType());
         return true;
     }
 };
 
+bool isPresent(const PluginRef& child) {
+    if (std::holds_alternative<std::monostate>(child)) throw kNoPluginFamily;
+    return std::visit([](const auto& p) -> bool {
+        if constexpr (std::is_same_v<std::decay_t<decltype(p)>, std::monostate>) {
+            return false;
+        } else {
+            return p != nullptr;
+        }
+    }, child);
+}
+
 }  // namespace
 
-void AssetXmlWriter::writePlugin(const std::wstring& name, const PluginRef& child,
-                                 const std::wstring& urlPrefix, const std::wstring& label) {
-    std::wstring url;
-    const bool present = std::visit(PluginUrl{urlPrefix, url}, child);
+void AssetXmlWriter::writePlugin(Text name, const PluginRef& child, Text urlPrefix, Text label) {
+    const bool present = isPresent(child);  // the dispatch comes before any text
     beginValueParameter(name, L"plugin", label);
-    if (present) inlineValueOpen(), put(url), put(L"</value>\n");
+    if (present) {
+        inlineValueOpen();
+        std::visit(PluginUrl{urlPrefix, stream_}, child);
+        put(L"</value>\n");
+    }
     endParameter();
 }
 
-void AssetXmlWriter::beginList(const std::wstring& name, const std::wstring& listType,
-                               const std::wstring& label) {
+void AssetXmlWriter::beginList(Text name, Text listType, Text label) {
     beginParameter(name, L"list", label, listType, false, L"default");
     indent(), put(L"<value>\n");
     indent(), put(L"<list>\n");
     ++depth_;
 }
 
-void AssetXmlWriter::writeEntry(const std::wstring& text) {
-    indent(), put(L"<entry>"), put(escapeXml(text)), put(L"</entry>\n");
+void AssetXmlWriter::writeEntry(Text text) {
+    indent(), put(L"<entry>"), text.appendEscapedTo(stream_), put(L"</entry>\n");
 }
 
-void AssetXmlWriter::writeStringEntry(const std::wstring& text) {
+void AssetXmlWriter::writeStringEntry(Text text) {
     indent(), put(L"<string>\""), put(text), put(L"\"</string>\n");
 }
 
@@ -296,56 +340,4 @@ void AssetXmlWriter::endList() {
     indent(), put(L"</list>\n");
     indent(), put(L"</value>\n");
     endParameter();
-}
-
-// ---------------------------------------------------------------- narrow overloads
-
-void AssetXmlWriter::writeFloat(const char* name, float value, const char* label,
-                                bool isUserData) {
-    writeFloat(utf8ToWide(name), value, utf8ToWide(label), isUserData);
-}
-void AssetXmlWriter::writeInteger(const char* name, int32_t value, const char* label,
-                                  bool isUserData) {
-    writeInteger(utf8ToWide(name), value, utf8ToWide(label), isUserData);
-}
-void AssetXmlWriter::writeBool(const char* name, bool value, const char* label, bool isUserData) {
-    writeBool(utf8ToWide(name), value, utf8ToWide(label), isUserData);
-}
-void AssetXmlWriter::writeString(const char* name, const std::string& value, const char* label,
-                                 bool isUserData) {
-    writeString(utf8ToWide(name), utf8ToWide(value), utf8ToWide(label), isUserData);
-}
-void AssetXmlWriter::writeFile(const char* name, const std::string& value, const char* label,
-                               bool isUserData) {
-    writeFile(utf8ToWide(name), utf8ToWide(value), utf8ToWide(label), isUserData);
-}
-void AssetXmlWriter::writeVector(const char* name, const Vector& value, const char* label) {
-    writeVector(utf8ToWide(name), value, utf8ToWide(label));
-}
-void AssetXmlWriter::writeColor(const char* name, const Color& value, const char* label) {
-    writeColor(utf8ToWide(name), value, utf8ToWide(label));
-}
-void AssetXmlWriter::writeAColor(const char* name, const AColor& value, const char* label) {
-    writeAColor(utf8ToWide(name), value, utf8ToWide(label));
-}
-void AssetXmlWriter::writeMatrix(const char* name, const Matrix& value, const char* label) {
-    writeMatrix(utf8ToWide(name), value, utf8ToWide(label));
-}
-void AssetXmlWriter::writeTransform(const char* name, const Transform& value, const char* label) {
-    writeTransform(utf8ToWide(name), value, utf8ToWide(label));
-}
-void AssetXmlWriter::writeComponentMatrix(const char* name, const ComponentValues& value,
-                                          const char* label) {
-    writeComponentMatrix(utf8ToWide(name), value, utf8ToWide(label));
-}
-void AssetXmlWriter::writeComponentTransform(const char* name, const ComponentValues& value,
-                                             const char* label) {
-    writeComponentTransform(utf8ToWide(name), value, utf8ToWide(label));
-}
-void AssetXmlWriter::writePlugin(const char* name, const PluginRef& child,
-                                 const std::wstring& urlPrefix, const char* label) {
-    writePlugin(utf8ToWide(name), child, urlPrefix, utf8ToWide(label));
-}
-void AssetXmlWriter::beginList(const char* name, const char* listType, const char* label) {
-    beginList(utf8ToWide(name), utf8ToWide(listType), utf8ToWide(label));
 }

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
+#include <cwchar>
 #include <map>
 #include <memory>
 #include <string>
@@ -34,6 +36,29 @@ struct ComponentValues {
     float offset[3] = {0, 0, 0};
     int32_t mirror[3] = {0, 0, 0};
 };
+
+// A piece of text handed to the writer: wide, or UTF-8 for the program's constant names. It
+// only points at the caller's characters, so passing one costs no allocation.
+class XmlText {
+public:
+    XmlText() = default;
+    XmlText(const char* utf8) : narrow_(utf8 ? utf8 : ""), size_(std::strlen(narrow_)) {}
+    XmlText(const std::string& utf8) : narrow_(utf8.c_str()), size_(utf8.size()) {}
+    XmlText(const wchar_t* wide) : wide_(wide ? wide : L""), size_(std::wcslen(wide_)) {}
+    XmlText(const std::wstring& wide) : wide_(wide.c_str()), size_(wide.size()) {}
+
+    bool empty() const { return size_ == 0; }
+    void appendTo(std::wstring& out) const;
+    // Appends with "&", "<" and ">" escaped as escapeXml does.
+    void appendEscapedTo(std::wstring& out) const;
+    std::wstring str() const;
+
+private:
+    const char* narrow_ = nullptr;
+    const wchar_t* wide_ = nullptr;
+    size_t size_ = 0;
+};
+
 }  // namespace CorvaneCore
 
 class AssetXmlWriter {
@@ -43,6 +68,7 @@ public:
     using Vector = CorvaneCore::Vector;
     using Matrix = CorvaneCore::Matrix;
     using Transform = CorvaneCore::Transform;
+    using Text = CorvaneCore::XmlText;
 
     explicit AssetXmlWriter(std::wstring& stream) : stream_(stream) {}
 
@@ -52,92 +78,63 @@ public:
     std::map<std::wstring, std::wstring> sunUrls;  // sun id to the URL it was written under
 
     // Structure.
-    void openRoot(const std::wstring& tag);
+    void openRoot(Text tag);
     void closeRoot();
-    void openElement(const std::wstring& name);
-    void closeElement(const std::wstring& name);
+    void openElement(Text name);
+    void closeElement(Text name);
     void openAssets() { openElement(L"Assets"); }
     void closeAssets() { closeElement(L"Assets"); }
-    void beginAsset(const std::wstring& url, const std::wstring& kind, const std::wstring& layout);
+    void beginAsset(Text url, Text kind, Text layout);
     void endAsset();
-    void beginPlugin(const std::wstring& name, const std::wstring& kind);
+    void beginPlugin(Text name, Text kind);
     void endPlugin();
     void beginParameters();
     void endParameters();
-    void beginParameter(const std::wstring& name, const std::wstring& type,
-                        const std::wstring& label, const std::wstring& listType, bool isUserData,
-                        const std::wstring& handler);
+    void beginParameter(Text name, Text type, Text label, Text listType, bool isUserData,
+                        Text handler);
     void endParameter();
 
-    // Values; an empty label means the name is used as label.
-    void writeFloat(const std::wstring& name, float value, const std::wstring& label = L"",
-                    bool isUserData = false);
-    void writeInteger(const std::wstring& name, int32_t value, const std::wstring& label = L"",
-                      bool isUserData = false);
-    void writeBool(const std::wstring& name, bool value, const std::wstring& label = L"",
-                   bool isUserData = false);
-    void writeString(const std::wstring& name, const std::wstring& value,
-                     const std::wstring& label = L"", bool isUserData = false);
-    void writeFile(const std::wstring& name, const std::wstring& value,
-                   const std::wstring& label = L"", bool isUserData = false);
-    void writeVector(const std::wstring& name, const Vector& value, const std::wstring& label = L"");
-    void writeColor(const std::wstring& name, const Color& value, const std::wstring& label = L"");
-    void writeAColor(const std::wstring& name, const AColor& value,
-                     const std::wstring& label = L"");
-    void writeMatrix(const std::wstring& name, const Matrix& value,
-                     const std::wstring& label = L"");
-    void writeTransform(const std::wstring& name, const Transform& value,
-                        const std::wstring& label = L"");
-    void writeComponentMatrix(const std::wstring& name, const CorvaneCore::ComponentValues& value,
-                              const std::wstring& label = L"");
-    void writeComponentTransform(const std::wstring& name,
-                                 const CorvaneCore::ComponentValues& value,
-                                 const std::wstring& label = L"");
+    // Values; an empty label means the name is used as label. Names and labels may be wide
+    // or UTF-8 text.
+    void writeFloat(Text name, float value, Text label = {}, bool isUserData = false);
+    void writeInteger(Text name, int32_t value, Text label = {}, bool isUserData = false);
+    void writeBool(Text name, bool value, Text label = {}, bool isUserData = false);
+    void writeString(Text name, Text value, Text label = {}, bool isUserData = false);
+    void writeFile(Text name, Text value, Text label = {}, bool isUserData = false);
+    void writeVector(Text name, const Vector& value, Text label = {});
+    void writeColor(Text name, const Color& value, Text label = {});
+    void writeAColor(Text name, const AColor& value, Text label = {});
+    void writeMatrix(Text name, const Matrix& value, Text label = {});
+    void writeTransform(Text name, const Transform& value, Text label = {});
+    void writeComponentMatrix(Text name, const CorvaneCore::ComponentValues& value,
+                              Text label = {});
+    void writeComponentTransform(Text name, const CorvaneCore::ComponentValues& value,
+                                 Text label = {});
     // Throws the integer kNoPluginFamily when `child` holds no family at all.
-    void writePlugin(const std::wstring& name, const CorvaneCore::PluginRef& child,
-                     const std::wstring& urlPrefix, const std::wstring& label = L"");
-    void beginList(const std::wstring& name, const std::wstring& listType,
-                   const std::wstring& label = L"");
-    void writeEntry(const std::wstring& text);
-    void writeStringEntry(const std::wstring& text);
+    void writePlugin(Text name, const CorvaneCore::PluginRef& child, Text urlPrefix,
+                     Text label = {});
+    void beginList(Text name, Text listType, Text label = {});
+    void writeEntry(Text text);
+    void writeStringEntry(Text text);
     void endList();
-
-    // Narrow overloads for names that are constants of the program; text is UTF-8.
-    void writeFloat(const char* name, float value, const char* label = "", bool isUserData = false);
-    void writeInteger(const char* name, int32_t value, const char* label = "",
-                      bool isUserData = false);
-    void writeBool(const char* name, bool value, const char* label = "", bool isUserData = false);
-    void writeString(const char* name, const std::string& value, const char* label = "",
-                     bool isUserData = false);
-    void writeFile(const char* name, const std::string& value, const char* label = "",
-                   bool isUserData = false);
-    void writeVector(const char* name, const Vector& value, const char* label = "");
-    void writeColor(const char* name, const Color& value, const char* label = "");
-    void writeAColor(const char* name, const AColor& value, const char* label = "");
-    void writeMatrix(const char* name, const Matrix& value, const char* label = "");
-    void writeTransform(const char* name, const Transform& value, const char* label = "");
-    void writeComponentMatrix(const char* name, const CorvaneCore::ComponentValues& value,
-                              const char* label = "");
-    void writeComponentTransform(const char* name, const CorvaneCore::ComponentValues& value,
-                                 const char* label = "");
-    void writePlugin(const char* name, const CorvaneCore::PluginRef& child,
-                     const std::wstring& urlPrefix, const char* label = "");
-    void beginList(const char* name, const char* listType, const char* label = "");
 
 private:
     void indent();
-    void put(const wchar_t* text) { stream_.append(text); }
-    void put(const std::wstring& text) { stream_.append(text); }
+    // Literals are appended with their known length, without measuring them.
+    template <size_t N>
+    void put(const wchar_t (&literal)[N]) {
+        stream_.append(literal, N - 1);
+    }
+    void put(Text text) { text.appendTo(stream_); }
     void putFloat(float value);
     void putInt(int64_t value);
-    void beginValueParameter(const std::wstring& name, const wchar_t* type,
-                             const std::wstring& label, bool isUserData = false,
-                             const wchar_t* handler = L"default");
+    void beginValueParameter(Text name, Text type, Text label, bool isUserData = false,
+                             Text handler = L"default");
     void inlineValueOpen() { indent(), put(L"<value>"); }
     void inlineValueClose() { put(L"</value>\n"), endParameter(); }
     void blockOpen();
     void blockClose();
-    void scalarLine(const wchar_t* tag, float value);
+    void scalarLine(Text tag, float value);
     void vectorElement(const Vector& v);
     void componentLines(const CorvaneCore::ComponentValues& value);
 

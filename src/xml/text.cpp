@@ -107,9 +107,31 @@ std::wstring utf8ToWide(const char* text, size_t length) {
 std::wstring utf8ToWide(const std::string& text) { return utf8ToWide(text.data(), text.size()); }
 
 std::string wideToUtf8(const std::wstring& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (wchar_t c : text) appendUtf8(out, static_cast<uint32_t>(c));
+    // Sized for the common case of ASCII text; runs of ASCII go in a tight loop.
+    std::string out(text.size(), '\0');
+    size_t used = 0;
+    const size_t n = text.size();
+    const wchar_t* in = text.data();
+    for (size_t i = 0; i < n;) {
+        // The buffer always has room for every remaining character taken as ASCII. Eight
+        // characters at a time while all are ASCII, which the compiler turns into vector code.
+        char* dst = &out[0];
+        while (n - i >= 8) {
+            uint32_t any = 0;
+            for (int k = 0; k < 8; ++k) any |= static_cast<uint32_t>(in[i + k]);
+            if (any >= 0x80) break;
+            for (int k = 0; k < 8; ++k) dst[used + k] = static_cast<char>(in[i + k]);
+            i += 8;
+            used += 8;
+        }
+        while (i < n && static_cast<uint32_t>(in[i]) < 0x80) dst[used++] = static_cast<char>(in[i++]);
+        if (i == n) break;
+        out.resize(used);
+        appendUtf8(out, static_cast<uint32_t>(in[i++]));
+        used = out.size();
+        out.resize(used + (n - i));  // room for the rest if it is ASCII
+    }
+    out.resize(used);
     return out;
 }
 
