@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -50,6 +51,50 @@ TEST_F(SceneMaterialsTest, UniqueNameTakesTheStemThenCounts) {
     EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick2");
     enter(L"Brick2");
     EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick4");
+}
+
+// The answers for one stem are remembered between asks; every kind of change must show.
+TEST_F(SceneMaterialsTest, UniqueNameFollowsEachChangeOfTheSet) {
+    std::vector<MaterialPtr> made;
+    for (const wchar_t* name : {L"Tile", L"tile1", L"Tile2", L"TILE3", L"Tile4"}) {
+        made.push_back(std::make_shared<MaterialLayeredBRDF>());
+        made.back()->name = name;
+    }
+    EXPECT_EQ(set().uniqueName(L"Tile9"), L"Tile");
+    for (size_t i = 0; i < 3; ++i) ASSERT_TRUE(set().addMaterial(made[i]));
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile3");
+    ASSERT_TRUE(set().addMaterial(made[3]));  // the answer itself, in other case
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile4");
+    ASSERT_TRUE(set().removeMaterial(L"TILE1"));
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile1");
+    made[2]->name = L"Slate";
+    ASSERT_TRUE(set().renameMaterial(L"Tile2", made[2]));
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile1");
+    set().materials.erase(L"Tile");  // a direct edit of the map
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile");
+    set().materials.clear();
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile");
+}
+
+// A set of many materials named DefaultMaterial1, 2, ...: every material made while reading
+// asks for a default name, which once scanned all names read so far (minutes for 1 MiB).
+TEST_F(SceneMaterialsTest, ReadingManyDefaultNamesStaysLinear) {
+    constexpr int kCount = 20000;
+    RecordBuilder r;
+    r.version(2).u32(kCount);
+    for (int i = 1; i <= kCount; ++i) layeredMaterial(r, "DefaultMaterial" + std::to_string(i), "");
+    r.u32(0);
+    QuickArchive archive = r.archive();
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(set().deserialize(archive));
+    const double seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_EQ(set().materials.size(), size_t(kCount));
+    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"), L"DefaultMaterial");
+    EXPECT_LT(seconds, 20.0);
+    ASSERT_TRUE(set().addMaterial(std::make_shared<MaterialLayeredBRDF>()));
+    EXPECT_TRUE(set().findByName(L"DefaultMaterial"));
+    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"), L"DefaultMaterial" + std::to_wstring(kCount + 1));
 }
 
 TEST_F(SceneMaterialsTest, UniqueNameIgnoresCase) {
