@@ -49,9 +49,15 @@ const Command kCommands[] = {
      true, true},
     {"options", "options                  print the default render options document", false,
      false},
-    {"inspect", "inspect --type KIND:N FILE  print the objects a record holds (KIND light or material)",
+    {"inspect",
+     "inspect --type KIND:N FILE  print the objects a record holds (KIND light or material;\n"
+     "                           --type scene for a stored scene record)",
      true, true},
+    {"scene", "scene FILE               read a stored scene record, print the options it holds",
+     false, true},
     {"coropt", "coropt FILE              convert a .coropt render options file", false, true},
+    {"cormat", "cormat FILE              convert every material of a .cormat material file",
+     false, true},
 };
 
 void printUsage(std::ostream& out) {
@@ -104,6 +110,11 @@ std::optional<int> parseArguments(int argc, char** argv, Options& opts) {
         } else if (a == "--type" || a == "-t") {
             auto v = value("--type");
             if (!v) return usageError("--type needs a value");
+            if (*v == "scene") {
+                opts.typeKind = *v;
+                opts.type = 0;
+                continue;
+            }
             std::string number = *v;
             const size_t colon = number.find(':');
             if (colon != std::string::npos) {
@@ -172,23 +183,57 @@ int emit(const Options& opts, const std::string& text) {
     return kExitConverted;
 }
 
-int runRecordCommand(const Options& opts) {
-    const std::string shownName = opts.file == "-" ? "<stdin>" : opts.file;
+std::string shownName(const Options& opts) { return opts.file == "-" ? "<stdin>" : opts.file; }
+
+// The record's bytes, or the exit code when there are none to read.
+std::optional<int> loadRecord(const Options& opts, std::string& bytes) {
     const std::optional<std::string> content = quillon_cli::readInputFile(opts.file);
     if (!content) {
-        std::cerr << "quillonbin2xml: " << shownName << ": cannot read the file\n";
+        std::cerr << "quillonbin2xml: " << shownName(opts) << ": cannot read the file\n";
         return kExitUsage;
     }
     std::string error;
-    const std::optional<std::string> bytes = quillon_cli::decodeRecord(*content, opts.form, error);
-    if (!bytes) {
-        std::cerr << "quillonbin2xml: " << shownName << ": " << error << "\n";
+    const std::optional<std::string> decoded =
+        quillon_cli::decodeRecord(*content, opts.form, error);
+    if (!decoded) {
+        std::cerr << "quillonbin2xml: " << shownName(opts) << ": " << error << "\n";
         return kExitUsage;
     }
-    if (bytes->empty()) {
-        std::cerr << "quillonbin2xml: " << shownName << ": the record is empty\n";
+    if (decoded->empty()) {
+        std::cerr << "quillonbin2xml: " << shownName(opts) << ": the record is empty\n";
         return kExitRefused;
     }
+    bytes = *decoded;
+    return std::nullopt;
+}
+
+// A stored scene record: the options document it leaves, as serialize_to_xml gives it.
+int runSceneCommand(const Options& opts) {
+    std::string bytes;
+    if (auto stop = loadRecord(opts, bytes)) return *stop;
+    CorvaneCore::QuickArchive archive(1);
+    archive.writeBytes(bytes.data(), bytes.size());
+    CorvaneCore::ReadTrace trace;
+    const bool read = CorvaneCore::readSceneRecord(archive, &trace);
+    const std::string reason =
+        trace.failureText().empty() ? "the scene record was refused" : trace.failureText();
+    if (opts.command == "inspect") {
+        std::cout << trace.treeText();
+        if (!read) std::cout << "refused: " << reason << "\n";
+        return read ? kExitConverted : kExitRefused;
+    }
+    if (!read) {
+        std::cerr << "quillonbin2xml: " << shownName(opts) << ": " << reason << "\n";
+        return kExitRefused;
+    }
+    return emit(opts, CorvaneCore::optionsDocument());
+}
+
+int runRecordCommand(const Options& opts) {
+    const std::string shownName = ::shownName(opts);
+    std::string loaded;
+    if (auto stop = loadRecord(opts, loaded)) return *stop;
+    const std::optional<std::string> bytes = loaded;
     const std::string kind = opts.command == "inspect" ? opts.typeKind : opts.command;
     const int32_t type = static_cast<int32_t>(*opts.type);
     const bool known = kind == "light" ? CorvaneCore::isLightType(type)
@@ -234,6 +279,22 @@ int runCoroptCommand(const Options& opts) {
     return emit(opts, CorvaneCore::optionsDocument(options));
 }
 
+// The file's bytes as they stand: a .cormat file is binary, never a JSON array.
+int runCormatCommand(const Options& opts) {
+    const std::string shownName = opts.file == "-" ? "<stdin>" : opts.file;
+    const std::optional<std::string> content = quillon_cli::readInputFile(opts.file);
+    if (!content) {
+        std::cerr << "quillonbin2xml: " << shownName << ": cannot read the file\n";
+        return kExitUsage;
+    }
+    const std::optional<std::string> xml = CorvaneCore::convertCorMat(*content);
+    if (!xml) {
+        std::cerr << "quillonbin2xml: " << shownName << ": the material file was refused\n";
+        return kExitRefused;
+    }
+    return emit(opts, *xml);
+}
+
 int run(int argc, char** argv) {
     Options opts;
     if (auto stop = parseArguments(argc, argv, opts)) return *stop;
@@ -256,11 +317,16 @@ int run(int argc, char** argv) {
     if (!command->needsFile && !opts.file.empty()) {
         return usageError(opts.command + " takes no FILE");
     }
-    if (opts.command == "inspect" && opts.typeKind != "light" && opts.typeKind != "material") {
-        return usageError("inspect needs --type light:N or --type material:N");
+    if (opts.command == "inspect" && opts.typeKind != "light" && opts.typeKind != "material" &&
+        opts.typeKind != "scene") {
+        return usageError("inspect needs --type light:N, --type material:N or --type scene");
+    }
+    if (opts.command == "scene" || (opts.command == "inspect" && opts.typeKind == "scene")) {
+        return runSceneCommand(opts);
     }
     if (opts.command == "options") return emit(opts, CorvaneCore::optionsDocument());
     if (opts.command == "coropt") return runCoroptCommand(opts);
+    if (opts.command == "cormat") return runCormatCommand(opts);
     return runRecordCommand(opts);
 }
 

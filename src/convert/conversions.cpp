@@ -1,10 +1,14 @@
 #include "convert/conversions.h"
 
+#include <sstream>
+
 #include "archive/read_helpers.h"
 #include "lights/base_light.h"
 #include "materials/base_material.h"
+#include "materials/material_file.h"
 #include "options/all_options.h"
 #include "upgrade/mtl_converter.h"
+#include "upgrade/skp_module.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -68,6 +72,17 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
     return wideToUtf8(text);
 }
 
+std::optional<std::string> convertCorMat(const std::string& fileBytes) {
+    std::istringstream in(fileBytes);
+    CorMatFile file;
+    if (!file.read(in)) return std::nullopt;
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    writer.targetHost = 0;
+    writeCorMatDocument(writer, file);
+    return wideToUtf8(text);
+}
+
 std::string optionsDocument(AllOptions& options) {
     std::wstring text;
     text.reserve(kOptionsDocumentReserve);
@@ -81,9 +96,9 @@ std::string optionsDocument(AllOptions& options) {
 
 std::string optionsDocument() { return optionsDocument(sceneOptions()); }
 
-bool readSceneRecord(QuickArchive&) {
-    // The stored scene record has no reader yet: every record is refused.
-    return false;
+bool readSceneRecord(QuickArchive& archive, ReadTrace* trace) {
+    TraceScope scope(archive, trace);
+    return readTracedObject(archive, SkpModule::instance());
 }
 
 }  // namespace CorvaneCore

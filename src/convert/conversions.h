@@ -25,6 +25,11 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type,
 std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
                                            ReadTrace* trace = nullptr);
 
+// The document of a .cormat material file, given its bytes: one "Assets" element inside the
+// root element "cormat", holding every material's blocks in file order. Nothing when the file
+// is refused.
+std::optional<std::string> convertCorMat(const std::string& fileBytes);
+
 class AllOptions;
 
 // The options held by the stored scene record (or the defaults) as one "Assets" document.
@@ -32,7 +37,9 @@ std::string optionsDocument();
 // The same document for any options record, such as one read from a .coropt file.
 std::string optionsDocument(AllOptions& options);
 
-// Reads a model's stored scene record into the process-wide scene state.
-bool readSceneRecord(QuickArchive& archive);
+// Reads a model's stored scene record into the process-wide scene state (the options that
+// optionsDocument() shows, and the scene's material set). A refused record leaves what was
+// read before the refusal.
+bool readSceneRecord(QuickArchive& archive, ReadTrace* trace = nullptr);
 
 }  // namespace CorvaneCore

@@ -36,6 +36,14 @@ class BaseMaterial : public CorvaneSerializable, public CorvaneXMLSerializable {
     virtual void writeFoldedTextures(AssetXmlWriter&, const std::wstring& /*url*/) {}
     virtual void writeFoldedParameters(AssetXmlWriter&, const std::wstring& /*url*/) {}
 
+    // What the material upgrade pass reads and changes in linked, wrapper and reference
+    // materials. A linked material's host material name (the text of its link id; empty when
+    // the id holds a number); a wrapper's base material slot (false for a material without
+    // one); a reference's target uuid.
+    virtual std::wstring linkedHostName() { return std::wstring(); }
+    virtual bool setBaseMaterial(const MaterialPtr& /*base*/) { return false; }
+    virtual std::wstring referenceTarget() { return std::wstring(); }
+
     std::wstring name;  // also the last segment of the material's URL
     std::wstring uuid;
 
@@ -53,7 +61,7 @@ class BaseMaterial : public CorvaneSerializable, public CorvaneXMLSerializable {
 // "DefaultMaterial" made unique in the scene's material set.
 std::wstring uniqueDefaultName();
 
-// Ids 0 to 14; null for any other, and for the classes that are not part of this build yet.
+// Ids 0 to 14; null for any other.
 std::shared_ptr<BaseMaterial> createMaterial(int id);
 
 }  // namespace CorvaneCore

@@ -2,8 +2,11 @@
 
 #include <memory>
 
+#include "materials/brdf_slots.h"
 #include "materials/material.h"
+#include "materials/material_linked.h"
 #include "materials/scene_materials.h"
+#include "materials/wrappers.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
@@ -12,22 +15,107 @@ namespace {
 
 // Type ids of the wrappers that the folded block has room for, one of each, in the order in
 // which they contribute.
-constexpr int kBumpType = 3;
-constexpr int kDisplacedType = 9;
-constexpr int kOverrideEnvironmentType = 8;
-constexpr int kObjectExclusionType = 10;
-constexpr int kAlphaContributionType = 11;
-constexpr int kFoldedWrapperTypes[] = {kBumpType, kDisplacedType, kOverrideEnvironmentType,
-                                       kObjectExclusionType, kAlphaContributionType};
+constexpr int kFoldedWrapperTypes[] = {MaterialBump::kType, MaterialDisplaced::kType,
+                                       MaterialOverrideEnvironment::kType,
+                                       MaterialObjectExclusion::kType,
+                                       MaterialAlphaContribution::kType};
 
 MaterialPtr firstOfType(const MaterialPtr& root, int typeId) {
     std::vector<MaterialPtr> found = collectMaterials(root, typeId);
     return found.empty() ? nullptr : found.front();
 }
 
+// ---------------------------------------------------------------- layouts
+
+// Writes the folded blocks of both children at the root, then the layout block that refers to
+// them. A child that is missing, or a reference with nothing resolved, writes nothing and
+// gets no parameter; the caller's `scalars` follow the two references.
+template <class WriteScalars>
+void writeTwoChildLayout(AssetXmlWriter& writer, BaseMaterial& material, const wchar_t* layout,
+                         const char* firstWord, const MaterialPtr& firstChild,
+                         const char* secondWord, const MaterialPtr& secondChild,
+                         WriteScalars scalars) {
+    const MaterialPtr first = resolveReference(firstChild);
+    const MaterialPtr second = resolveReference(secondChild);
+    writeFoldedMaterial(writer, first);
+    writeFoldedMaterial(writer, second);
+    writer.beginAsset(L"/" + material.name, material.pluginKind(), layout);
+    writer.beginPlugin(material.pluginType(), material.pluginKind());
+    writer.beginParameters();
+    // Empty prefix: the value is "/" and the child's name, the url of its folded block.
+    if (isUsable(first)) writer.writePlugin(firstWord, PluginRef(first), L"");
+    if (isUsable(second)) writer.writePlugin(secondWord, PluginRef(second), L"");
+    scalars();
+    writer.endParameters();
+    writer.endPlugin();
+    writer.endAsset();
+}
+
+// The two-sided layout has no room for transparency and the two textures.
+void writeTwoSidedLayout(AssetXmlWriter& writer, Material2Sided& material) {
+    writeTwoChildLayout(writer, material, L"TwoSidedMatLayout", "front", material.front, "back",
+                        material.back, [&] {
+                            writer.writeColor("translucency", material.translucency);
+                            writer.writeBool("force_1sided", material.force_1sided);
+                        });
+}
+
+void writeHostTwoSidedLayout(AssetXmlWriter& writer, MaterialSkp2Sided& material) {
+    writeTwoChildLayout(writer, material, L"SkpTwoSidedMatLayout", "front", material.front,
+                        "back", material.back,
+                        [&] { writer.writeBool("force_1sided", material.force_1sided); });
+}
+
+void writeAngleBlendLayout(AssetXmlWriter& writer, MaterialAngleBlend& material) {
+    writeTwoChildLayout(writer, material, L"AngleBlendMatLayout", "mtl_one", material.mtl_one,
+                        "mtl_two", material.mtl_two, [&] {
+                            writer.writeFloat("start_angle", material.start_angle);
+                            writer.writeFloat("stop_angle", material.stop_angle);
+                        });
+}
+
+// The toon layout names its parameters after the fields; `line_units` is left out.
+void writeToonLayout(AssetXmlWriter& writer, MaterialToon& material) {
+    const MaterialPtr base = resolveReference(material.base_mtl);
+    if (base) writeFoldedMaterial(writer, base);
+    const std::wstring url = L"/" + material.name;
+    const TextureSlots slots = {
+        {material.lineColorTex, "color_tex", "lineColorTex"},
+        {material.distortTex, "distort_tex", "distortTex"},
+        {material.opacityTex, "opacity_tex", "opacityTex"},
+        {material.lineWidthTex, "width_tex", "lineWidthTex"},
+    };
+    writeSlotChildren(writer, url, slots);
+    writer.beginAsset(url, material.pluginKind(), L"ToonMatLayout");
+    writer.beginPlugin(material.pluginType(), material.pluginKind());
+    writer.beginParameters();
+    if (isUsable(base)) writer.writePlugin("base_mtl", PluginRef(base), L"");
+    writeSlotParameters(writer, url, slots);
+    writer.writeColor("lineColor", material.lineColor);
+    writer.writeFloat("lineColorTexMult", material.lineColorTexMult);
+    writer.writeFloat("distort", material.distort);
+    writer.writeFloat("distortTexMult", material.distortTexMult);
+    writer.writeFloat("opacity", material.opacity);
+    writer.writeFloat("opacityTexMult", material.opacityTexMult);
+    writer.writeFloat("lineWidth", material.lineWidth);
+    writer.writeFloat("lineWidthTexMult", material.lineWidthTexMult);
+    writer.writeFloat("zThreshold", material.zThreshold);
+    writer.writeFloat("traceBias", material.traceBias);
+    writer.writeFloat("normalThreshold", material.normalThreshold);
+    writer.writeFloat("silhouetteMult", material.silhouetteMult);
+    writer.writeBool("doSecondary", material.doSecondary);
+    writer.writeBool("divideByDist", material.divideByDist);
+    writer.writeBool("doSilhouetteMult", material.doSilhouetteMult);
+    writer.endParameters();
+    writer.endPlugin();
+    writer.endAsset();
+}
+
 }  // namespace
 
-void writeFoldedMaterial(AssetXmlWriter& writer, const MaterialPtr& material) {
+void writeFoldedMaterial(AssetXmlWriter& writer, const MaterialPtr& outermost) {
+    // A reference stands for its resolved material; with nothing resolved nothing is written.
+    const MaterialPtr material = resolveReference(outermost);
     if (!material) return;
     const std::wstring url = L"/" + material->name;
     auto layered = std::dynamic_pointer_cast<MaterialLayeredBRDF>(
@@ -53,10 +141,39 @@ void writeFoldedMaterial(AssetXmlWriter& writer, const MaterialPtr& material) {
     writer.endAsset();
 }
 
+void writeMaterialTree(AssetXmlWriter& writer, const MaterialPtr& material) {
+    if (!material) return;
+    switch (material->getType()) {
+        case Material2Sided::kType:
+            writeTwoSidedLayout(writer, static_cast<Material2Sided&>(*material));
+            break;
+        case MaterialSkp2Sided::kType:
+            writeHostTwoSidedLayout(writer, static_cast<MaterialSkp2Sided&>(*material));
+            break;
+        case MaterialAngleBlend::kType:
+            writeAngleBlendLayout(writer, static_cast<MaterialAngleBlend&>(*material));
+            break;
+        case MaterialToon::kType:
+            writeToonLayout(writer, static_cast<MaterialToon&>(*material));
+            break;
+        default:
+            writeFoldedMaterial(writer, material);
+            break;
+    }
+}
+
 void convertMaterialTree(AssetXmlWriter& writer, const MaterialPtr& material) {
     writer.openAssets();
-    writeFoldedMaterial(writer, material);
+    writeMaterialTree(writer, material);
     writer.closeAssets();
+}
+
+void writeCorMatDocument(AssetXmlWriter& writer, const CorMatFile& file) {
+    writer.openRoot(L"cormat");
+    writer.openAssets();
+    for (const MaterialPtr& material : file.materials) writeMaterialTree(writer, material);
+    writer.closeAssets();
+    writer.closeRoot();
 }
 
 }  // namespace CorvaneCore

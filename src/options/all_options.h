@@ -149,7 +149,8 @@ public:
     std::array<std::wstring, kOptionPathCount> paths;
 };
 
-// The render options of the scene in memory: the defaults until a stored record is read.
+// The render options of the scene in memory, owned by the stored scene record (SkpModule): the
+// defaults until a record is read.
 AllOptions& sceneOptions();
 
 }  // namespace CorvaneCore

@@ -184,9 +184,4 @@ bool AllOptions::deserialize(QuickArchive& archive) {
     return transferOptions(reader, *this);
 }
 
-AllOptions& sceneOptions() {
-    static AllOptions* options = new AllOptions();  // never destroyed, like every singleton
-    return *options;
-}
-
 }  // namespace CorvaneCore

@@ -12,151 +12,28 @@
 #include "materials/brdf.h"
 #include "materials/material_file.h"
 #include "materials/scene_materials.h"
-#include "record_builder.h"
+#include "material_bytes.h"
 #include "textures/texture.h"
 #include "upgrade/mtl_converter.h"
 #include "xml/asset_xml_writer.h"
 
 using namespace CorvaneCore;
 
+using namespace material_test;
+
 namespace {
 
 class MaterialTest : public ::testing::Test {
   protected:
-    void SetUp() override { clearSet(); }
-    void TearDown() override { clearSet(); }
-    static void clearSet() {
-        sceneMaterials()->materials.clear();
-        sceneMaterials()->ids.clear();
-    }
+    void SetUp() override { clearSceneMaterials(); }
+    void TearDown() override { clearSceneMaterials(); }
 };
-
-// A version 4 Diffuse_BRDF with default values and the given name.
-RecordBuilder& diffuseLayer(RecordBuilder& r, const std::string& name) {
-    r.i32(2).version(4).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1).absent().absent();
-    return r.brdfSection(name).boolean(false);
-}
 
 bool readAll(BaseMaterial& material, const RecordBuilder& record) {
     QuickArchive archive = record.archive();
     const bool ok = material.deserialize(archive);
     EXPECT_EQ(archive.readPos(), record.size());
     return ok;
-}
-
-// The Brick record: a layered material holding one diffuse layer whose colour texture is a
-// bitmap with a channel generator and a buffer.
-RecordBuilder brickRecord() {
-    RecordBuilder r;
-    auto components = [&r] {
-        r.version(1).f32(0).f32(0).f32(0).f32(1).f32(1).f32(1).f32(0).f32(0).f32(0);
-        r.i32(0).i32(0).i32(0);
-    };
-    auto identity = [&r] { r.f32(1).f32(0).f32(0).f32(0).f32(1).f32(0).f32(0).f32(0).f32(1); };
-    r.version(4).u32(1);
-    r.i32(2).version(4).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1);
-    r.boolean(true).i32(0).version(1).i32(4).i32(0);
-    r.version(2);
-    identity(), r.f32(0).f32(0).f32(0);
-    identity(), r.f32(0).f32(0).f32(0);
-    r.i32(0).i32(0).i32(1);
-    components(), components();
-    r.version(1).i32(1).f32(0.15f).f32(1.0f).text("C:/maps/brick&mortar.png");
-    r.boolean(true);
-    r.absent().brdfSection("BRDFDiffuse").boolean(false);
-    r.i32(1).i32(0).i32(1).i32(1);
-    r.version(2).text("Brick").text("6f1c2d3e-0000-4000-8000-00000000b41c");
-    r.i32(0);
-    return r;
-}
-
-std::string plain(const char* type, const char* name, const char* value) {
-    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
-           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
-           "              <value>" + value + "</value>\n" + "            </parameter>\n";
-}
-
-std::string open(const char* type, const char* name) {
-    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
-           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
-           "              <value>\n";
-}
-
-const char* const kClose = "              </value>\n            </parameter>\n";
-
-std::string line(const char* tag, const char* value) {
-    return std::string("                <") + tag + ">" + value + "</" + tag + ">\n";
-}
-
-std::string vectorLines(const char* x, const char* y, const char* z) {
-    return std::string("                <vector>\n") + "  " + line("x", x) + "  " + line("y", y) +
-           "  " + line("z", z) + "                </vector>\n";
-}
-
-std::string colorLines(const char* r, const char* g, const char* b) {
-    return line("r", r) + line("g", g) + line("b", b);
-}
-
-std::string assetHead(const char* type, const char* url, const char* plugin,
-                      const char* layout = "") {
-    return std::string("    <Asset layout=\"") + layout + "\" renderer=\"ombra\" type=\"" + type +
-           "\" url=\"" + url + "\" >\n      <plugin>\n        <ombraplugin name=\"" + plugin +
-           "\" type=\"" + type + "\">\n          <parameters>\n";
-}
-
-const char* const kAssetTail =
-    "          </parameters>\n        </ombraplugin>\n      </plugin>\n    </Asset>\n";
-
-// The document written out from the example of the folded output, block by block.
-std::string expectedBrickDocument() {
-    const char* tex = "/Brick/BRDFDiffuse/color_texture/TexBitmap";
-    std::string s = "  <Assets>\n";
-    s += assetHead("uvw", "/Brick/BRDFDiffuse/color_texture/TexBitmap/uvwgen/UVWGenChannel",
-                   "UVWGenChannel");
-    s += std::string("            <parameter type=\"componentTransform\" name=\"uvw_transform\" ") +
-         "handler=\"default\" listType=\"none\" label=\"uvw_transform\">\n              <value>\n";
-    s += line("x_rotation", "0") + line("y_rotation", "0") + line("z_rotation", "0");
-    s += line("x_scale", "1") + line("y_scale", "1") + line("z_scale", "1");
-    s += line("x_offset", "0") + line("y_offset", "0") + line("z_offset", "0");
-    s += line("x_mirror", "0") + line("y_mirror", "0") + line("z_mirror", "0") + kClose;
-    s += open("transform", "tex_transform") + vectorLines("1", "0", "0") +
-         vectorLines("0", "1", "0") + vectorLines("0", "0", "1") + vectorLines("0", "0", "0") +
-         kClose;
-    s += plain("integer", "wrap_u", "0") + plain("integer", "wrap_v", "0") +
-         plain("integer", "uvw_channel", "1") + kAssetTail;
-
-    s += assetHead("bitmap", "/Brick/BRDFDiffuse/color_texture/TexBitmap/buffer/BitmapBuffer",
-                   "BitmapBuffer");
-    s += plain("integer", "filter_type", "1") + plain("float", "filter_blur", "0.15") +
-         plain("float", "gamma", "1");
-    s += std::string("            <parameter type=\"string\" name=\"file\" ") +
-         "handler=\"FileBrowserHandler\" listType=\"none\" label=\"file\">\n" +
-         "              <value>C:/maps/brick&amp;mortar.png</value>\n            </parameter>\n";
-    s += kAssetTail;
-
-    s += assetHead("texture", tex, "TexBitmap");
-    s += plain("plugin", "uvwgen", (std::string(tex) + "/uvwgen/UVWGenChannel").c_str());
-    s += plain("plugin", "bitmap", (std::string(tex) + "/buffer/BitmapBuffer").c_str());
-    s += plain("bool", "tile", "1") + kAssetTail;
-
-    s += assetHead("BRDF", "/Brick/BRDFDiffuse", "BRDFDiffuse");
-    s += open("color", "color") + colorLines("0.5", "0.5", "0.5") + kClose;
-    s += open("color", "transparency") + colorLines("0", "0", "0") + kClose;
-    s += plain("float", "color_tex_mult", "1") + plain("float", "transparency_tex_mult", "1");
-    s += plain("plugin", "color_tex", tex);
-    s += std::string("            <parameter type=\"plugin\" name=\"transparency_tex\" ") +
-         "handler=\"default\" listType=\"none\" label=\"transparency_tex\">\n" +
-         "            </parameter>\n";
-    s += plain("bool", "use_color_tex_alpha_as_transparency", "0") + kAssetTail;
-
-    s += assetHead("material", "/Brick", "MtlCORVANE", "defommat");
-    s += plain("integer", "double_sided", "1");
-    s += std::string("            <parameter type=\"list\" name=\"brdfs\" handler=\"default\" ") +
-         "listType=\"plugin\" label=\"brdfs\">\n              <value>\n              <list>\n" +
-         "                <entry>/Brick/BRDFDiffuse</entry>\n              </list>\n" + kClose;
-    s += kAssetTail;
-    s += "  </Assets>\n";
-    return s;
 }
 
 }  // namespace

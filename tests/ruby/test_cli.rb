@@ -75,4 +75,32 @@ class CliTest < Minitest::Test
     require "Quillonbin2xml"
     assert_equal Quillonbin2xml.serialize_to_xml(nil), out.force_encoding(Encoding::UTF_8)
   end
+
+  def test_cormat_converts_every_material_of_the_file
+    library = File.join(ENV.fetch("QUILLON_SAMPLES_DIR", File.expand_path("../../samples", __dir__)),
+                        "library.cormat")
+    out, _, code = run_cli("cormat", library)
+    assert_equal 0, code
+    lines = out.lines.map(&:chomp)
+    assert_equal ["<cormat>", "  <Assets>"], lines.first(2)
+    assert_equal ["  </Assets>", "</cormat>"], lines.last(2)
+    assert_equal ["/Brick", "/B1", "/Front", "/Back", "/Sign"],
+                 out.scan(/layout="(?:defommat|TwoSidedMatLayout)"[^>]*url="([^"]*)"/).flatten
+    assert_equal out, run_cli("cormat", "-", stdin: File.binread(library))[0]
+  end
+
+  def test_cormat_refusals_name_the_file
+    Dir.mktmpdir do |dir|
+      refused = File.join(dir, "zero.cormat")
+      File.binwrite(refused, [0x20000, 0].pack("L<L<") + "\0" * 16)
+      _, err, code = run_cli("cormat", refused)
+      assert_equal 1, code
+      assert_equal ["quillonbin2xml: #{refused}: the material file was refused\n"], err.lines
+      missing = File.join(dir, "missing.cormat")
+      _, err, code = run_cli("cormat", missing)
+      assert_equal 2, code
+      assert_equal ["quillonbin2xml: #{missing}: cannot read the file\n"], err.lines
+      assert_equal 2, run_cli("cormat")[2]
+    end
+  end
 end

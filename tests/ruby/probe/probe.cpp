@@ -7,6 +7,8 @@
 #include "bridge/host_ids.h"
 #include "bridge/ruby_archive.h"
 #include "bridge/ruby_value.h"
+#include "bridge/value_classes.h"
+#include "upgrade/skp_material_editor.h"
 #include "xml/text.h"
 
 namespace {
@@ -160,6 +162,22 @@ VALUE host_method_name(VALUE, VALUE index) {
     return rb_str_new_cstr(hostMethodName(static_cast<HostMethod>(i)));
 }
 
+// The value classes and the upgrade pass's Ruby host, which the shipped module never sets up.
+VALUE register_host_classes(VALUE, VALUE module) {
+    return guarded([&] {
+        RegisterHostClasses(module);
+        return Qtrue;
+    });
+}
+
+// The upgrade pass's entry, as a record older than the upgraded layout reaches it.
+VALUE offer_upgrade(VALUE) {
+    return guarded([] {
+        SkpMaterialEditor::instance().offerUpgrade();
+        return Qnil;
+    });
+}
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {
@@ -182,4 +200,7 @@ extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {
     rb_define_module_function(m, "archive_round_trip", RUBY_METHOD_FUNC(archive_round_trip), 1);
     rb_define_module_function(m, "copy_to_archive", RUBY_METHOD_FUNC(copy_to_archive), 1);
     rb_define_module_function(m, "host_method_name", RUBY_METHOD_FUNC(host_method_name), 1);
+    rb_define_module_function(m, "register_host_classes", RUBY_METHOD_FUNC(register_host_classes),
+                              1);
+    rb_define_module_function(m, "offer_upgrade", RUBY_METHOD_FUNC(offer_upgrade), 0);
 }

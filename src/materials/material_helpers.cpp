@@ -1,0 +1,45 @@
+#include "materials/material_helpers.h"
+
+#include "archive/read_helpers.h"
+#include "xml/asset_xml_writer.h"
+
+namespace CorvaneCore {
+
+bool readMaterialSlot(QuickArchive& archive, MaterialPtr& slot) {
+    return readOptionalChild<BaseMaterial>(archive, slot, &createMaterial);
+}
+
+bool writeMaterialSlot(QuickArchive& archive, const MaterialPtr& material) {
+    return writeOptionalChild(archive, material);
+}
+
+bool readBareMaterial(QuickArchive& archive, MaterialPtr& slot) {
+    return readRequiredChild<BaseMaterial>(archive, slot, &createMaterial);
+}
+
+bool writeBareMaterial(QuickArchive& archive, const MaterialPtr& material) {
+    return writeRequiredChild(archive, material);
+}
+
+void beginMaterialAsset(AssetXmlWriter& writer, BaseMaterial& material, const std::wstring& url) {
+    writer.beginAsset(url, material.pluginKind(), L"");
+    writer.beginPlugin(material.pluginType(), material.pluginKind());
+    writer.beginParameters();
+}
+
+void endMaterialAsset(AssetXmlWriter& writer) {
+    writer.endParameters();
+    writer.endPlugin();
+    writer.endAsset();
+}
+
+void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child, const std::wstring& url) {
+    if (child) child->writeXML(writer, url);
+}
+
+void writeMaterialParameter(AssetXmlWriter& writer, const char* name, const MaterialPtr& child,
+                            const std::wstring& url) {
+    writer.writePlugin(name, PluginRef(child), url);
+}
+
+}  // namespace CorvaneCore

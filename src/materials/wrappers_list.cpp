@@ -1,0 +1,81 @@
+// The multi-material and the instance: the two wrappers that share their children on clone
+// and copy, and write no XML.
+#include "archive/read_helpers.h"
+#include "materials/wrappers.h"
+
+namespace CorvaneCore {
+
+namespace {
+constexpr uint32_t kMultiVersion = 2;
+constexpr uint32_t kInstanceVersion = 1;
+}  // namespace
+
+void MaterialMulti::setDefaults() {
+    resetMaterialBase();
+    materials.clear();
+}
+
+// The count comes from the record: it is trusted only as far as there are bytes left. Entries
+// already read stay when a later one fails.
+bool MaterialMulti::readEntries(QuickArchive& archive) {
+    uint32_t count = 0;
+    archive.read(count);
+    materials.clear();
+    for (uint32_t i = 0; i < count; ++i) {
+        if (archive.remaining() == 0) return false;
+        MaterialPtr entry;
+        if (!readBareMaterial(archive, entry)) return false;
+        materials.push_back(entry);
+    }
+    return true;
+}
+
+bool MaterialMulti::deserialize(QuickArchive& archive) {
+    uint32_t major = 0;
+    if (!readVersion(archive, major) || major < 1 || major > kMultiVersion) return false;
+    if (!readEntries(archive)) return false;
+    if (major == 1) {
+        readBareName(archive);
+        return true;
+    }
+    return readMaterialSection(archive);
+}
+
+bool MaterialMulti::serialize(QuickArchive& archive) {
+    writeVersion(archive, kMultiVersion);
+    archive.write(static_cast<uint32_t>(materials.size()));
+    for (const MaterialPtr& entry : materials) {
+        if (!writeBareMaterial(archive, entry)) return false;
+    }
+    writeMaterialSection(archive);
+    return true;
+}
+
+bool MaterialMulti::isEqual(const MaterialPtr& other) {
+    if (!other || other->getType() != getType()) return false;
+    const auto& o = static_cast<const MaterialMulti&>(*other);
+    if (materials.size() != o.materials.size()) return false;
+    for (size_t i = 0; i < materials.size(); ++i) {
+        if (!sameMaterial(materials[i], o.materials[i])) return false;
+    }
+    return true;
+}
+
+void MaterialInstance::setDefaults() {
+    resetMaterialBase();
+    instanceOf.reset();
+}
+
+bool MaterialInstance::deserialize(QuickArchive& archive) {
+    uint32_t major = 0;
+    if (!readVersion(archive, major) || major != kInstanceVersion) return false;
+    return readMaterialSection(archive);
+}
+
+bool MaterialInstance::serialize(QuickArchive& archive) {
+    writeVersion(archive, kInstanceVersion);
+    writeMaterialSection(archive);
+    return true;
+}
+
+}  // namespace CorvaneCore

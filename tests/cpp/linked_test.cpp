@@ -1,0 +1,256 @@
+// Linked materials and references: the link id, both reference versions, how a reference
+// refreshes and resolves, the name checks and the scene's default material.
+#include "materials/material_linked.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "materials/brdf.h"
+#include "materials/material.h"
+#include "materials/wrappers.h"
+#include "material_bytes.h"
+#include "texture_bytes.h"
+#include "xml/asset_xml_writer.h"
+
+using namespace CorvaneCore;
+using namespace material_test;
+
+namespace {
+
+class LinkedTest : public ::testing::Test {
+  protected:
+    void SetUp() override { clearSceneMaterials(); }
+    void TearDown() override { clearSceneMaterials(); }
+};
+
+std::shared_ptr<MaterialLayeredBRDF> layered(const std::wstring& name, const std::wstring& uuid) {
+    auto material = std::make_shared<MaterialLayeredBRDF>();
+    material->name = name;
+    material->uuid = uuid;
+    return material;
+}
+
+RecordBuilder& section(RecordBuilder& r, const std::string& name, const std::string& uuid = "") {
+    return r.version(2).text(name).text(uuid);
+}
+
+}  // namespace
+
+TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
+    for (int32_t kind : {0, 1}) {
+        RecordBuilder r;
+        r.version(1).u32(static_cast<uint32_t>(kind)).text("Host Brick");
+        MaterialLinked::IdData id;
+        QuickArchive archive = r.archive();
+        ASSERT_TRUE(id.deserialize(archive));
+        EXPECT_EQ(id.kind, kind);
+        EXPECT_EQ(id.text, L"Host Brick");
+        QuickArchive out;
+        ASSERT_TRUE(id.serialize(out));
+        EXPECT_EQ(texture_test::writtenBytes(out), r.bytes());
+    }
+    RecordBuilder number;
+    number.version(1).u32(2).i32(-7);
+    MaterialLinked::IdData id;
+    QuickArchive archive = number.archive();
+    ASSERT_TRUE(id.deserialize(archive));
+    EXPECT_EQ(id.number, -7);
+
+    for (uint32_t kind : {3u, 0xFFFFFFFFu}) {
+        RecordBuilder bad;
+        bad.version(1).u32(kind).i32(0);
+        QuickArchive badArchive = bad.archive();
+        EXPECT_FALSE(id.deserialize(badArchive)) << kind;
+    }
+    RecordBuilder version2;
+    version2.version(2).u32(2).i32(0);
+    QuickArchive v2 = version2.archive();
+    EXPECT_FALSE(id.deserialize(v2));
+    id.kind = 3;
+    QuickArchive out;
+    EXPECT_FALSE(id.serialize(out));
+    id.kind = -1;
+    EXPECT_FALSE(id.serialize(out));
+    EXPECT_EQ(out.writePos(), 0u);
+}
+
+TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
+    RecordBuilder r;
+    r.version(1).version(1).u32(0).text("Host Brick").i32(1);
+    section(plainLayered(r, "Inner", "Layer"), "Link", "lk");
+    MaterialLinked linked;
+    QuickArchive archive = r.archive();
+    ASSERT_TRUE(linked.deserialize(archive));
+    EXPECT_EQ(linked.name, L"Link");
+    EXPECT_EQ(linked.base_mtl->name, L"Inner");
+    QuickArchive out;
+    ASSERT_TRUE(linked.serialize(out));
+    EXPECT_EQ(texture_test::writtenBytes(out), r.bytes());
+
+    auto shared = std::make_shared<MaterialLinked>(linked);
+    EXPECT_EQ(collectMaterials(shared, 1), std::vector<MaterialPtr>{linked.base_mtl});
+    auto clone = std::static_pointer_cast<MaterialLinked>(linked.clone());
+    EXPECT_NE(clone->base_mtl, linked.base_mtl);
+    clone->linkId.text = L"HOST BRICK";
+    EXPECT_TRUE(clone->isEqual(shared));  // text compares without case
+    clone->linkId.kind = 1;
+    EXPECT_FALSE(clone->isEqual(shared));
+
+    // An unknown id leaves no base material; without one nothing can be written.
+    RecordBuilder unknown;
+    unknown.version(1).version(1).u32(2).i32(0).i32(15);
+    QuickArchive unknownArchive = unknown.archive();
+    EXPECT_FALSE(linked.deserialize(unknownArchive));
+    EXPECT_FALSE(linked.base_mtl);
+    EXPECT_EQ(linked.name, L"Link");  // setDefaults leaves the name alone
+    QuickArchive none;
+    EXPECT_FALSE(linked.serialize(none));
+    EXPECT_EQ(none.writePos(), 0u);
+}
+
+TEST_F(LinkedTest, ReferenceReadsBothVersions) {
+    RecordBuilder v1;
+    section(v1.version(1), "Ref").text("target-1");
+    MaterialReference r1;
+    QuickArchive a1 = v1.archive();
+    ASSERT_TRUE(r1.deserialize(a1));
+    EXPECT_EQ(r1.target, L"target-1");
+    EXPECT_FALSE(r1.resolved);  // until a write or a walk finds the target
+
+    RecordBuilder v2;
+    plainLayered(section(v2.version(2), "Ref").text("target-2").boolean(true).i32(1), "Copy", "L");
+    MaterialReference r2;
+    QuickArchive a2 = v2.archive();
+    ASSERT_TRUE(r2.deserialize(a2));
+    ASSERT_TRUE(r2.resolved);
+    EXPECT_EQ(r2.resolved->name, L"Copy");
+
+    RecordBuilder badSection;
+    badSection.version(2).version(3).text("Ref").text("").text("t");
+    MaterialReference refused;
+    QuickArchive a3 = badSection.archive();
+    EXPECT_FALSE(refused.deserialize(a3));
+    EXPECT_TRUE(refused.target.empty());
+
+    RecordBuilder failing;
+    section(failing.version(2), "Ref").text("t").boolean(true).i32(15);
+    QuickArchive a4 = failing.archive();
+    EXPECT_FALSE(refused.deserialize(a4));
+}
+
+TEST_F(LinkedTest, ReferenceWriteRefreshesResolvedFromTheSet) {
+    MaterialReference reference;
+    reference.target = L"ID-1";
+    reference.resolved = layered(L"Stale", L"");
+    QuickArchive missing;
+    ASSERT_TRUE(reference.serialize(missing));
+    EXPECT_EQ(reference.resolved->name, L"Stale");  // not found: the old copy stays
+
+    auto live = layered(L"Live", L"id-1");
+    sceneMaterials()->addMaterial(live);
+    QuickArchive found;
+    ASSERT_TRUE(reference.serialize(found));
+    EXPECT_EQ(reference.resolved, live);
+    MaterialReference back;
+    ASSERT_TRUE(back.deserialize(found));
+    EXPECT_EQ(back.resolved->name, L"Live");
+    EXPECT_EQ(back.target, L"ID-1");
+
+    // A reference that its own target holds cannot be written, rather than recursing.
+    auto loop = std::make_shared<MaterialReference>();
+    loop->target = L"loop";
+    auto bump = std::make_shared<MaterialBump>();
+    bump->name = L"Loop";
+    bump->uuid = L"loop";
+    bump->base_mtl = loop;
+    sceneMaterials()->addMaterial(bump);
+    QuickArchive cycle;
+    EXPECT_FALSE(loop->serialize(cycle));
+    EXPECT_FALSE(loop->isEqual(loop));
+    EXPECT_TRUE(collectMaterials(loop, 1).empty());
+    loop->resolved.reset();  // the write made a cycle of owners
+}
+
+TEST_F(LinkedTest, AWalkThatFindsTheTargetKeepsIt) {
+    auto reference = std::make_shared<MaterialReference>();
+    reference->target = L"id-1";
+    EXPECT_TRUE(collectMaterials(reference, 1).empty());
+    EXPECT_FALSE(reference->resolved);
+    auto live = layered(L"Live", L"id-1");
+    sceneMaterials()->addMaterial(live);
+    EXPECT_EQ(collectMaterials(reference, 1), std::vector<MaterialPtr>{live});
+    EXPECT_EQ(reference->resolved, live);
+    sceneMaterials()->removeMaterial(L"Live");
+    EXPECT_EQ(collectMaterials(reference, 1), std::vector<MaterialPtr>{live});  // the copy stands in
+}
+
+TEST_F(LinkedTest, ResolveIsUsableCopiesAndEquality) {
+    auto inner = std::make_shared<MaterialReference>();
+    auto outer = std::make_shared<MaterialReference>();
+    outer->resolved = inner;
+    EXPECT_EQ(resolveReference(outer), inner);  // one step, no look-up
+    auto plainMaterial = layered(L"Plain", L"");
+    EXPECT_EQ(resolveReference(plainMaterial), plainMaterial);
+    EXPECT_FALSE(resolveReference(nullptr));
+    EXPECT_FALSE(isUsable(nullptr));
+    EXPECT_FALSE(isUsable(inner));
+    inner->target = L"t";
+    EXPECT_TRUE(isUsable(inner));
+    EXPECT_TRUE(isUsable(plainMaterial));
+
+    outer->name = L"Outer";
+    sceneMaterials()->addMaterial(outer);
+    auto clone = std::static_pointer_cast<MaterialReference>(outer->clone());
+    EXPECT_EQ(clone->name, L"Outer");
+    EXPECT_EQ(clone->resolved, inner);
+    EXPECT_EQ(std::static_pointer_cast<MaterialReference>(outer->copy())->resolved, inner);
+
+    // Equal targets (without case) and equal materials behind them.
+    auto a = std::make_shared<MaterialReference>();
+    auto b = std::make_shared<MaterialReference>();
+    a->target = L"abc";
+    b->target = L"ABC";
+    EXPECT_TRUE(a->isEqual(b));  // neither is found
+    sceneMaterials()->addMaterial(layered(L"Target", L"abc"));
+    EXPECT_TRUE(a->isEqual(b));
+    b->target = L"other";
+    EXPECT_FALSE(a->isEqual(b));
+    EXPECT_FALSE(a->isEqual(plainMaterial));
+}
+
+TEST_F(LinkedTest, ReferenceHasNoXmlFormAndEndsTheProcess) {
+    MaterialReference reference;
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    EXPECT_DEATH(reference.writeXML(writer, L""), "");
+    EXPECT_DEATH(reference.pluginType(), "");
+}
+
+TEST_F(LinkedTest, ValidateNameTestsUseBeforeEmptiness) {
+    std::wstring message = L"stale";
+    EXPECT_TRUE(validateName(L"Free", message));
+    EXPECT_TRUE(message.empty());
+    EXPECT_FALSE(validateName(L"", message));
+    EXPECT_EQ(message, L"A name must have at least one character");
+
+    sceneMaterials()->addMaterial(layered(L"Brick", L""));
+    EXPECT_FALSE(validateName(L"BRICK", message));
+    EXPECT_EQ(message, L"The name, \"BRICK\", is already in use");
+    sceneMaterials()->materials[L""] = layered(L"", L"");
+    EXPECT_FALSE(validateName(L"", message));
+    EXPECT_EQ(message, L"The name, \"\", is already in use");
+}
+
+TEST_F(LinkedTest, DefaultMaterialIsAClonedLayeredMaterialInTheSet) {
+    MaterialPtr material = makeDefaultMaterial();
+    EXPECT_EQ(defaultMaterialName(), L"Default_Ombra_Material");
+    ASSERT_EQ(sceneMaterials()->findByName(L"Default_Ombra_Material"), material);
+    EXPECT_FALSE(sceneMaterials()->findByName(L"Default_Ombra_Material_Actual"));
+    auto layeredMaterial = std::dynamic_pointer_cast<MaterialLayeredBRDF>(material);
+    ASSERT_TRUE(layeredMaterial);
+    ASSERT_EQ(layeredMaterial->brdfs.size(), 1u);
+    EXPECT_EQ(layeredMaterial->brdfs[0]->name, L"Diffuse");
+    EXPECT_EQ(layeredMaterial->brdfs[0]->getType(), Diffuse_BRDF::kType);
+    EXPECT_EQ(sceneMaterials()->ids.size(), 1u);
+}

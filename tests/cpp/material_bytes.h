@@ -1,0 +1,209 @@
+// Test helpers for the material family: records assembled in field-table order (the Brick
+// material among them) and the expected text of folded material blocks.
+#pragma once
+
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "materials/scene_materials.h"
+#include "record_builder.h"
+#include "xml/text.h"
+
+namespace material_test {
+
+// Each material test starts and ends with an empty scene material set.
+inline void clearSceneMaterials() {
+    CorvaneCore::sceneMaterials()->materials.clear();
+    CorvaneCore::sceneMaterials()->ids.clear();
+}
+
+// A BRDF child: id 2 and a version 4 Diffuse_BRDF with default values and the given name.
+inline RecordBuilder& diffuseLayer(RecordBuilder& r, const std::string& name) {
+    r.i32(2).version(4).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1).absent().absent();
+    return r.brdfSection(name).boolean(false);
+}
+
+// The stream of a BitmapTexture (version 1) with a default channel generator and a buffer
+// holding `path`; no present flag and no type id in front.
+inline RecordBuilder& bitmapTexture(RecordBuilder& r, const std::string& path) {
+    auto components = [&r] {
+        r.version(1).f32(0).f32(0).f32(0).f32(1).f32(1).f32(1).f32(0).f32(0).f32(0);
+        r.i32(0).i32(0).i32(0);
+    };
+    auto identity = [&r] { r.f32(1).f32(0).f32(0).f32(0).f32(1).f32(0).f32(0).f32(0).f32(1); };
+    r.version(1).i32(4).i32(0);
+    r.version(2);
+    identity(), r.f32(0).f32(0).f32(0);
+    identity(), r.f32(0).f32(0).f32(0);
+    r.i32(0).i32(0).i32(1);
+    components(), components();
+    r.version(1).i32(1).f32(0.15f).f32(1.0f).text(path);
+    return r.boolean(true);
+}
+
+// The Brick record: a layered material holding one diffuse layer whose colour texture is a
+// bitmap with a channel generator and a buffer.
+inline RecordBuilder brickRecord() {
+    RecordBuilder r;
+    r.version(4).u32(1);
+    r.i32(2).version(4).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1);
+    bitmapTexture(r.boolean(true).i32(0), "C:/maps/brick&mortar.png");
+    r.absent().brdfSection("BRDFDiffuse").boolean(false);
+    r.i32(1).i32(0).i32(1).i32(1);
+    r.version(2).text("Brick").text("6f1c2d3e-0000-4000-8000-00000000b41c");
+    r.i32(0);
+    return r;
+}
+
+// A version 4 layered material with one default diffuse layer, without its type id.
+inline RecordBuilder& plainLayered(RecordBuilder& r, const std::string& name,
+                                   const std::string& layer, const std::string& uuid = "") {
+    diffuseLayer(r.version(4).u32(1), layer).i32(1).i32(0).i32(1).i32(1);
+    return r.version(2).text(name).text(uuid).i32(0);
+}
+
+// ---------------------------------------------------------------- expected text
+
+inline std::string plain(const char* type, const std::string& name, const std::string& value) {
+    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
+           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
+           "              <value>" + value + "</value>\n" + "            </parameter>\n";
+}
+
+// A parameter with no value, such as an empty plugin slot.
+inline std::string empty(const char* type, const std::string& name) {
+    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
+           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
+           "            </parameter>\n";
+}
+
+inline std::string open(const char* type, const char* name) {
+    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
+           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
+           "              <value>\n";
+}
+
+const char* const kClose = "              </value>\n            </parameter>\n";
+
+inline std::string line(const char* tag, const char* value) {
+    return std::string("                <") + tag + ">" + value + "</" + tag + ">\n";
+}
+
+inline std::string vectorLines(const char* x, const char* y, const char* z) {
+    return std::string("                <vector>\n") + "  " + line("x", x) + "  " + line("y", y) +
+           "  " + line("z", z) + "                </vector>\n";
+}
+
+inline std::string color(const char* name, const char* r, const char* g, const char* b) {
+    return open("color", name) + line("r", r) + line("g", g) + line("b", b) + kClose;
+}
+
+inline std::string assetHead(const char* type, const std::string& url, const char* plugin,
+                             const char* layout = "") {
+    return std::string("    <Asset layout=\"") + layout + "\" renderer=\"ombra\" type=\"" + type +
+           "\" url=\"" + url + "\" >\n      <plugin>\n        <ombraplugin name=\"" + plugin +
+           "\" type=\"" + type + "\">\n          <parameters>\n";
+}
+
+const char* const kAssetTail =
+    "          </parameters>\n        </ombraplugin>\n      </plugin>\n    </Asset>\n";
+
+// The three blocks of a bitmap texture written under `url` (which ends in "/TexBitmap"):
+// its channel generator, its buffer holding `fileText` (as escaped), and itself.
+inline std::string bitmapBlocks(const std::string& url, const std::string& fileText) {
+    std::string s = assetHead("uvw", url + "/uvwgen/UVWGenChannel", "UVWGenChannel");
+    s += std::string("            <parameter type=\"componentTransform\" name=\"uvw_transform\" ") +
+         "handler=\"default\" listType=\"none\" label=\"uvw_transform\">\n              <value>\n";
+    s += line("x_rotation", "0") + line("y_rotation", "0") + line("z_rotation", "0");
+    s += line("x_scale", "1") + line("y_scale", "1") + line("z_scale", "1");
+    s += line("x_offset", "0") + line("y_offset", "0") + line("z_offset", "0");
+    s += line("x_mirror", "0") + line("y_mirror", "0") + line("z_mirror", "0") + kClose;
+    s += open("transform", "tex_transform") + vectorLines("1", "0", "0") +
+         vectorLines("0", "1", "0") + vectorLines("0", "0", "1") + vectorLines("0", "0", "0") +
+         kClose;
+    s += plain("integer", "wrap_u", "0") + plain("integer", "wrap_v", "0") +
+         plain("integer", "uvw_channel", "1") + kAssetTail;
+
+    s += assetHead("bitmap", url + "/buffer/BitmapBuffer", "BitmapBuffer");
+    s += plain("integer", "filter_type", "1") + plain("float", "filter_blur", "0.15") +
+         plain("float", "gamma", "1");
+    s += std::string("            <parameter type=\"string\" name=\"file\" ") +
+         "handler=\"FileBrowserHandler\" listType=\"none\" label=\"file\">\n" +
+         "              <value>" + fileText + "</value>\n            </parameter>\n";
+    s += kAssetTail;
+
+    s += assetHead("texture", url, "TexBitmap");
+    s += plain("plugin", "uvwgen", url + "/uvwgen/UVWGenChannel");
+    s += plain("plugin", "bitmap", url + "/buffer/BitmapBuffer");
+    s += plain("bool", "tile", "1") + kAssetTail;
+    return s;
+}
+
+// A default diffuse layer's block at `url`; `colorTex` is the url of its colour texture or
+// empty.
+inline std::string diffuseBlock(const std::string& url, const std::string& colorTex = "") {
+    std::string s = assetHead("BRDF", url, "BRDFDiffuse");
+    s += color("color", "0.5", "0.5", "0.5") + color("transparency", "0", "0", "0");
+    s += plain("float", "color_tex_mult", "1") + plain("float", "transparency_tex_mult", "1");
+    s += colorTex.empty() ? empty("plugin", "color_tex") : plain("plugin", "color_tex", colorTex);
+    s += empty("plugin", "transparency_tex");
+    return s + plain("bool", "use_color_tex_alpha_as_transparency", "0") + kAssetTail;
+}
+
+// The Brick layer with its texture, below the root url `root` ("/Brick" unless a wrapper
+// gives its own name).
+inline std::string brickLayerBlocks(const std::string& root) {
+    const std::string tex = root + "/BRDFDiffuse/color_texture/TexBitmap";
+    return bitmapBlocks(tex, "C:/maps/brick&amp;mortar.png") +
+           diffuseBlock(root + "/BRDFDiffuse", tex);
+}
+
+// The head of a folded block up to and with the layer list; the wrappers' parameters follow.
+inline std::string foldedHead(const std::string& root, const std::vector<std::string>& layers) {
+    std::string s = assetHead("material", root, "MtlCORVANE", "defommat");
+    s += plain("integer", "double_sided", "1");
+    s += std::string("            <parameter type=\"list\" name=\"brdfs\" handler=\"default\" ") +
+         "listType=\"plugin\" label=\"brdfs\">\n              <value>\n              <list>\n";
+    for (const std::string& layer : layers) {
+        s += "                <entry>" + root + "/" + layer + "</entry>\n";
+    }
+    return s + "              </list>\n" + kClose;
+}
+
+inline std::string document(const std::string& blocks) {
+    return "  <Assets>\n" + blocks + "  </Assets>\n";
+}
+
+// The document of the Brick record on its own.
+inline std::string expectedBrickDocument() {
+    return document(brickLayerBlocks("/Brick") + foldedHead("/Brick", {"BRDFDiffuse"}) +
+                    kAssetTail);
+}
+
+using Names = std::vector<std::string>;
+
+// The asset urls of a piece of XML in order, and the parameter names of its last asset.
+struct Outline {
+    Names urls;
+    Names parameters;
+};
+
+inline Outline outline(const std::wstring& xml) {
+    const std::string text = CorvaneCore::wideToUtf8(xml);
+    static const std::regex item(R"(url="([^"]*)\"|name="([^"]*)\" handler)");
+    Outline out;
+    for (std::sregex_iterator it(text.begin(), text.end(), item), end; it != end; ++it) {
+        if ((*it)[1].matched) {
+            out.urls.push_back((*it)[1].str());
+            out.parameters.clear();
+        } else {
+            out.parameters.push_back((*it)[2].str());
+        }
+    }
+    return out;
+}
+
+inline Outline outline(const std::string& utf8) { return outline(CorvaneCore::utf8ToWide(utf8)); }
+
+}  // namespace material_test

@@ -1,0 +1,519 @@
+// Wrapper materials: every stored version of each class assembled from its field table, the
+// refused version words, failing children, which classes reset before reading, duplication
+// and comparison, and each class's own XML.
+#include "materials/wrappers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "materials/material.h"
+#include "materials/scene_materials.h"
+#include "material_bytes.h"
+#include "texture_bytes.h"
+#include "textures/texture.h"
+#include "xml/asset_xml_writer.h"
+#include "xml/text.h"
+
+using namespace CorvaneCore;
+using namespace material_test;
+
+namespace {
+
+class WrappersTest : public ::testing::Test {
+  protected:
+    void SetUp() override { clearSceneMaterials(); }
+    void TearDown() override { clearSceneMaterials(); }
+};
+
+RecordBuilder& section(RecordBuilder& r, const std::string& name, const std::string& uuid = "") {
+    return r.version(2).text(name).text(uuid);
+}
+
+// A material-slot holding a layered material with one default diffuse layer.
+RecordBuilder& layeredSlot(RecordBuilder& r, const std::string& name) {
+    return plainLayered(r.boolean(true).i32(1), name, "Layer");
+}
+
+// A material-slot whose id names no class: the child cannot be read.
+RecordBuilder& unknownSlot(RecordBuilder& r) { return r.boolean(true).i32(15); }
+
+RecordBuilder& bitmapSlot(RecordBuilder& r, const std::string& path) {
+    return bitmapTexture(r.boolean(true).i32(0), path);
+}
+
+bool readAll(BaseMaterial& material, const RecordBuilder& record) {
+    QuickArchive archive = record.archive();
+    const bool ok = material.deserialize(archive);
+    EXPECT_EQ(archive.readPos(), record.size());
+    return ok;
+}
+
+bool readFails(BaseMaterial& material, const RecordBuilder& record) {
+    QuickArchive archive = record.archive();
+    return !material.deserialize(archive);
+}
+
+// A record of the newest version reads, and the object writes exactly those bytes again.
+void expectRoundTrip(BaseMaterial& material, const RecordBuilder& record) {
+    ASSERT_TRUE(readAll(material, record));
+    QuickArchive out;
+    ASSERT_TRUE(material.serialize(out));
+    EXPECT_EQ(texture_test::writtenBytes(out), record.bytes());
+}
+
+std::string nameOf(const MaterialPtr& material) {
+    return material ? wideToUtf8(material->name) : "(none)";
+}
+
+Outline ownOutline(BaseMaterial& material, const std::wstring& url = L"") {
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    material.writeXML(writer, url);
+    return outline(text);
+}
+
+}  // namespace
+
+TEST_F(WrappersTest, FactoryMakesEveryClassWithItsId) {
+    const wchar_t* plugins[] = {L"MtlSingleBRDF", L"MtlCORVANE", L"MtlMulti", L"MtlBump", L"",
+                                L"Mtl2Sided", L"", L"MtlSkp2Sided", L"MtlOverrideEnvironment",
+                                L"MtlDisplaced", L"MtlObjectExclusion", L"MtlAlphaContribution",
+                                L"MtlAngleBlend", nullptr, L"MtlToon"};
+    for (int id = 0; id <= 14; ++id) {
+        MaterialPtr material = createMaterial(id);
+        ASSERT_TRUE(material) << id;
+        EXPECT_EQ(material->getType(), id);
+        EXPECT_EQ(material->pluginKind(), L"material");
+        if (plugins[id]) {
+            EXPECT_EQ(material->pluginType(), plugins[id]) << id;
+        }
+    }
+    EXPECT_FALSE(createMaterial(15));
+    EXPECT_FALSE(createMaterial(-3));
+}
+
+TEST_F(WrappersTest, EveryClassRefusesAnUnknownMajorAndANonZeroMinor) {
+    const uint32_t newest[] = {2, 4, 2, 3, 1, 3, 1, 1, 1, 2, 3, 1, 1, 2, 2};
+    for (int id = 0; id <= 14; ++id) {
+        for (uint32_t word : {(newest[id] + 1) << 16, (newest[id] << 16) | 1u, 0u}) {
+            RecordBuilder r;
+            r.u32(word);
+            section(r, "X");
+            EXPECT_TRUE(readFails(*createMaterial(id), r)) << id << " " << std::hex << word;
+        }
+    }
+}
+
+TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
+    RecordBuilder v1;
+    plainLayered(v1.version(1).u32(2).u32(1), "A", "L");
+    plainLayered(v1.u32(1), "B", "L").text("");
+    MaterialMulti m1;
+    ASSERT_TRUE(readAll(m1, v1));
+    ASSERT_EQ(m1.materials.size(), 2u);
+    EXPECT_EQ(nameOf(m1.materials[1]), "B");
+    EXPECT_EQ(m1.name, L"DefaultMaterial");
+
+    RecordBuilder v2;
+    section(plainLayered(v2.version(2).u32(1).u32(1), "A", "L"), "Multi", "u");
+    MaterialMulti m2;
+    expectRoundTrip(m2, v2);
+    EXPECT_EQ(m2.name, L"Multi");
+
+    sceneMaterials()->addMaterial(std::make_shared<MaterialMulti>(m2));
+    auto clone = std::static_pointer_cast<MaterialMulti>(m2.clone());
+    EXPECT_EQ(clone->materials[0], m2.materials[0]);
+    EXPECT_EQ(clone->name, L"Multi1");
+    EXPECT_EQ(std::static_pointer_cast<MaterialMulti>(m2.copy())->materials[0], m2.materials[0]);
+    EXPECT_TRUE(clone->isEqual(std::make_shared<MaterialMulti>(m2)));
+    EXPECT_TRUE(ownOutline(m2).urls.empty());
+
+    // An unknown id fails the read and keeps the entries before it; a count beyond the data
+    // ends with the data.
+    RecordBuilder failing;
+    plainLayered(failing.version(2).u32(3).u32(1), "Kept", "L").u32(15);
+    MaterialMulti m3;
+    EXPECT_TRUE(readFails(m3, failing));
+    ASSERT_EQ(m3.materials.size(), 1u);
+    RecordBuilder huge;
+    plainLayered(huge.version(2).u32(0xFFFFFFFFu).u32(1), "Only", "L");
+    EXPECT_TRUE(readFails(m3, huge));
+    EXPECT_EQ(m3.materials.size(), 1u);
+}
+
+TEST_F(WrappersTest, BumpReadsEveryVersion) {
+    // Version 1: bare name, a file path, the multiplier, then the base material.
+    RecordBuilder v1;
+    plainLayered(v1.version(1).text("Old").text("C:/bump.png").f32(0.5f).i32(1), "Base", "L");
+    MaterialBump b1;
+    ASSERT_TRUE(readAll(b1, v1));
+    EXPECT_EQ(b1.name, L"Old");
+    EXPECT_FLOAT_EQ(b1.bump_tex_mult, 0.5f);
+    auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(b1.bump_tex);
+    ASSERT_TRUE(bitmap);
+    EXPECT_EQ(std::static_pointer_cast<BitmapBuffer>(bitmap->bitmap)->file, L"C:/bump.png");
+    EXPECT_EQ(nameOf(b1.base_mtl), "Base");
+
+    // An empty path gives no texture; a base material that fails is not kept.
+    RecordBuilder failing;
+    failing.version(1).text("").text("").f32(1).i32(1).version(9);
+    MaterialBump b2;
+    EXPECT_TRUE(readFails(b2, failing));
+    EXPECT_FALSE(b2.base_mtl);
+    EXPECT_FALSE(b2.bump_tex);
+    EXPECT_EQ(b2.name, L"DefaultMaterial");
+
+    RecordBuilder v2;
+    plainLayered(bitmapSlot(v2.version(2).text("Two").f32(2), "C:/b.png").i32(1), "Base", "L");
+    MaterialBump b3;
+    ASSERT_TRUE(readAll(b3, v2));
+    EXPECT_EQ(b3.name, L"Two");
+    EXPECT_TRUE(b3.bump_tex);
+
+    RecordBuilder v3;
+    section(plainLayered(bitmapSlot(v3.version(3).f32(2), "C:/b.png").i32(1), "Base", "L"), "B1",
+            "u1");
+    MaterialBump b4;
+    expectRoundTrip(b4, v3);
+    EXPECT_EQ(b4.uuid, L"u1");
+
+    RecordBuilder unknownBase;
+    unknownBase.version(3).f32(1).absent().i32(15);
+    EXPECT_TRUE(readFails(b4, unknownBase));
+
+    MaterialBump empty;
+    QuickArchive out;
+    EXPECT_FALSE(empty.serialize(out));
+}
+
+TEST_F(WrappersTest, BumpResetsItsNameButDoesNotResetBeforeReading) {
+    MaterialBump bump;
+    bump.name = L"Kept";
+    bump.uuid = L"u";
+    bump.setDefaults();
+    EXPECT_EQ(bump.name, L"DefaultMaterial");
+    EXPECT_TRUE(bump.uuid.empty());
+
+    // Version 2 holds no section: a uuid set before the read survives it.
+    bump.uuid = L"old";
+    RecordBuilder v2;
+    plainLayered(v2.version(2).text("Two").f32(2).absent().i32(1), "Base", "L");
+    ASSERT_TRUE(readAll(bump, v2));
+    EXPECT_EQ(bump.uuid, L"old");
+}
+
+TEST_F(WrappersTest, InstanceHoldsOnlyItsSectionAndIsNeverEqual) {
+    RecordBuilder v1;
+    section(v1.version(1), "Inst", "u");
+    auto instance = std::make_shared<MaterialInstance>();
+    expectRoundTrip(*instance, v1);
+    EXPECT_EQ(instance->name, L"Inst");
+    EXPECT_FALSE(instance->isEqual(instance));
+    instance->instanceOf = std::make_shared<MaterialLayeredBRDF>();
+    EXPECT_EQ(std::static_pointer_cast<MaterialInstance>(instance->clone())->instanceOf,
+              instance->instanceOf);
+    EXPECT_EQ(std::static_pointer_cast<MaterialInstance>(instance->copy())->instanceOf,
+              instance->instanceOf);
+    EXPECT_TRUE(ownOutline(*instance).urls.empty());
+}
+
+TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
+    Material2Sided sided;
+    const std::wstring constructed = sided.name;
+    sided.transparency = Color(0.25f, 0.25f, 0.25f);
+    sided.uuid = L"before";
+
+    RecordBuilder v1;
+    layeredSlot(layeredSlot(v1.version(1), "F"), "B").absent().color(0.1f, 0.2f, 0.3f).f32(2);
+    v1.boolean(true);
+    ASSERT_TRUE(readAll(sided, v1));
+    EXPECT_EQ(nameOf(sided.front), "F");
+    EXPECT_EQ(nameOf(sided.back), "B");
+    EXPECT_FLOAT_EQ(sided.translucency.g, 0.2f);
+    EXPECT_TRUE(sided.force_1sided);
+    EXPECT_FLOAT_EQ(sided.transparency.r, 0.25f);  // not in version 1, not reset
+    EXPECT_EQ(sided.name, constructed);           // no section before version 3
+    sided.setDefaults();
+    EXPECT_EQ(sided.name, constructed);  // setDefaults leaves name and uuid alone
+    EXPECT_EQ(sided.uuid, L"before");
+
+    RecordBuilder v2;
+    layeredSlot(v2.version(2).absent(), "B").absent().color(0, 0, 0).f32(1).boolean(false);
+    bitmapSlot(v2, "C:/t.png").color(0.5f, 0.5f, 0.5f).f32(3);
+    Material2Sided s2;
+    ASSERT_TRUE(readAll(s2, v2));
+    EXPECT_FALSE(s2.front);
+    EXPECT_TRUE(s2.transparency_tex);
+    EXPECT_FLOAT_EQ(s2.transparency_tex_mult, 3);
+
+    RecordBuilder v3;
+    layeredSlot(layeredSlot(v3.version(3), "F"), "B");
+    bitmapSlot(v3, "C:/a.png").color(0.1f, 0.1f, 0.1f).f32(1).boolean(false);
+    section(bitmapSlot(v3, "C:/b.png").color(0.2f, 0.2f, 0.2f).f32(1), "Sign", "s");
+    Material2Sided s3;
+    expectRoundTrip(s3, v3);
+    EXPECT_EQ(s3.name, L"Sign");
+    const Outline own = ownOutline(s3);
+    EXPECT_EQ(own.urls, (Names{"/Sign/F/Layer", "/Sign/F", "/Sign/B/Layer", "/Sign/B",
+                               "/Sign/translucency_tex/TexBitmap/uvwgen/UVWGenChannel",
+                               "/Sign/translucency_tex/TexBitmap/buffer/BitmapBuffer",
+                               "/Sign/translucency_tex/TexBitmap",
+                               "/Sign/transparency_tex/TexBitmap/uvwgen/UVWGenChannel",
+                               "/Sign/transparency_tex/TexBitmap/buffer/BitmapBuffer",
+                               "/Sign/transparency_tex/TexBitmap", "/Sign"}));
+    EXPECT_EQ(own.parameters,
+              (Names{"front", "back", "translucency_tex", "transparency_tex", "translucency",
+                     "transparency", "translucency_tex_mult", "transparency_tex_mult",
+                     "force_1sided"}));
+
+    RecordBuilder failing;
+    unknownSlot(layeredSlot(failing.version(3), "F"));
+    Material2Sided s4;
+    EXPECT_TRUE(readFails(s4, failing));
+    EXPECT_EQ(nameOf(s4.front), "F");  // children read so far stay
+}
+
+TEST_F(WrappersTest, HostTwoSidedHasOneVersionWithItsSectionFirst) {
+    RecordBuilder v1;
+    layeredSlot(section(v1.version(1), "Skp"), "F").absent().boolean(true);
+    MaterialSkp2Sided skp;
+    expectRoundTrip(skp, v1);
+    EXPECT_EQ(nameOf(skp.front), "F");
+    EXPECT_FALSE(skp.back);
+    const Outline own = ownOutline(skp);
+    EXPECT_EQ(own.urls, (Names{"/Skp/F/Layer", "/Skp/F", "/Skp"}));
+    EXPECT_EQ(own.parameters, (Names{"front", "back", "force_1sided"}));
+
+    RecordBuilder badSection;
+    layeredSlot(badSection.version(1).version(3).text("Skp").text(""), "F");
+    MaterialSkp2Sided refused;
+    EXPECT_TRUE(readFails(refused, badSection));
+    EXPECT_FALSE(refused.front);  // the read ends at the section
+
+    RecordBuilder failing;
+    unknownSlot(section(failing.version(1), "Skp"));
+    EXPECT_TRUE(readFails(refused, failing));
+}
+
+TEST_F(WrappersTest, OverrideEnvironmentResetsAndStoresBgBeforeGi) {
+    MaterialOverrideEnvironment env;
+    env.override_gi = true;
+    RecordBuilder v1;
+    layeredSlot(section(v1.version(1), "Env"), "Base");
+    bitmapSlot(v1, "C:/bg.png").absent().absent().absent();
+    v1.color(0.1f, 0.1f, 0.1f).color(0.2f, 0.2f, 0.2f).color(0.3f, 0.3f, 0.3f);
+    v1.color(0.4f, 0.4f, 0.4f).f32(1).f32(2).f32(3).f32(4);
+    v1.boolean(true).boolean(false).boolean(false).boolean(true);
+    expectRoundTrip(env, v1);
+    EXPECT_TRUE(env.bg_tex);
+    EXPECT_FALSE(env.gi_tex);
+    EXPECT_FLOAT_EQ(env.gi_color.r, 0.2f);
+    EXPECT_FLOAT_EQ(env.gi_tex_mult, 2);
+    EXPECT_TRUE(env.override_bg);
+    EXPECT_FALSE(env.override_gi);  // reset before reading, then read as false
+    EXPECT_TRUE(env.override_refract);
+
+    // Its own XML is only the base material's, under the url it was given.
+    EXPECT_EQ(ownOutline(env, L"/Up").urls, (Names{"/Up/Base/Layer", "/Up/Base"}));
+
+    RecordBuilder failing;
+    unknownSlot(section(failing.version(1), "Env"));
+    EXPECT_TRUE(readFails(env, failing));
+}
+
+TEST_F(WrappersTest, DisplacedVersionOneKeepsTheDefaultsOfTheLaterFields) {
+    MaterialDisplaced displaced;
+    displaced.displace_shift = 9;
+    RecordBuilder v1;
+    layeredSlot(section(v1.version(1), "Disp"), "Base").absent().f32(2);
+    ASSERT_TRUE(readAll(displaced, v1));
+    EXPECT_FLOAT_EQ(displaced.displace_tex_mult, 2);
+    EXPECT_FLOAT_EQ(displaced.displace_shift, 0);
+    EXPECT_FLOAT_EQ(displaced.displace_edge_length, 4);
+    EXPECT_EQ(displaced.displace_max_subdivs, 256);
+    EXPECT_EQ(displaced.displace_use_globals, 1);
+
+    RecordBuilder v2;
+    layeredSlot(section(v2.version(2), "Disp"), "Base");
+    bitmapSlot(v2, "C:/d.png").f32(2).f32(0.5f).f32(8).i32(64).i32(0).i32(0).i32(0);
+    MaterialDisplaced d2;
+    expectRoundTrip(d2, v2);
+    EXPECT_EQ(d2.displace_max_subdivs, 64);
+    EXPECT_EQ(d2.displace_continuity, 0);
+
+    EXPECT_EQ(ownOutline(d2, L"/Up").urls, (Names{"/Up/Disp/Base/Layer", "/Up/Disp/Base"}));
+
+    RecordBuilder failing;
+    unknownSlot(section(failing.version(2), "Disp"));
+    EXPECT_TRUE(readFails(d2, failing));
+}
+
+TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
+    MaterialObjectExclusion e1;
+    const std::wstring constructed = e1.name;
+    RecordBuilder v1;
+    layeredSlot(v1.version(1).i32(1), "Base").u32(2).text("Wall").text("Roof");
+    ASSERT_TRUE(readAll(e1, v1));
+    EXPECT_EQ(e1.mode, 1);
+    EXPECT_EQ(e1.objects, (std::vector<std::wstring>{L"Wall", L"Roof"}));
+    EXPECT_EQ(e1.name, constructed);  // version 1 has no section
+
+    RecordBuilder v2;
+    section(v2.version(2).i32(0).absent().u32(0), "Ex");
+    MaterialObjectExclusion e2;
+    e2.short_circuit = false;
+    ASSERT_TRUE(readAll(e2, v2));
+    EXPECT_EQ(e2.name, L"Ex");
+    EXPECT_TRUE(e2.short_circuit);  // reset before reading
+
+    RecordBuilder v3;
+    section(layeredSlot(v3.version(3).i32(1), "Base").u32(1).text("a<b"), "Ex").boolean(false);
+    MaterialObjectExclusion e3;
+    expectRoundTrip(e3, v3);
+    EXPECT_FALSE(e3.short_circuit);
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    e3.writeXML(writer, L"");
+    EXPECT_EQ(outline(text).urls, (Names{"/Ex/Base/Layer", "/Ex/Base", "/Ex"}));
+    EXPECT_EQ(outline(text).parameters, (Names{"base_mtl", "mode", "short_circuit", "objects"}));
+    EXPECT_NE(text.find(L"listType=\"\" label=\"objects\">"), std::wstring::npos);
+    EXPECT_NE(text.find(L"<string>\"a<b\"</string>"), std::wstring::npos);
+
+    // A count beyond the data is refused once the data runs out.
+    RecordBuilder huge;
+    huge.version(1).i32(0).absent().u32(0xFFFFFFFFu).text("x");
+    MaterialObjectExclusion e4;
+    EXPECT_TRUE(readFails(e4, huge));
+    EXPECT_LT(e4.objects.size(), 4096u);
+
+    RecordBuilder failing;
+    unknownSlot(failing.version(3).i32(0));
+    EXPECT_TRUE(readFails(e4, failing));
+}
+
+TEST_F(WrappersTest, AlphaContributionStoresTheMultiplierFirst) {
+    RecordBuilder v1;
+    bitmapSlot(layeredSlot(section(v1.version(1), "Alpha"), "Base"), "C:/a.png");
+    v1.f32(0.25f).f32(0.75f);
+    MaterialAlphaContribution alpha;
+    expectRoundTrip(alpha, v1);
+    EXPECT_FLOAT_EQ(alpha.alpha_tex_mult, 0.25f);
+    EXPECT_FLOAT_EQ(alpha.alpha, 0.75f);
+    const Outline own = ownOutline(alpha);
+    EXPECT_EQ(own.urls.back(), "/Alpha");
+    EXPECT_EQ(own.parameters, (Names{"alpha", "alpha_tex_mult", "base_mtl", "alpha_tex"}));
+
+    RecordBuilder failing;
+    unknownSlot(section(failing.version(1), "Alpha"));
+    EXPECT_TRUE(readFails(alpha, failing));
+}
+
+TEST_F(WrappersTest, AngleBlendHasOneVersionAndDefaultAngles) {
+    MaterialAngleBlend blend;
+    blend.name = L"Blend";
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    blend.writeXML(writer, L"");
+    EXPECT_EQ(outline(text).urls, (Names{"/Blend"}));
+    EXPECT_EQ(outline(text).parameters, (Names{"mtl_one", "mtl_two", "start_angle", "stop_angle"}));
+    EXPECT_NE(text.find(L"<value>75</value>"), std::wstring::npos);
+    EXPECT_NE(text.find(L"<value>150</value>"), std::wstring::npos);
+
+    RecordBuilder v1;
+    layeredSlot(section(v1.version(1), "Blend").absent(), "Two").f32(10).f32(20);
+    expectRoundTrip(blend, v1);
+    EXPECT_FALSE(blend.mtl_one);
+    EXPECT_FLOAT_EQ(blend.stop_angle, 20);
+
+    RecordBuilder failing;
+    unknownSlot(section(failing.version(1), "Blend"));
+    EXPECT_TRUE(readFails(blend, failing));
+}
+
+TEST_F(WrappersTest, ToonReadsBothVersionsAndNamesItsOwnParameters) {
+    RecordBuilder v1;
+    layeredSlot(v1.version(1), "Base").f32(2).f32(1).absent().f32(0.5f).f32(1).absent();
+    v1.f32(0.1f).f32(1).absent().color(1, 0, 0).f32(1).absent();
+    section(v1.f32(0.9f).f32(0.01f).f32(0.6f).f32(2).boolean(false).boolean(true), "Toon");
+    MaterialToon t1;
+    t1.doSilhouetteMult = true;
+    ASSERT_TRUE(readAll(t1, v1));
+    EXPECT_FLOAT_EQ(t1.lineWidth, 2);
+    EXPECT_FLOAT_EQ(t1.line_units, 2);
+    EXPECT_TRUE(t1.divideByDist);
+    EXPECT_FALSE(t1.doSilhouetteMult);  // reset, and not in version 1
+    EXPECT_FLOAT_EQ(t1.silhouetteMult, 1.5f);
+    EXPECT_EQ(t1.name, L"Toon");
+
+    RecordBuilder v2;
+    layeredSlot(v2.version(2), "Base").f32(2).f32(1);
+    bitmapSlot(v2, "C:/w.png").f32(0.5f).f32(1).absent().f32(0.1f).f32(1).absent();
+    bitmapSlot(v2.color(1, 0, 0).f32(1), "C:/c.png");
+    section(v2.f32(0.9f).f32(0.01f).f32(0.6f).f32(2).boolean(false).boolean(true), "Toon");
+    v2.boolean(true).f32(3);
+    MaterialToon t2;
+    expectRoundTrip(t2, v2);
+    EXPECT_TRUE(t2.doSilhouetteMult);
+    EXPECT_FLOAT_EQ(t2.silhouetteMult, 3);
+    const Outline own = ownOutline(t2);
+    EXPECT_EQ(own.parameters,
+              (Names{"base_mtl", "color_tex", "distort_tex", "opacity_tex", "width_tex", "color",
+                     "color_tex_mult", "distort", "distort_tex_mult", "opacity",
+                     "opacity_tex_mult", "width", "width_tex_mult", "z_threshold", "trace_bias",
+                     "normal_threshold", "line_units", "silhouette_mult", "do_secondary",
+                     "divide_by_distance", "do_silhouette_mult"}));
+    EXPECT_EQ(own.urls[own.urls.size() - 2], "/Toon/width_tex/TexBitmap");
+    EXPECT_EQ(own.urls[own.urls.size() - 5], "/Toon/color_tex/TexBitmap");
+
+    RecordBuilder failing;
+    unknownSlot(failing.version(2));
+    EXPECT_TRUE(readFails(t2, failing));
+}
+
+TEST_F(WrappersTest, BumpOwnXmlWritesItsBaseAndTextureFirst) {
+    RecordBuilder v3;
+    section(plainLayered(bitmapSlot(v3.version(3).f32(2), "C:/b.png").i32(1), "Base", "L"), "B1");
+    MaterialBump bump;
+    ASSERT_TRUE(readAll(bump, v3));
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    bump.writeXML(writer, L"/Set");
+    EXPECT_EQ(outline(text).urls,
+              (Names{"/Set/B1/Base/L", "/Set/B1/Base",
+                     "/Set/B1/bump_tex/TexBitmap/uvwgen/UVWGenChannel",
+                     "/Set/B1/bump_tex/TexBitmap/buffer/BitmapBuffer",
+                     "/Set/B1/bump_tex/TexBitmap", "/Set/B1"}));
+    EXPECT_EQ(outline(text).parameters, (Names{"bump_tex_mult", "base_mtl", "bump_tex"}));
+    EXPECT_NE(text.find(L"<value>/Set/B1/Base</value>"), std::wstring::npos);
+    EXPECT_NE(text.find(L"<value>/Set/B1/bump_tex/TexBitmap</value>"), std::wstring::npos);
+}
+
+TEST_F(WrappersTest, CloneDuplicatesChildrenUnderNewNamesAndCopyKeepsThem) {
+    RecordBuilder v1;
+    layeredSlot(layeredSlot(section(v1.version(1), "Blend"), "One"), "Two").f32(10).f32(20);
+    auto blend = std::make_shared<MaterialAngleBlend>();
+    ASSERT_TRUE(readAll(*blend, v1));
+    sceneMaterials()->addMaterial(blend);
+    sceneMaterials()->addMaterial(blend->mtl_one);
+
+    auto clone = std::static_pointer_cast<MaterialAngleBlend>(blend->clone());
+    EXPECT_EQ(clone->name, L"Blend1");
+    EXPECT_NE(clone->mtl_one, blend->mtl_one);
+    EXPECT_EQ(clone->mtl_one->name, L"One1");
+    EXPECT_EQ(clone->mtl_two->name, L"Two");
+    EXPECT_TRUE(clone->isEqual(blend));
+
+    auto copy = std::static_pointer_cast<MaterialAngleBlend>(blend->copy());
+    EXPECT_EQ(copy->name, L"Blend");
+    EXPECT_NE(copy->mtl_one, blend->mtl_one);
+    EXPECT_EQ(copy->mtl_one->name, L"One");
+
+    copy->stop_angle = std::nanf("");
+    EXPECT_TRUE(copy->isEqual(blend));  // a NaN is never unequal
+    copy->mtl_two.reset();
+    EXPECT_FALSE(copy->isEqual(blend));
+    EXPECT_FALSE(copy->isEqual(std::make_shared<Material2Sided>()));
+}

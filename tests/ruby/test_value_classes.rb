@@ -1,0 +1,244 @@
+require_relative "helper"
+require "QuillonProbe"
+
+# Stand-ins for the host's classes, which RegisterHostClasses looks up by path.
+module Sketchup
+  class Entity; end
+  class Drawingelement < Entity; end
+  class ComponentDefinition < Entity; end
+  class ComponentInstance < Drawingelement; end
+  class Group < Drawingelement; end
+  class Face < Drawingelement; end
+  class Image < Drawingelement; end
+  class Material < Entity; end
+  class Model; end
+  class Texture; end
+
+  class Vertex < Entity
+    def initialize(position) = @position = position
+    attr_reader :position
+  end
+
+  class Color
+    def initialize(bytes) = @bytes = bytes
+    def to_a = @bytes
+  end
+
+  class << self
+    attr_accessor :model
+
+    def active_model
+      @active_model_calls = (@active_model_calls || 0) + 1
+      model
+    end
+
+    def active_model_calls = @active_model_calls || 0
+  end
+end
+
+module Geom
+  module Coordinates
+    def initialize(*xyz) = @xyz = xyz
+    def [](i) = @xyz[i]
+  end
+
+  class Vector3d
+    include Coordinates
+  end
+
+  class Point3d
+    include Coordinates
+  end
+
+  class Transformation
+    def initialize(numbers) = @numbers = numbers
+    def to_a = @numbers
+  end
+
+  class PolygonMesh; end
+end
+
+module Quillon; end
+
+QuillonProbe.register_host_classes(Quillon)
+
+class ValueClassesTest < Minitest::Test
+  IDENTITY16 = [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1].freeze
+
+  def assert_argument_error(message, &block)
+    error = assert_raises(ArgumentError, &block)
+    assert_equal message, error.message
+  end
+
+  def assert_runtime_error(message, &block)
+    error = assert_raises(RuntimeError, &block)
+    assert_equal message, error.message
+  end
+
+  def test_vector_accepts_numbers_points_vectors_and_vertices
+    assert_equal [1.0, 2.5, 3.0], Quillon::Vector.new(1, 2.5, 3).to_a
+    assert_equal [4.0, 5.0, 6.0], Quillon::Vector.new(Geom::Vector3d.new(4, 5, 6.0)).to_a
+    assert_equal [7.0, 8.0, 9.0], Quillon::Vector.new(Geom::Point3d.new(7, 8, 9)).to_a
+    vertex = Sketchup::Vertex.new(Geom::Point3d.new(1, 0, -1))
+    assert_equal [1.0, 0.0, -1.0], Quillon::Vector.new(vertex).to_a
+    copy = Quillon::Vector.new(Quillon::Vector.new(1, 2, 3))
+    assert_equal [1.0, 2.0, 3.0], copy.to_a
+    assert_same copy, copy.set(0, 0, 1)
+    assert_equal [0.0, 0.0, 1.0], copy.to_a
+  end
+
+  def test_vector_errors
+    assert_argument_error("invalid parameter count - Quillon::Vector#set") { Quillon::Vector.new }
+    assert_argument_error("invalid parameter count - Quillon::Vector#set") { Quillon::Vector.new(1, 2) }
+    assert_argument_error("invalid Quillon::Vector argument in Vector#set") { Quillon::Vector.new("x") }
+    assert_argument_error("invalid Quillon::Vector argument in Vector#set") { Quillon::Vector.new(1, :b, 2) }
+    assert_argument_error("invalid Geom::Vector3d#[] result - Quillon::Vector#set") do
+      Quillon::Vector.new(Geom::Vector3d.new(1, nil, 3))
+    end
+    assert_argument_error("invalid Geom::Point3d#[] result - Quillon::Vector#set") do
+      Quillon::Vector.new(Geom::Point3d.new(1, 2))
+    end
+    assert_argument_error("invalid Geom::Vertex#position result - Quillon::Vector#set") do
+      Quillon::Vector.new(Sketchup::Vertex.new(nil))
+    end
+  end
+
+  def test_color_accepts_host_colors_copies_and_three_numbers
+    assert_equal "(1, 0, 0.2)", Quillon::Color.new(Sketchup::Color.new([255, 0, 51, 255])).to_s
+    assert_equal "(0.5, 1, 0)", Quillon::Color.new(Quillon::Color.new(0.5, 1, 0)).to_s
+    assert_equal "(0, 0, 0)", Quillon::Color.new.to_s
+  end
+
+  def test_color_errors
+    assert_argument_error("Quillon::Color#initialize - invalid to_a in 1 argc color init") do
+      Quillon::Color.new(Sketchup::Color.new(nil))
+    end
+    assert_argument_error("Quillon::Color#initialize - invalid single argument: must be " \
+                          "Sketchup::Color or Quillon::Color") { Quillon::Color.new([1, 2, 3]) }
+    assert_argument_error("Quillon::Color#initialize - invalid arguments: when passing 3 they " \
+                          "must be fixnum / floats") { Quillon::Color.new(1, "2", 3) }
+  end
+
+  def test_transform_accepts_each_form
+    numbers = [1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 3, 0, 10, 20, 30, 1]
+    expected = [1.0, 0.0, 0.0, 0.0, 2.0, 0.0, 0.0, 0.0, 3.0, 10.0, 20.0, 30.0]
+    assert_equal expected, Quillon::Transform.new(numbers).to_a
+    assert_equal expected, Quillon::Transform.new(Geom::Transformation.new(numbers)).to_a
+    assert_equal expected, Quillon::Transform.new(Quillon::Transform.new(numbers)).to_a
+    vectors = [[1, 0, 0], [0, 2, 0], [0, 0, 3], [10, 20, 30]]
+    assert_equal expected, Quillon::Transform.new(*vectors.map { |v| Quillon::Vector.new(*v) }).to_a
+    host = vectors.first(3).map { |v| Geom::Vector3d.new(*v) } << Geom::Point3d.new(10, 20, 30)
+    assert_equal expected, Quillon::Transform.new(*host).to_a
+    assert_equal "{ 1, 0, 0 }\n{ 0, 2, 0 }\n{ 0, 0, 3 }\n{ 10, 20, 30 }\n",
+                 Quillon::Transform.new(numbers).to_s
+  end
+
+  def test_transform_errors
+    assert_argument_error("Quillon::Transform#initialize - invalid ruby array length - should be 16") do
+      Quillon::Transform.new([0] * 15)
+    end
+    assert_argument_error("Quillon::Transform#initialize - Geom::Transformation#to_a failed") do
+      Quillon::Transform.new(Geom::Transformation.new([1, 2]))
+    end
+    assert_argument_error("Quillon::Transform#initialize - 1 arg version should be a " \
+                          "Geom::Transformation / Quillon::Transform / an array with 16 doubles") do
+      Quillon::Transform.new("matrix")
+    end
+    assert_argument_error("Quillon::Transform#initialize - 4 argument version should be 3 " \
+                          "Sketchup::Vector3d / 1 Sketchup::Point3d or 4 Quillon::Vector") do
+      Quillon::Transform.new(1, 2, 3, 4)
+    end
+    assert_argument_error("Quillon::Transform#initialize - invalid argument count") do
+      Quillon::Transform.new(IDENTITY16, IDENTITY16)
+    end
+  end
+
+  def test_transform_product
+    # a: scale 2, moved by (1, 0, 0); b: a quarter turn about z, moved by (0, 1, 0).
+    a = Quillon::Transform.new([2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 1, 0, 0, 1])
+    b = Quillon::Transform.new([0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 1, 0, 1])
+    assert_equal [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 1.0, 2.0, 0.0], (a * b).to_a
+    assert_equal [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 0.0, 2.0, 0.0], (b * a).to_a
+    assert_nil a * 2
+    before = a.to_a
+    assert_same a, a.send(:"*=", b)
+    assert_equal [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 1.0, 2.0, 0.0], a.to_a
+    refute_equal before, a.to_a
+    assert_nil a.send(:"*=", "b")
+  end
+
+  def test_material_defaults_and_setters
+    m = Quillon::Material.new
+    assert_equal [0, "", "", 1.0, false], [m.type, m.texture, m.name, m.alpha, m.use_alpha]
+    assert_equal "(0, 0, 0)", m.color.to_s
+    assert_same m, m.send(:type=, 2)
+    assert_same m, m.send(:alpha=, 0.5)
+    assert_nil m.send(:alpha=, 1), "an Integer is no Float"
+    assert_nil m.send(:use_alpha=, nil)
+    assert_nil m.send(:color=, [1, 2, 3])
+    assert_same m, m.send(:color=, Quillon::Color.new(0.25, 0.5, 1))
+    assert_nil m.send(:name=, :sym)
+    m.name = "Oak"
+    m.texture = "C:/maps/oak.png"
+    m.use_alpha = true
+    assert_equal [2, "Oak", "C:/maps/oak.png", 0.5, true], [m.type, m.name, m.texture, m.alpha, m.use_alpha]
+    assert_equal "(0.25, 0.5, 1)", m.color.to_s
+    assert_equal "Name: Oak\tColor: 0.25, 0.5, 1\nAlpha: 0.5\tUse Alpha: 1\nTexture: C:/maps/oak.png",
+                 m.to_s
+  end
+
+  def test_material_comparison
+    a = Quillon::Material.new
+    a.name = "Oak"
+    a.texture = "Maps/OAK.png"
+    b = Quillon::Material.new
+    b.name = "oak"
+    b.texture = "maps/oak.PNG"
+    assert a.is_equal?(b), "names and textures compare without regard to case"
+    refute a.not_equal?(b)
+    b.alpha = 0.75
+    refute a.is_equal?(b)
+    assert a.not_equal?(b)
+    b.alpha = 1.0
+    b.color = Quillon::Color.new(0, 0, 0.001)
+    refute a.is_equal?(b)
+  end
+
+  def test_material_comparison_errors
+    m = Quillon::Material.new
+    assert_runtime_error("[Quillon::Material#==] - invalid argument 1\n") { m.is_equal?(nil) }
+    assert_runtime_error("[Quillon::Material#==] - argument 1 expected to be of type " \
+                         "Quillon::Material\n") { m.is_equal?(Quillon::Color.new) }
+    assert_runtime_error("[Quillon::Material#!=] - invalid argument 1\n") { m.not_equal?(nil) }
+    assert_runtime_error("[Quillon::Material#!=] - argument 1 expected to be of type " \
+                         "Quillon::Material\n") { m.not_equal?("m") }
+  end
+
+  # A model that would record any change the upgrade makes.
+  class WatchedModel
+    attr_reader :operations
+
+    def initialize = @operations = []
+    def start_operation(*) = (@operations << :start; true)
+    def commit_operation = (@operations << :commit; true)
+    def path = ""
+  end
+
+  def test_registered_pass_still_stops_at_the_prompt
+    Sketchup.model = WatchedModel.new
+    calls_before = Sketchup.active_model_calls
+    QuillonProbe.offer_upgrade
+    assert_equal 1, Sketchup.active_model_calls - calls_before, "the pass asked for the model"
+    assert_empty Sketchup.model.operations, "the prompt's answer is always no"
+  ensure
+    Sketchup.model = nil
+  end
+
+  def test_values_survive_garbage_collection
+    v = Quillon::Vector.new(1, 2, 3)
+    t = Quillon::Transform.new(IDENTITY16)
+    GC.start
+    assert_equal [1.0, 2.0, 3.0], v.to_a
+    assert_equal IDENTITY16.values_at(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14).map(&:to_f), t.to_a
+  end
+end
