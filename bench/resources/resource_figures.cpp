@@ -11,7 +11,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <map>
 #include <functional>
 #include <new>
 #include <optional>
@@ -167,11 +169,23 @@ int main(int argc, char** argv) {
     const size_t records = argc > 2 ? std::strtoul(argv[2], nullptr, 10) : 60;
     std::mt19937_64 rng(argc > 3 ? std::strtoull(argv[3], nullptr, 10) : 20240601);
 
-    const Bytes omni = readJsonBytes(dir + "/light_type2_omni.json");
-    const Bytes spot = readJsonBytes(dir + "/light_type4_spot.json");
-    const Bytes brick = readJsonBytes(dir + "/material_type1_brick.json");
-    const std::vector<const Bytes*> lights = {&omni, &spot};
-    const std::vector<const Bytes*> all = {&omni, &spot, &brick};
+    // Samples are named <kind>_type<id>_<what>.json.
+    std::map<std::string, std::map<int, std::vector<Bytes>>> samples;
+    for (const auto& entry : std::filesystem::directory_iterator(dir)) {
+        const std::string name = entry.path().filename().string();
+        const size_t at = name.find("_type");
+        if (entry.path().extension() != ".json" || at == std::string::npos) continue;
+        const int id = std::atoi(name.c_str() + at + 5);
+        samples[name.substr(0, at)][id].push_back(readJsonBytes(entry.path().string()));
+    }
+    auto pick = [&](const std::string& kind, int id) {
+        std::vector<const Bytes*> chosen;
+        for (const auto& [sampleId, list] : samples[kind]) {
+            if (sampleId != id && samples[kind].count(id)) continue;
+            for (const Bytes& bytes : list) chosen.push_back(&bytes);
+        }
+        return chosen;
+    };
 
     std::vector<Target> targets;
     for (int32_t type = 0; type <= 14; ++type) {
@@ -179,21 +193,21 @@ int main(int argc, char** argv) {
                            [type](CorvaneCore::QuickArchive& a) {
                                return CorvaneCore::convertMaterial(a, type);
                            },
-                           type == 1 ? std::vector<const Bytes*>{&brick} : all});
+                           pick("material", type)});
     }
     for (int32_t type = 0; type <= 8; ++type) {
         targets.push_back({"convert_light type " + std::to_string(type),
                            [type](CorvaneCore::QuickArchive& a) {
                                return CorvaneCore::convertLight(a, type);
                            },
-                           lights});
+                           pick("light", type)});
     }
     targets.push_back({"scene record + options XML",
                        [](CorvaneCore::QuickArchive& a) -> std::optional<std::string> {
                            if (!CorvaneCore::readSceneRecord(a)) return std::nullopt;
                            return CorvaneCore::optionsDocument();
                        },
-                       all});
+                       pick("scene", 0)});
 
     std::printf("| call | records | accepted | largest time | peak heap | largest output |\n");
     std::printf("|---|---:|---:|---:|---:|---:|\n");
