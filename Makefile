@@ -4,7 +4,7 @@ JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 
-.PHONY: all bootstrap configure build demo test asan bench fuzz format clean
+.PHONY: all bootstrap configure build demo test asan bench fuzz valgrind format clean
 
 all: build
 
@@ -43,3 +43,7 @@ clean:
 # Runs every fuzz target for FUZZ_SECONDS (default 60) and fails on any finding.
 fuzz:
 	@./scripts/fuzz
+
+# The Ruby tests under valgrind memcheck; fails only on errors that involve our code.
+valgrind:
+	@BUILD=build-valgrind ./scripts/valgrind-ruby

@@ -1,5 +1,19 @@
 // Shared reading and writing helpers for version words and child objects. Every class reads
 // its children through these, so nesting depth is bounded in one place.
+//
+// Records come from files anyone can send. The rules every deserialize keeps:
+// - Children (a type id and the child's own stream) are read only through the form A/B/C
+//   helpers below; they bound the nesting depth (kMaxNestingDepth) and feed ReadTrace. Fixed
+//   members (an animated value, a transform) may read themselves directly.
+// - Version words are read through readVersion.
+// - A declared count (list entries, string and buffer lengths, keys, channel ids, entries of
+//   the material set) never sizes an allocation beyond what archive.remaining() can hold, and
+//   a loop over such a count stops once remaining() is 0 (reading past the end is silent, so
+//   it would otherwise spin for up to 4 billion rounds). Strings and buffers already do this
+//   in QuickArchive; lists do it in their own loop.
+// - So reading stays linear in the record's size, whatever the record declares.
+// - Walks over what was read (collectMaterials, references that may form a cycle) bound both
+//   their depth and their total number of visits.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 #include "materials/scene_materials.h"
 
+#include <algorithm>
 #include <iterator>
 #include <set>
 
@@ -52,6 +53,7 @@ std::shared_ptr<SceneMaterials> sceneMaterials() {
 bool SceneMaterials::addMaterial(const MaterialPtr& material) {
     if (!material || material->name.empty()) return false;
     if (!materials.emplace(material->name, material).second) return false;
+    nameAdded(material->name);
     const std::wstring key = material->uuid.empty() ? newUuidText() : material->uuid;
     ids[key] = material->name;
     return true;
@@ -65,6 +67,7 @@ void SceneMaterials::removeIdsNaming(const std::wstring& name) {
 
 bool SceneMaterials::removeMaterial(const std::wstring& name) {
     const bool found = materials.erase(name) > 0;
+    if (found) nameRemoved();
     removeIdsNaming(name);
     return found;
 }
@@ -77,6 +80,7 @@ bool SceneMaterials::renameMaterial(const std::wstring& oldName, const MaterialP
     if (entry == materials.end()) return false;
     materials.erase(entry);
     materials[newName] = material;
+    nameRemoved();
     for (auto& id : ids) {
         if (equalsIgnoreCase(id.second, oldName)) id.second = newName;
     }
@@ -102,26 +106,44 @@ void SceneMaterials::names(std::vector<std::wstring>& list) const {
     for (const auto& entry : materials) list.push_back(entry.first);
 }
 
+// Notes what one name in the set means for the memo's stem: the stem itself, or a counter.
+void SceneMaterials::takeIntoMemo(const std::wstring& name) const {
+    if (!startsWithIgnoreCase(name, memo_.stem)) return;
+    const std::wstring suffix = name.substr(memo_.stem.size());
+    if (suffix.empty()) memo_.stemTaken = true;
+    if (uint64_t counter = counterIn(suffix)) memo_.takenCounters.insert(counter);
+    while (memo_.takenCounters.count(memo_.firstFree)) ++memo_.firstFree;
+}
+
+void SceneMaterials::nameAdded(const std::wstring& name) {
+    if (!memo_.valid) return;
+    if (memo_.setSize + 1 != materials.size() || memo_.removals != removals_) {
+        memo_.valid = false;
+        return;
+    }
+    takeIntoMemo(name);
+    memo_.setSize = materials.size();
+}
+
 // The candidates are the stem, then the stem with 1, 2, ... behind it. Every name that could
 // be one of them starts with the stem, so one pass over that range of the ordered map finds
-// all taken candidates at once.
+// all taken candidates at once; the memo keeps them while names are only added.
 std::wstring SceneMaterials::uniqueName(const std::wstring& wish) const {
     const std::wstring stem = trailingDigitsRemoved(wish);
-    bool stemTaken = false;
-    std::set<uint64_t> takenCounters;
-    for (auto it = materials.lower_bound(stem);
-         it != materials.end() && startsWithIgnoreCase(it->first, stem); ++it) {
-        const std::wstring suffix = it->first.substr(stem.size());
-        if (suffix.empty()) stemTaken = true;
-        if (uint64_t counter = counterIn(suffix)) takenCounters.insert(counter);
+    if (!memo_.valid || memo_.stem != stem || memo_.setSize != materials.size() ||
+        memo_.removals != removals_) {
+        memo_ = NameMemo();
+        memo_.stem = stem;
+        for (auto it = materials.lower_bound(stem);
+             it != materials.end() && startsWithIgnoreCase(it->first, stem); ++it) {
+            takeIntoMemo(it->first);
+        }
+        memo_.setSize = materials.size();
+        memo_.removals = removals_;
+        memo_.valid = true;
     }
-    if (!stemTaken) return sanitisedName(stem);
-    uint64_t counter = 1;
-    for (uint64_t taken : takenCounters) {
-        if (taken != counter) break;
-        ++counter;
-    }
-    return sanitisedName(stem + std::to_wstring(counter));
+    if (!memo_.stemTaken) return sanitisedName(stem);
+    return sanitisedName(stem + std::to_wstring(memo_.firstFree));
 }
 
 bool SceneMaterials::serialize(QuickArchive& archive) {
@@ -155,7 +177,9 @@ bool SceneMaterials::readMaterialList(QuickArchive& archive, bool throughAdd) {
         if (throughAdd) {
             if (!addMaterial(material)) return false;
         } else {
+            const size_t before = materials.size();
             materials[material->name] = material;
+            if (materials.size() != before) nameAdded(material->name);
         }
     }
     return true;
@@ -180,6 +204,7 @@ bool SceneMaterials::readIdList(QuickArchive& archive) {
 
 bool SceneMaterials::deserialize(QuickArchive& archive) {
     materials.clear();
+    nameRemoved();
     ids.clear();
     uint32_t major = 0;
     if (!readVersion(archive, major)) return false;
@@ -207,33 +232,41 @@ void SceneMaterials::dump(std::wostream& stream) const {
     for (const auto& id : ids) stream << id.first << L" " << id.second << L"\n";
 }
 
-// Deep enough for any real tree; it only stops a reference that leads back to itself.
+// Two-child wrappers and references can turn a material tree into a shared or cyclic graph
+// (a reference may lead back to a material above it). A material already on the current path
+// ends that branch, and the whole walk visits at most kMaxWalkVisits materials, so its cost
+// stays bounded however the graph is shaped. Real trees stay far below both limits.
 constexpr int kMaxWalkDepth = 256;
-// Materials of the scene's set can be reached again and again through references, so a walk
-// over a few of them could branch without end; no real tree comes near this many visits.
-constexpr int kMaxWalkVisits = 1 << 16;
+constexpr size_t kMaxWalkVisits = size_t(1) << 16;
 
 namespace {
-struct Walk {
-    int typeId;
+
+struct MaterialWalk {
+    int typeId = 0;
     std::vector<MaterialPtr> found;
-    int visitsLeft = kMaxWalkVisits;
+    std::vector<const BaseMaterial*> path;
+    size_t visits = 0;
+
+    void collect(const MaterialPtr& root) {
+        if (!root || path.size() > size_t(kMaxWalkDepth) || visits >= kMaxWalkVisits) return;
+        ++visits;
+        if (root->getType() == typeId) {
+            found.push_back(root);
+            return;
+        }
+        if (std::find(path.begin(), path.end(), root.get()) != path.end()) return;
+        path.push_back(root.get());
+        for (const MaterialPtr& child : root->walkedMaterials()) collect(child);
+        path.pop_back();
+    }
 };
+
 }  // namespace
 
-static void collectInto(const MaterialPtr& root, Walk& walk, int depth) {
-    if (!root || depth > kMaxWalkDepth || walk.visitsLeft <= 0) return;
-    --walk.visitsLeft;
-    if (root->getType() == walk.typeId) {
-        walk.found.push_back(root);
-        return;
-    }
-    for (const MaterialPtr& child : root->walkedMaterials()) collectInto(child, walk, depth + 1);
-}
-
 std::vector<MaterialPtr> collectMaterials(const MaterialPtr& root, int typeId) {
-    Walk walk{typeId, {}};
-    collectInto(root, walk, 0);
+    MaterialWalk walk;
+    walk.typeId = typeId;
+    walk.collect(root);
     return walk.found;
 }
 

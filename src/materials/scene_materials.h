@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <ostream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -46,9 +47,28 @@ class SceneMaterials : public CorvaneSerializable {
     IdMap ids;
 
   private:
+    // uniqueName's findings for the last stem asked, kept up to date while names are only
+    // added. Reading a set asks for "DefaultMaterial" for every material it makes; without
+    // this each ask would scan every name taken so far, and reading would be quadratic.
+    struct NameMemo {
+        bool valid = false;
+        std::wstring stem;
+        bool stemTaken = false;
+        std::set<uint64_t> takenCounters;
+        uint64_t firstFree = 1;
+        size_t setSize = 0;     // a direct edit of `materials` shows as another size
+        uint64_t removals = 0;  // of the set, when the memo was made
+    };
+
     bool readMaterialList(QuickArchive& archive, bool throughAdd);
     bool readIdList(QuickArchive& archive);
     void removeIdsNaming(const std::wstring& name);
+    void nameAdded(const std::wstring& name);
+    void nameRemoved() { ++removals_; }
+    void takeIntoMemo(const std::wstring& name) const;
+
+    mutable NameMemo memo_;
+    uint64_t removals_ = 0;
 };
 
 // The process-wide set, made on first use.

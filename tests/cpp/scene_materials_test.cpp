@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -50,6 +51,50 @@ TEST_F(SceneMaterialsTest, UniqueNameTakesTheStemThenCounts) {
     EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick2");
     enter(L"Brick2");
     EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick4");
+}
+
+// The answers for one stem are remembered between asks; every kind of change must show.
+TEST_F(SceneMaterialsTest, UniqueNameFollowsEachChangeOfTheSet) {
+    std::vector<MaterialPtr> made;
+    for (const wchar_t* name : {L"Tile", L"tile1", L"Tile2", L"TILE3", L"Tile4"}) {
+        made.push_back(std::make_shared<MaterialLayeredBRDF>());
+        made.back()->name = name;
+    }
+    EXPECT_EQ(set().uniqueName(L"Tile9"), L"Tile");
+    for (size_t i = 0; i < 3; ++i) ASSERT_TRUE(set().addMaterial(made[i]));
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile3");
+    ASSERT_TRUE(set().addMaterial(made[3]));  // the answer itself, in other case
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile4");
+    ASSERT_TRUE(set().removeMaterial(L"TILE1"));
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile1");
+    made[2]->name = L"Slate";
+    ASSERT_TRUE(set().renameMaterial(L"Tile2", made[2]));
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile1");
+    set().materials.erase(L"Tile");  // a direct edit of the map
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile");
+    set().materials.clear();
+    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile");
+}
+
+// A set of many materials named DefaultMaterial1, 2, ...: every material made while reading
+// asks for a default name, which once scanned all names read so far (minutes for 1 MiB).
+TEST_F(SceneMaterialsTest, ReadingManyDefaultNamesStaysLinear) {
+    constexpr int kCount = 20000;
+    RecordBuilder r;
+    r.version(2).u32(kCount);
+    for (int i = 1; i <= kCount; ++i) layeredMaterial(r, "DefaultMaterial" + std::to_string(i), "");
+    r.u32(0);
+    QuickArchive archive = r.archive();
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(set().deserialize(archive));
+    const double seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_EQ(set().materials.size(), size_t(kCount));
+    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"), L"DefaultMaterial");
+    EXPECT_LT(seconds, 20.0);
+    ASSERT_TRUE(set().addMaterial(std::make_shared<MaterialLayeredBRDF>()));
+    EXPECT_TRUE(set().findByName(L"DefaultMaterial"));
+    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"), L"DefaultMaterial" + std::to_wstring(kCount + 1));
 }
 
 TEST_F(SceneMaterialsTest, UniqueNameIgnoresCase) {
@@ -202,4 +247,36 @@ TEST_F(SceneMaterialsTest, CollectMaterialsStopsAtAHitAndAtLayerMaterials) {
     EXPECT_TRUE(collectMaterials(layered, 3).empty());
     EXPECT_TRUE(collectMaterials(std::make_shared<MaterialSingleBRDF>(), 1).empty());
     EXPECT_TRUE(collectMaterials(nullptr, 1).empty());
+}
+
+// A stand-in for the two-child wrappers and references: it walks on into whatever it is given.
+class WalkNode : public MaterialSingleBRDF {
+public:
+    int getType() override { return 5; }
+    std::vector<MaterialPtr> walkedMaterials() override { return children; }
+    std::vector<MaterialPtr> children;
+};
+
+TEST(CollectMaterialsWalk, JoinsBothChildrenInOrderAndCutsCyclesAndSharedBlowUp) {
+    auto first = std::make_shared<MaterialLayeredBRDF>();
+    auto second = std::make_shared<MaterialLayeredBRDF>();
+    auto pair = std::make_shared<WalkNode>();
+    pair->children = {first, nullptr, second, first};
+    EXPECT_EQ(collectMaterials(pair, 1), (std::vector<MaterialPtr>{first, second, first}));
+
+    // A reference back to itself on both sides ends instead of recursing.
+    auto cycle = std::make_shared<WalkNode>();
+    cycle->children = {cycle, cycle, first};
+    EXPECT_EQ(collectMaterials(cycle, 1), std::vector<MaterialPtr>{first});
+    cycle->children.clear();  // break the ownership cycle
+
+    // 80 levels of two references to the next level: 2^80 paths, walked within a budget.
+    std::vector<std::shared_ptr<WalkNode>> chain(80);
+    for (auto& node : chain) node = std::make_shared<WalkNode>();
+    for (size_t i = 0; i + 1 < chain.size(); ++i) chain[i]->children = {chain[i + 1], chain[i + 1]};
+    chain.back()->children = {first};
+    const std::vector<MaterialPtr> found = collectMaterials(chain.front(), 1);
+    ASSERT_FALSE(found.empty());
+    EXPECT_LE(found.size(), size_t(1) << 16);
+    EXPECT_EQ(found.front(), first);
 }
