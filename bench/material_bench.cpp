@@ -98,7 +98,9 @@ void BM_ConvertMaterialThreeLayers(benchmark::State& s) {
 void BM_ConvertMaterialTwoSided(benchmark::State& s) {
     materialBenchmark(s, sampleBytes("material_type5_two_sided.json"), 5);
 }
-void BM_CopyThreeLayersBytes(benchmark::State& s) { plainCopy(s, convertOnce(threeLayerRecord(), 1)); }
+void BM_CopyThreeLayersBytes(benchmark::State& s) {
+    plainCopy(s, convertOnce(threeLayerRecord(), 1));
+}
 
 void BM_ReadSceneRecord200Materials(benchmark::State& state) {
     const std::string record = sceneRecord(200);

@@ -14,8 +14,8 @@
 #include "convert/conversions.h"
 #include "options/all_options.h"
 #include "options/options_file.h"
-#include "xml/text.h"
 #include "record_input.h"
+#include "xml/text.h"
 
 using quillon_cli::InputForm;
 
@@ -45,10 +45,9 @@ struct Command {
 
 const Command kCommands[] = {
     {"light", "light --type N FILE      convert a stored light record (type 0 to 7)", true, true},
-    {"material", "material --type N FILE   convert a stored material record (type 0 to 14)",
-     true, true},
-    {"options", "options                  print the default render options document", false,
-     false},
+    {"material", "material --type N FILE   convert a stored material record (type 0 to 14)", true,
+     true},
+    {"options", "options                  print the default render options document", false, false},
     {"inspect",
      "inspect --type KIND:N FILE  print the objects a record holds (KIND light or material;\n"
      "                           --type scene for a stored scene record)",
@@ -56,8 +55,8 @@ const Command kCommands[] = {
     {"scene", "scene FILE               read a stored scene record, print the options it holds",
      false, true},
     {"coropt", "coropt FILE              convert a .coropt render options file", false, true},
-    {"cormat", "cormat FILE              convert every material of a .cormat material file",
-     false, true},
+    {"cormat", "cormat FILE              convert every material of a .cormat material file", false,
+     true},
 };
 
 void printUsage(std::ostream& out) {
@@ -137,7 +136,7 @@ std::optional<int> parseArguments(int argc, char** argv, Options& opts) {
             auto v = value("-o");
             if (!v || v->empty()) return usageError("-o needs a file name");
             opts.output = *v;
-        } else if (a.size() > 1 && a[0] == '-' ) {
+        } else if (a.size() > 1 && a[0] == '-') {
             return usageError("unknown option " + a);
         } else if (opts.command.empty()) {
             opts.command = a;
@@ -236,8 +235,8 @@ int runRecordCommand(const Options& opts) {
     const std::optional<std::string> bytes = loaded;
     const std::string kind = opts.command == "inspect" ? opts.typeKind : opts.command;
     const int32_t type = static_cast<int32_t>(*opts.type);
-    const bool known = kind == "light" ? CorvaneCore::isLightType(type)
-                                       : CorvaneCore::isMaterialType(type);
+    const bool known =
+        kind == "light" ? CorvaneCore::isLightType(type) : CorvaneCore::isMaterialType(type);
     if (!known) {
         std::cerr << "quillonbin2xml: " << shownName << ": no " << kind << " class has type id "
                   << type << "\n";
@@ -246,13 +245,13 @@ int runRecordCommand(const Options& opts) {
     CorvaneCore::QuickArchive archive(1);
     archive.writeBytes(bytes->data(), bytes->size());
     CorvaneCore::ReadTrace trace;
-    const std::optional<std::string> xml = kind == "light"
-                                               ? CorvaneCore::convertLight(archive, type, &trace)
-                                               : CorvaneCore::convertMaterial(archive, type, &trace);
-    const std::string reason = trace.failureText().empty()
-                                   ? "the " + kind + " record of type " + std::to_string(type) +
-                                         " was refused"
-                                   : trace.failureText();
+    const std::optional<std::string> xml =
+        kind == "light" ? CorvaneCore::convertLight(archive, type, &trace)
+                        : CorvaneCore::convertMaterial(archive, type, &trace);
+    const std::string reason =
+        trace.failureText().empty()
+            ? "the " + kind + " record of type " + std::to_string(type) + " was refused"
+            : trace.failureText();
     if (opts.command == "inspect") {
         std::cout << trace.treeText();
         if (!xml) std::cout << "refused: " << reason << "\n";

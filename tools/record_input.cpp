@@ -53,7 +53,8 @@ std::optional<std::string> parseJsonByteArray(const std::string& text, std::stri
             }
             unsigned long long value = 0;
             while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) {
-                value = value * 10 + static_cast<unsigned>(text[i] - '0');  // wraps; low 8 bits kept
+                value =
+                    value * 10 + static_cast<unsigned>(text[i] - '0');  // wraps; low 8 bits kept
                 ++i;
             }
             if (negative) value = 0 - value;

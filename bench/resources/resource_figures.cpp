@@ -13,8 +13,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <functional>
+#include <map>
 #include <new>
 #include <optional>
 #include <random>
@@ -189,18 +189,16 @@ int main(int argc, char** argv) {
 
     std::vector<Target> targets;
     for (int32_t type = 0; type <= 14; ++type) {
-        targets.push_back({"convert_material type " + std::to_string(type),
-                           [type](CorvaneCore::QuickArchive& a) {
-                               return CorvaneCore::convertMaterial(a, type);
-                           },
-                           pick("material", type)});
+        targets.push_back(
+            {"convert_material type " + std::to_string(type),
+             [type](CorvaneCore::QuickArchive& a) { return CorvaneCore::convertMaterial(a, type); },
+             pick("material", type)});
     }
     for (int32_t type = 0; type <= 8; ++type) {
-        targets.push_back({"convert_light type " + std::to_string(type),
-                           [type](CorvaneCore::QuickArchive& a) {
-                               return CorvaneCore::convertLight(a, type);
-                           },
-                           pick("light", type)});
+        targets.push_back(
+            {"convert_light type " + std::to_string(type),
+             [type](CorvaneCore::QuickArchive& a) { return CorvaneCore::convertLight(a, type); },
+             pick("light", type)});
     }
     targets.push_back({"scene record + options XML",
                        [](CorvaneCore::QuickArchive& a) -> std::optional<std::string> {

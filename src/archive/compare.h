@@ -11,8 +11,7 @@ inline bool sameColor(const Color& a, const Color& b) {
     return sameFloat(a.r, b.r) && sameFloat(a.g, b.g) && sameFloat(a.b, b.b);
 }
 inline bool sameAColor(const AColor& a, const AColor& b) {
-    return sameFloat(a.r, b.r) && sameFloat(a.g, b.g) && sameFloat(a.b, b.b) &&
-           sameFloat(a.a, b.a);
+    return sameFloat(a.r, b.r) && sameFloat(a.g, b.g) && sameFloat(a.b, b.b) && sameFloat(a.a, b.a);
 }
 inline bool sameVector(const Vector& a, const Vector& b) {
     return sameFloat(a.x, b.x) && sameFloat(a.y, b.y) && sameFloat(a.z, b.z);

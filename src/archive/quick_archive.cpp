@@ -300,9 +300,9 @@ bool QuickArchive::peekByte(uint64_t offset, unsigned char& out) const {
 
 bool QuickArchive::saveToStream(std::ostream& out) const {
     const uint32_t count = static_cast<uint32_t>(blocks_.size());
-    unsigned char header[4] = {static_cast<unsigned char>(count), static_cast<unsigned char>(count >> 8),
-                               static_cast<unsigned char>(count >> 16),
-                               static_cast<unsigned char>(count >> 24)};
+    unsigned char header[4] = {
+        static_cast<unsigned char>(count), static_cast<unsigned char>(count >> 8),
+        static_cast<unsigned char>(count >> 16), static_cast<unsigned char>(count >> 24)};
     out.write(reinterpret_cast<const char*>(header), 4);
     for (const auto& block : blocks_) out.write(block->data(), kBlockSize);
     return true;
@@ -332,7 +332,9 @@ bool QuickArchive::saveToFile(const std::string& utf8Path) const {
     return saveToStream(out);
 }
 
-bool QuickArchive::saveToFile(const std::wstring& path) const { return saveToFile(wideToUtf8(path)); }
+bool QuickArchive::saveToFile(const std::wstring& path) const {
+    return saveToFile(wideToUtf8(path));
+}
 
 bool QuickArchive::loadFromFile(const std::string& utf8Path) {
     std::ifstream in(utf8Path, std::ios::binary);

@@ -18,7 +18,6 @@
 
 #include <cstdint>
 #include <memory>
-
 #include <typeinfo>
 
 #include "archive/quick_archive.h"

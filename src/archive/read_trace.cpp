@@ -94,7 +94,8 @@ std::string ReadTrace::treeText() const {
         const Node& node = nodes_[static_cast<size_t>(index)];
         out.append(static_cast<size_t>(depth) * 2, ' ');
         out += node.className;
-        if (!node.versionWords.empty()) out += " version " + std::to_string(node.versionWords[0] >> 16);
+        if (!node.versionWords.empty())
+            out += " version " + std::to_string(node.versionWords[0] >> 16);
         out += " bytes " + std::to_string(node.begin) + ".." +
                (node.finished ? std::to_string(node.end) : std::string("?"));
         if (node.refused) out += " REFUSED";

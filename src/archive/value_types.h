@@ -18,9 +18,7 @@ struct AColor {
     float r = 0.0f, g = 0.0f, b = 0.0f, a = 0.0f;
     AColor() = default;
     AColor(float r_, float g_, float b_, float a_) : r(r_), g(g_), b(b_), a(a_) {}
-    bool operator==(const AColor& o) const {
-        return r == o.r && g == o.g && b == o.b && a == o.a;
-    }
+    bool operator==(const AColor& o) const { return r == o.r && g == o.g && b == o.b && a == o.a; }
     bool operator!=(const AColor& o) const { return !(*this == o); }
 };
 

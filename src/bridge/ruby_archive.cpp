@@ -71,7 +71,8 @@ bool RubyArrayToArchive(VALUE value, CorvaneCore::QuickArchive& archive) {
 }
 
 bool ArchiveToRubyArray(CorvaneCore::QuickArchive& archive, VALUE& out) {
-    const uint32_t n = static_cast<uint32_t>(archive.blockCount() * CorvaneCore::QuickArchive::kBlockSize);
+    const uint32_t n =
+        static_cast<uint32_t>(archive.blockCount() * CorvaneCore::QuickArchive::kBlockSize);
     if (n == 0) return false;
     out = rb_ary_new_capa(n);
     for (uint32_t i = 0; i < n; ++i) {

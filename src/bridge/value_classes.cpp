@@ -55,9 +55,7 @@ Handles& handles() {
     return *h;
 }
 
-VALUE pathToClass(VALUE path) {
-    return rb_path2class(StringValueCStr(path));
-}
+VALUE pathToClass(VALUE path) { return rb_path2class(StringValueCStr(path)); }
 
 // A pinned handle, or nil with a pending ArgumentError when the path names nothing.
 VALUE lookUp(const char* path) {
@@ -70,21 +68,13 @@ bool isA(VALUE value, VALUE klass) {
     return !NIL_P(klass) && RTEST(rb_obj_is_kind_of(value, klass));
 }
 
-bool isHost(VALUE value, HostClass which) {
-    return isA(value, hostClass(which));
-}
+bool isHost(VALUE value, HostClass which) { return isA(value, hostClass(which)); }
 
 }  // namespace
 
-VALUE quillonModule() {
-    return handles().quillon;
-}
-VALUE sketchupModule() {
-    return handles().sketchup;
-}
-VALUE hostClass(HostClass which) {
-    return handles().hostClasses[static_cast<int>(which)];
-}
+VALUE quillonModule() { return handles().quillon; }
+VALUE sketchupModule() { return handles().sketchup; }
+VALUE hostClass(HostClass which) { return handles().hostClasses[static_cast<int>(which)]; }
 
 // ---------------------------------------------------------------- wrapped records
 
@@ -125,18 +115,10 @@ VALUE allocRecord(VALUE klass, const rb_data_type_t* type) {
     return object;
 }
 
-VALUE allocVector(VALUE klass) {
-    return allocRecord<Vector>(klass, &kVectorType);
-}
-VALUE allocColor(VALUE klass) {
-    return allocRecord<Color>(klass, &kColorType);
-}
-VALUE allocTransform(VALUE klass) {
-    return allocRecord<Transform>(klass, &kTransformType);
-}
-VALUE allocMaterial(VALUE klass) {
-    return allocRecord<BasicMaterialRecord>(klass, &kMaterialType);
-}
+VALUE allocVector(VALUE klass) { return allocRecord<Vector>(klass, &kVectorType); }
+VALUE allocColor(VALUE klass) { return allocRecord<Color>(klass, &kColorType); }
+VALUE allocTransform(VALUE klass) { return allocRecord<Transform>(klass, &kTransformType); }
+VALUE allocMaterial(VALUE klass) { return allocRecord<BasicMaterialRecord>(klass, &kMaterialType); }
 
 template <class Record>
 Record* recordOf(VALUE value, const rb_data_type_t& type) {
@@ -144,18 +126,10 @@ Record* recordOf(VALUE value, const rb_data_type_t& type) {
     return static_cast<Record*>(DATA_PTR(value));
 }
 
-Vector* vectorOf(VALUE v) {
-    return recordOf<Vector>(v, kVectorType);
-}
-Color* colorOf(VALUE v) {
-    return recordOf<Color>(v, kColorType);
-}
-Transform* transformOf(VALUE v) {
-    return recordOf<Transform>(v, kTransformType);
-}
-BasicMaterialRecord* materialOf(VALUE v) {
-    return recordOf<BasicMaterialRecord>(v, kMaterialType);
-}
+Vector* vectorOf(VALUE v) { return recordOf<Vector>(v, kVectorType); }
+Color* colorOf(VALUE v) { return recordOf<Color>(v, kColorType); }
+Transform* transformOf(VALUE v) { return recordOf<Transform>(v, kTransformType); }
+BasicMaterialRecord* materialOf(VALUE v) { return recordOf<BasicMaterialRecord>(v, kMaterialType); }
 
 // ---------------------------------------------------------------- method entries
 
@@ -741,9 +715,7 @@ Vector times(const Matrix& m, const Vector& v) {
                   m.v[0].z * v.x + m.v[1].z * v.y + m.v[2].z * v.z);
 }
 
-Vector plus(const Vector& a, const Vector& b) {
-    return Vector(a.x + b.x, a.y + b.y, a.z + b.z);
-}
+Vector plus(const Vector& a, const Vector& b) { return Vector(a.x + b.x, a.y + b.y, a.z + b.z); }
 
 }  // namespace
 

@@ -56,8 +56,7 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type, Rea
     return wideToUtf8(text);
 }
 
-std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
-                                           ReadTrace* trace) {
+std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type, ReadTrace* trace) {
     if (!isMaterialType(type)) return std::nullopt;
     std::shared_ptr<BaseMaterial> material = createMaterial(type);
     if (!material) return std::nullopt;

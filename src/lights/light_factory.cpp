@@ -13,14 +13,22 @@ namespace CorvaneCore {
 // may become one.
 std::shared_ptr<BaseLight> createLight(int id) {
     switch (id) {
-        case MayaDirectLight::kType: return std::make_shared<MayaDirectLight>();
-        case OmniLight::kType: return std::make_shared<OmniLight>();
-        case RectangleLight::kType: return std::make_shared<RectangleLight>();
-        case SpotLight::kType: return std::make_shared<SpotLight>();
-        case SunLight::kType: return std::make_shared<SunLight>();
-        case IESLight::kType: return std::make_shared<IESLight>();
-        case SphereLight::kType: return std::make_shared<SphereLight>();
-        default: return nullptr;
+        case MayaDirectLight::kType:
+            return std::make_shared<MayaDirectLight>();
+        case OmniLight::kType:
+            return std::make_shared<OmniLight>();
+        case RectangleLight::kType:
+            return std::make_shared<RectangleLight>();
+        case SpotLight::kType:
+            return std::make_shared<SpotLight>();
+        case SunLight::kType:
+            return std::make_shared<SunLight>();
+        case IESLight::kType:
+            return std::make_shared<IESLight>();
+        case SphereLight::kType:
+            return std::make_shared<SphereLight>();
+        default:
+            return nullptr;
     }
 }
 

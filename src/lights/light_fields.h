@@ -39,9 +39,7 @@ struct FieldComparer {
     bool same = true;
     void operator()(uint32_t, float a, float b) { same = same && sameFloat(a, b); }
     void operator()(uint32_t, const Color& a, const Color& b) { same = same && sameColor(a, b); }
-    void operator()(uint32_t, const Vector& a, const Vector& b) {
-        same = same && sameVector(a, b);
-    }
+    void operator()(uint32_t, const Vector& a, const Vector& b) { same = same && sameVector(a, b); }
     void operator()(uint32_t, const Transform& a, const Transform& b) {
         same = same && sameTransform(a, b);
     }

@@ -1,9 +1,9 @@
 // Infinite direct light (type 0). Its placement is a curve, which the XML does not output.
 #pragma once
 
+#include "archive/value_types.h"
 #include "lights/base_light.h"
 #include "params/animated.h"
-#include "archive/value_types.h"
 
 namespace CorvaneCore {
 

@@ -9,7 +9,7 @@
 namespace CorvaneCore {
 
 class Base_BRDF : public CorvaneSerializable, public CorvaneXMLSerializable {
-  public:
+public:
     virtual int getType() = 0;
     virtual void setDefaults() = 0;
     virtual std::shared_ptr<Base_BRDF> clone() = 0;
@@ -24,7 +24,7 @@ class Base_BRDF : public CorvaneSerializable, public CorvaneXMLSerializable {
     bool layerFlagB = false;  // cleared by the material upgrade pass
     bool layerFlagC = false;  // stored only
 
-  protected:
+protected:
     // The base part of a reset: the name becomes the plugin type, the flags their defaults.
     void resetBase();
     // The section that stands inside each layer's stream. A bad version word leaves the name

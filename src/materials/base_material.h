@@ -13,7 +13,7 @@ class BaseMaterial;
 using MaterialPtr = std::shared_ptr<BaseMaterial>;
 
 class BaseMaterial : public CorvaneSerializable, public CorvaneXMLSerializable {
-  public:
+public:
     virtual int getType() = 0;
     virtual void setDefaults() = 0;
     // A deep copy under a new unique name.
@@ -47,7 +47,7 @@ class BaseMaterial : public CorvaneSerializable, public CorvaneXMLSerializable {
     std::wstring name;  // also the last segment of the material's URL
     std::wstring uuid;
 
-  protected:
+protected:
     // The base part of a reset: a fresh unique name and no uuid.
     void resetMaterialBase();
     // Name and uuid with their own version word. An empty name gets a unique one; control

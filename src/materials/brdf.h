@@ -14,7 +14,7 @@ class BaseTexture;
 using TexturePtr = std::shared_ptr<BaseTexture>;
 
 class Glass_BRDF : public Base_BRDF {
-  public:
+public:
     static constexpr int kType = 1;
     Glass_BRDF() { setDefaults(); }
 
@@ -57,13 +57,13 @@ class Glass_BRDF : public Base_BRDF {
     float transparency_tex_mult = 0;
     TexturePtr transparency_tex;
 
-  private:
+private:
     void readCommonFields(QuickArchive& archive);
     void readTranslucencyFields(QuickArchive& archive);
 };
 
 class Diffuse_BRDF : public Base_BRDF {
-  public:
+public:
     static constexpr int kType = 2;
     Diffuse_BRDF() { setDefaults(); }
 
@@ -87,7 +87,7 @@ class Diffuse_BRDF : public Base_BRDF {
 
 // Blinn and Phong differ only in their type id: fields, layouts and XML are shared here.
 class ReflectionBRDF : public Base_BRDF {
-  public:
+public:
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
@@ -114,17 +114,17 @@ class ReflectionBRDF : public Base_BRDF {
     float anisotropy = 0;
     float anisotropy_rotation = 0;
 
-  protected:
+protected:
     ReflectionBRDF() = default;
     void cloneChildren();
 
-  private:
+private:
     bool readOldLayout(QuickArchive& archive, uint32_t major);
     bool readCurrentLayout(QuickArchive& archive);
 };
 
 class Blinn_BRDF : public ReflectionBRDF {
-  public:
+public:
     static constexpr int kType = 4;
     Blinn_BRDF() { setDefaults(); }
     int getType() override { return kType; }
@@ -132,7 +132,7 @@ class Blinn_BRDF : public ReflectionBRDF {
 };
 
 class Phong_BRDF : public ReflectionBRDF {
-  public:
+public:
     static constexpr int kType = 8;
     Phong_BRDF() { setDefaults(); }
     int getType() override { return kType; }
@@ -140,7 +140,7 @@ class Phong_BRDF : public ReflectionBRDF {
 };
 
 class Mirror_BRDF : public Base_BRDF {
-  public:
+public:
     static constexpr int kType = 16;
     Mirror_BRDF() { setDefaults(); }
 
@@ -162,12 +162,12 @@ class Mirror_BRDF : public Base_BRDF {
     TexturePtr transparency_tex;
     TexturePtr color_tex;
 
-  private:
+private:
     bool readOldLayout(QuickArchive& archive, uint32_t major);
 };
 
 class Light_BRDF : public Base_BRDF {
-  public:
+public:
     static constexpr int kType = 32;
     Light_BRDF() { setDefaults(); }
 

@@ -54,9 +54,7 @@ std::wstring readPathText(QuickArchive& archive) {
     return path;
 }
 
-TexturePtr cloneTexture(const TexturePtr& texture) {
-    return texture ? texture->clone() : nullptr;
-}
+TexturePtr cloneTexture(const TexturePtr& texture) { return texture ? texture->clone() : nullptr; }
 
 bool sameTexture(const TexturePtr& a, const TexturePtr& b) {
     if (!a || !b) return !a && !b;

@@ -6,13 +6,9 @@
 
 namespace CorvaneCore {
 
-TexturePtr textureFromPath(const std::wstring& path) {
-    return makeBitmapTexture(path);
-}
+TexturePtr textureFromPath(const std::wstring& path) { return makeBitmapTexture(path); }
 
-TexturePtr newFresnelTexture() {
-    return std::make_shared<FresnelTexture>();
-}
+TexturePtr newFresnelTexture() { return std::make_shared<FresnelTexture>(); }
 
 TexturePtr fresnelFromOldFields(float fresnelIor) {
     auto fresnel = std::make_shared<FresnelTexture>();

@@ -12,7 +12,7 @@
 namespace CorvaneCore {
 
 class MaterialSingleBRDF : public BaseMaterial {
-  public:
+public:
     static constexpr int kType = 0;
     MaterialSingleBRDF() { setDefaults(); }
 
@@ -34,7 +34,7 @@ class MaterialSingleBRDF : public BaseMaterial {
 };
 
 class MaterialLayeredBRDF : public BaseMaterial {
-  public:
+public:
     static constexpr int kType = 1;
     MaterialLayeredBRDF() { setDefaults(); }
 
@@ -60,7 +60,7 @@ class MaterialLayeredBRDF : public BaseMaterial {
     int32_t layeredOptionC = 1;
     int32_t layeredOptionD = 0;
 
-  private:
+private:
     bool readLayers(QuickArchive& archive);
     std::shared_ptr<MaterialLayeredBRDF> duplicate();
 };

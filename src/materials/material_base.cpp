@@ -9,9 +9,7 @@ namespace {
 constexpr uint32_t kMaterialSectionVersion = 2;
 }  // namespace
 
-std::wstring uniqueDefaultName() {
-    return sceneMaterials()->uniqueName(L"DefaultMaterial");
-}
+std::wstring uniqueDefaultName() { return sceneMaterials()->uniqueName(L"DefaultMaterial"); }
 
 void BaseMaterial::resetMaterialBase() {
     name = uniqueDefaultName();

@@ -15,10 +15,9 @@ namespace {
 
 // Type ids of the wrappers that the folded block has room for, one of each, in the order in
 // which they contribute.
-constexpr int kFoldedWrapperTypes[] = {MaterialBump::kType, MaterialDisplaced::kType,
-                                       MaterialOverrideEnvironment::kType,
-                                       MaterialObjectExclusion::kType,
-                                       MaterialAlphaContribution::kType};
+constexpr int kFoldedWrapperTypes[] = {
+    MaterialBump::kType, MaterialDisplaced::kType, MaterialOverrideEnvironment::kType,
+    MaterialObjectExclusion::kType, MaterialAlphaContribution::kType};
 
 MaterialPtr firstOfType(const MaterialPtr& root, int typeId) {
     std::vector<MaterialPtr> found = collectMaterials(root, typeId);
@@ -61,8 +60,8 @@ void writeTwoSidedLayout(AssetXmlWriter& writer, Material2Sided& material) {
 }
 
 void writeHostTwoSidedLayout(AssetXmlWriter& writer, MaterialSkp2Sided& material) {
-    writeTwoChildLayout(writer, material, L"SkpTwoSidedMatLayout", "front", material.front,
-                        "back", material.back,
+    writeTwoChildLayout(writer, material, L"SkpTwoSidedMatLayout", "front", material.front, "back",
+                        material.back,
                         [&] { writer.writeBool("force_1sided", material.force_1sided); });
 }
 

@@ -25,7 +25,7 @@ void writeMaterialTree(AssetXmlWriter& writer, const MaterialPtr& material);
 void writeFoldedMaterial(AssetXmlWriter& writer, const MaterialPtr& material);
 
 class CorMatFile {
-  public:
+public:
     virtual ~CorMatFile() = default;
     // The newest form (version 3: header, then the archive in whole blocks). False for an
     // empty list, an empty entry or a material that cannot be written; then nothing reaches

@@ -2,11 +2,10 @@
 // archive, null-safe duplication and comparison, and the clone/copy pair of a class.
 #pragma once
 
-#include <type_traits>
-#include <utility>
-
 #include <memory>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 #include "archive/quick_archive.h"
 #include "materials/base_material.h"
@@ -60,7 +59,7 @@ struct HasBaseSlot<T, std::void_t<decltype(std::declval<T&>().base_mtl)>> : std:
 
 template <class Derived>
 class MaterialClass : public BaseMaterial {
-  public:
+public:
     int getType() override { return Derived::kType; }
     // A wrapper with a `base_mtl` slot lets the upgrade pass put another material there.
     bool setBaseMaterial(const MaterialPtr& base) override {

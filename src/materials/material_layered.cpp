@@ -85,9 +85,7 @@ std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::clone() {
     return result;
 }
 
-std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::copy() {
-    return duplicate();
-}
+std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::copy() { return duplicate(); }
 
 bool MaterialLayeredBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
     if (!other || other->getType() != getType()) return false;

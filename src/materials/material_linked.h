@@ -13,13 +13,13 @@
 namespace CorvaneCore {
 
 class MaterialLinked : public MaterialClass<MaterialLinked> {
-  public:
+public:
     static constexpr int kType = 6;
 
     // A tagged value: kinds 0 and 1 hold text (the name of the host material that the link
     // stands for), kind 2 a number. Nothing here tells 0 and 1 apart; both survive as read.
     class IdData : public CorvaneSerializable {
-      public:
+    public:
         static constexpr int32_t kNumber = 2;
         // False for a kind outside 0 to 2, before anything is written.
         bool serialize(QuickArchive& archive) override;
@@ -57,7 +57,7 @@ class MaterialLinked : public MaterialClass<MaterialLinked> {
 };
 
 class MaterialReference : public BaseMaterial {
-  public:
+public:
     static constexpr int kType = 13;
 
     MaterialReference() {
@@ -96,7 +96,7 @@ class MaterialReference : public BaseMaterial {
     std::wstring target;   // uuid of the referenced material
     MaterialPtr resolved;  // the referenced material as last found
 
-  private:
+private:
     // Set while this reference is being written or compared; never copied.
     struct ReentryFlag {
         bool on = false;

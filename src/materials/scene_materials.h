@@ -17,7 +17,7 @@
 namespace CorvaneCore {
 
 class SceneMaterials : public CorvaneSerializable {
-  public:
+public:
     using MaterialMap = std::map<std::wstring, MaterialPtr, LessIgnoreCase>;
     using IdMap = std::map<std::wstring, std::wstring, LessIgnoreCase>;
 
@@ -46,7 +46,7 @@ class SceneMaterials : public CorvaneSerializable {
     MaterialMap materials;
     IdMap ids;
 
-  private:
+private:
     // uniqueName's findings for the last stem asked, kept up to date while names are only
     // added. Reading a set asks for "DefaultMaterial" for every material it makes; without
     // this each ask would scan every name taken so far, and reading would be quadratic.

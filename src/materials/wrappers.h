@@ -23,7 +23,7 @@ using TexturePtr = std::shared_ptr<BaseTexture>;
 // A list of materials. Clone and copy share the entries; the walk of the folded output does
 // not enter it, and it writes no XML.
 class MaterialMulti : public MaterialClass<MaterialMulti> {
-  public:
+public:
     static constexpr int kType = 2;
     MaterialMulti() { setDefaults(); }
 
@@ -37,12 +37,12 @@ class MaterialMulti : public MaterialClass<MaterialMulti> {
 
     std::vector<MaterialPtr> materials;
 
-  private:
+private:
     bool readEntries(QuickArchive& archive);
 };
 
 class MaterialBump : public MaterialClass<MaterialBump> {
-  public:
+public:
     static constexpr int kType = 3;
     MaterialBump() { setDefaults(); }
 
@@ -67,7 +67,7 @@ class MaterialBump : public MaterialClass<MaterialBump> {
 // An instance of another material. `instanceOf` is not stored, and nothing in this system
 // sets it; clone and copy share it. Never equal to anything, itself included.
 class MaterialInstance : public MaterialClass<MaterialInstance> {
-  public:
+public:
     static constexpr int kType = 4;
     MaterialInstance() { setDefaults(); }
 
@@ -81,7 +81,7 @@ class MaterialInstance : public MaterialClass<MaterialInstance> {
 };
 
 class Material2Sided : public MaterialClass<Material2Sided> {
-  public:
+public:
     static constexpr int kType = 5;
     Material2Sided() {
         resetMaterialBase();
@@ -111,7 +111,7 @@ class Material2Sided : public MaterialClass<Material2Sided> {
 };
 
 class MaterialSkp2Sided : public MaterialClass<MaterialSkp2Sided> {
-  public:
+public:
     static constexpr int kType = 7;
     MaterialSkp2Sided() {
         resetMaterialBase();
@@ -136,7 +136,7 @@ class MaterialSkp2Sided : public MaterialClass<MaterialSkp2Sided> {
 
 // Writes no block of its own: its writeXML passes the url on to the base material unchanged.
 class MaterialOverrideEnvironment : public MaterialClass<MaterialOverrideEnvironment> {
-  public:
+public:
     static constexpr int kType = 8;
     MaterialOverrideEnvironment() {
         resetMaterialBase();
@@ -178,7 +178,7 @@ class MaterialOverrideEnvironment : public MaterialClass<MaterialOverrideEnviron
 // Writes no block of its own: its writeXML extends the url by its name and passes it on to the
 // base material.
 class MaterialDisplaced : public MaterialClass<MaterialDisplaced> {
-  public:
+public:
     static constexpr int kType = 9;
     MaterialDisplaced() {
         resetMaterialBase();
@@ -210,7 +210,7 @@ class MaterialDisplaced : public MaterialClass<MaterialDisplaced> {
 };
 
 class MaterialObjectExclusion : public MaterialClass<MaterialObjectExclusion> {
-  public:
+public:
     static constexpr int kType = 10;
     MaterialObjectExclusion() {
         resetMaterialBase();
@@ -234,12 +234,12 @@ class MaterialObjectExclusion : public MaterialClass<MaterialObjectExclusion> {
     std::vector<std::wstring> objects;
     bool short_circuit = true;
 
-  private:
+private:
     bool readObjects(QuickArchive& archive);
 };
 
 class MaterialAlphaContribution : public MaterialClass<MaterialAlphaContribution> {
-  public:
+public:
     static constexpr int kType = 11;
     MaterialAlphaContribution() {
         resetMaterialBase();
@@ -266,7 +266,7 @@ class MaterialAlphaContribution : public MaterialClass<MaterialAlphaContribution
 };
 
 class MaterialAngleBlend : public MaterialClass<MaterialAngleBlend> {
-  public:
+public:
     static constexpr int kType = 12;
     MaterialAngleBlend() {
         resetMaterialBase();
@@ -293,7 +293,7 @@ class MaterialAngleBlend : public MaterialClass<MaterialAngleBlend> {
 // A toon outline. Its own writeXML and the toon layout of the folded output name the same
 // fields differently ("width" here, "lineWidth" there), on purpose.
 class MaterialToon : public MaterialClass<MaterialToon> {
-  public:
+public:
     static constexpr int kType = 14;
     MaterialToon() {
         resetMaterialBase();

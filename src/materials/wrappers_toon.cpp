@@ -109,11 +109,11 @@ bool MaterialToon::isEqual(const MaterialPtr& other) {
            sameFloat(lineWidthTexMult, o.lineWidthTexMult) && sameFloat(opacity, o.opacity) &&
            sameFloat(opacityTexMult, o.opacityTexMult) && sameFloat(distort, o.distort) &&
            sameFloat(distortTexMult, o.distortTexMult) && sameColor(lineColor, o.lineColor) &&
-           sameFloat(lineColorTexMult, o.lineColorTexMult) &&
-           sameFloat(zThreshold, o.zThreshold) && sameFloat(traceBias, o.traceBias) &&
-           sameFloat(normalThreshold, o.normalThreshold) && sameFloat(line_units, o.line_units) &&
-           doSecondary == o.doSecondary && divideByDist == o.divideByDist &&
-           doSilhouetteMult == o.doSilhouetteMult && sameFloat(silhouetteMult, o.silhouetteMult);
+           sameFloat(lineColorTexMult, o.lineColorTexMult) && sameFloat(zThreshold, o.zThreshold) &&
+           sameFloat(traceBias, o.traceBias) && sameFloat(normalThreshold, o.normalThreshold) &&
+           sameFloat(line_units, o.line_units) && doSecondary == o.doSecondary &&
+           divideByDist == o.divideByDist && doSilhouetteMult == o.doSilhouetteMult &&
+           sameFloat(silhouetteMult, o.silhouetteMult);
 }
 
 int MaterialToon::writeXML(AssetXmlWriter& writer, std::wstring url) {

@@ -121,9 +121,7 @@ public:
 
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
-    void setDefaults() override {
-        static_cast<OmbraOFBStampInfo&>(*this) = OmbraOFBStampInfo();
-    }
+    void setDefaults() override { static_cast<OmbraOFBStampInfo&>(*this) = OmbraOFBStampInfo(); }
     int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
     std::wstring pluginType() override { return L"OFBStampInfo"; }
 };

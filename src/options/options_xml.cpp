@@ -46,17 +46,39 @@ int32_t exchangedFilterType(int32_t stored) {
 
 std::map<int32_t, std::wstring> channelNames() {
     return {
-        {100, L"Atmosphere"},        {101, L"Diffuse"},           {102, L"Reflection"},
-        {103, L"Refraction"},        {104, L"Self-illumination"}, {105, L"Shadow"},
-        {106, L"Specular"},          {107, L"Lighting"},          {108, L"GI"},
-        {109, L"Caustics"},          {110, L"Raw GI"},            {111, L"Raw Light"},
-        {112, L"Raw Shadow"},        {113, L"Velocity"},          {114, L"RenderID"},
-        {115, L"Material ID"},       {116, L"Node ID"},           {117, L"ZDepth"},
-        {118, L"Reflection Filter"}, {119, L"Raw Reflection"},    {120, L"Refraction Filter"},
-        {121, L"Raw Refraction"},    {122, L"Real Color"},        {123, L"Normals"},
-        {124, L"Background"},        {125, L"Alpha"},             {126, L"RGB color"},
-        {127, L"Wire Color"},        {128, L"Matte Shadow"},      {129, L"Total Light"},
-        {130, L"Raw Total Light"},   {131, L"Bump Normal"},       {132, L"Sample Rate"},
+        {100, L"Atmosphere"},
+        {101, L"Diffuse"},
+        {102, L"Reflection"},
+        {103, L"Refraction"},
+        {104, L"Self-illumination"},
+        {105, L"Shadow"},
+        {106, L"Specular"},
+        {107, L"Lighting"},
+        {108, L"GI"},
+        {109, L"Caustics"},
+        {110, L"Raw GI"},
+        {111, L"Raw Light"},
+        {112, L"Raw Shadow"},
+        {113, L"Velocity"},
+        {114, L"RenderID"},
+        {115, L"Material ID"},
+        {116, L"Node ID"},
+        {117, L"ZDepth"},
+        {118, L"Reflection Filter"},
+        {119, L"Raw Reflection"},
+        {120, L"Refraction Filter"},
+        {121, L"Raw Refraction"},
+        {122, L"Real Color"},
+        {123, L"Normals"},
+        {124, L"Background"},
+        {125, L"Alpha"},
+        {126, L"RGB color"},
+        {127, L"Wire Color"},
+        {128, L"Matte Shadow"},
+        {129, L"Total Light"},
+        {130, L"Raw Total Light"},
+        {131, L"Bump Normal"},
+        {132, L"Sample Rate"},
         {133, L"SSS2"},
     };
 }
@@ -432,8 +454,7 @@ private:
         w_.writeInteger("r_height", f_.r_height);
         w_.writeFile(L"omimg_file", o_.path(OptionPath::OmImageFile), L"OMImage Output File",
                      kUserData);
-        writeSwitch(w_, "override_viewport", out.override_viewport, "Override Viewport",
-                    kUserData);
+        writeSwitch(w_, "override_viewport", out.override_viewport, "Override Viewport", kUserData);
         writeSwitch(w_, "do_animation", out.do_animation, "", kUserData);
         writeSwitch(w_, "save_render", out.save_render, "", kUserData);
         w_.writeInteger("frame_rate", out.frame_rate, "", kUserData);

@@ -13,9 +13,7 @@ float inverted(float component) {
     return value >= 0.0f ? value : 0.0f;
 }
 
-Color inverted(const Color& c) {
-    return Color(inverted(c.r), inverted(c.g), inverted(c.b));
-}
+Color inverted(const Color& c) { return Color(inverted(c.r), inverted(c.g), inverted(c.b)); }
 
 }  // namespace
 
@@ -121,9 +119,7 @@ int FresnelTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
 
 // ---------------------------------------------------------------- AColorTexture
 
-void AColorTexture::setDefaults() {
-    texture = AColor(1.0f, 1.0f, 1.0f, 1.0f);
-}
+void AColorTexture::setDefaults() { texture = AColor(1.0f, 1.0f, 1.0f, 1.0f); }
 
 bool AColorTexture::serialize(QuickArchive& archive) {
     writeVersion(archive, 1);
@@ -138,9 +134,7 @@ bool AColorTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-bool AColorTexture::sameAs(const AColorTexture& o) const {
-    return sameAColor(texture, o.texture);
-}
+bool AColorTexture::sameAs(const AColorTexture& o) const { return sameAColor(texture, o.texture); }
 
 int AColorTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
     url += L"/" + pluginType();
@@ -173,9 +167,7 @@ bool InvertTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-void InvertTexture::cloneChildren() {
-    texture = cloneChild(texture);
-}
+void InvertTexture::cloneChildren() { texture = cloneChild(texture); }
 
 bool InvertTexture::sameAs(const InvertTexture& o) const {
     return sameChild(texture, o.texture) && invert_alpha == o.invert_alpha;

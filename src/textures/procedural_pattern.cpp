@@ -7,9 +7,7 @@ namespace CorvaneCore {
 
 // ---------------------------------------------------------------- UVWTexture
 
-void UVWTexture::setDefaults() {
-    uvwgen.reset();
-}
+void UVWTexture::setDefaults() { uvwgen.reset(); }
 
 bool UVWTexture::serialize(QuickArchive& archive) {
     writeVersion(archive, 1);
@@ -22,13 +20,9 @@ bool UVWTexture::deserialize(QuickArchive& archive) {
     return readRequiredChild(archive, uvwgen, createUVW);
 }
 
-void UVWTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-}
+void UVWTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
 
-bool UVWTexture::sameAs(const UVWTexture& o) const {
-    return sameChild(uvwgen, o.uvwgen);
-}
+bool UVWTexture::sameAs(const UVWTexture& o) const { return sameChild(uvwgen, o.uvwgen); }
 
 int UVWTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
     url += L"/" + pluginType();
@@ -135,9 +129,7 @@ bool BulgeTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-void BulgeTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-}
+void BulgeTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
 
 bool BulgeTexture::sameAs(const BulgeTexture& o) const {
     return sameChild(uvwgen, o.uvwgen) && sameFloat(u_width, o.u_width) &&
@@ -268,9 +260,7 @@ bool ClothTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-void ClothTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-}
+void ClothTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
 
 bool ClothTexture::sameAs(const ClothTexture& o) const {
     return sameChild(uvwgen, o.uvwgen) && sameAColor(gap_color, o.gap_color) &&

@@ -32,9 +32,7 @@ std::wstring SkyTexture::sunId() const {
     return light ? light->sunId : std::wstring();
 }
 
-bool SkyTexture::hasSun() const {
-    return sun && sun->getType() == kSunLightType;
-}
+bool SkyTexture::hasSun() const { return sun && sun->getType() == kSunLightType; }
 
 bool SkyTexture::usesDefaultSun() const {
     return hasSun() && equalsIgnoreCase(sunId(), defaultSunLight()->sunId);
@@ -106,9 +104,7 @@ bool SkyTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-void SkyTexture::cloneChildren() {
-    sun = cloneChild(sun);
-}
+void SkyTexture::cloneChildren() { sun = cloneChild(sun); }
 
 bool SkyTexture::sameAs(const SkyTexture& o) const {
     return sameChild(sun, o.sun) && sameVector(up_vector, o.up_vector) &&

@@ -38,9 +38,7 @@ bool BitmapBuffer::deserialize(QuickArchive& archive) {
     return true;
 }
 
-std::shared_ptr<BaseBitmap> BitmapBuffer::clone() {
-    return std::make_shared<BitmapBuffer>(*this);
-}
+std::shared_ptr<BaseBitmap> BitmapBuffer::clone() { return std::make_shared<BitmapBuffer>(*this); }
 
 bool BitmapBuffer::isEqual(const std::shared_ptr<BaseBitmap>& other) {
     if (!other || other->getType() != getType()) return false;

@@ -167,9 +167,7 @@ void GenChannelUVW::updateTransforms() {
     texComponents.applyTo(tex_transform);
 }
 
-std::shared_ptr<BaseUVW> GenChannelUVW::clone() {
-    return std::make_shared<GenChannelUVW>(*this);
-}
+std::shared_ptr<BaseUVW> GenChannelUVW::clone() { return std::make_shared<GenChannelUVW>(*this); }
 
 bool GenChannelUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
     if (!other || other->getType() != getType()) return false;
@@ -226,9 +224,7 @@ bool GenEnvironmentUVW::deserialize(QuickArchive& archive) {
 }
 
 // Only a matrix is stored, so the offsets reach no stored field.
-void GenEnvironmentUVW::updateTransforms() {
-    components.compose(uvw_matrix);
-}
+void GenEnvironmentUVW::updateTransforms() { components.compose(uvw_matrix); }
 
 std::shared_ptr<BaseUVW> GenEnvironmentUVW::clone() {
     return std::make_shared<GenEnvironmentUVW>(*this);
@@ -293,18 +289,14 @@ bool GenProjectionUVW::readFields(QuickArchive& archive) {
     return components.deserialize(archive);
 }
 
-bool GenProjectionUVW::deserialize(QuickArchive& archive) {
-    return readFields(archive);
-}
+bool GenProjectionUVW::deserialize(QuickArchive& archive) { return readFields(archive); }
 
 bool GenObjectUVW::deserialize(QuickArchive& archive) {
     setDefaults();
     return readFields(archive);
 }
 
-void GenProjectionUVW::updateTransforms() {
-    components.applyTo(uvw_transform);
-}
+void GenProjectionUVW::updateTransforms() { components.applyTo(uvw_transform); }
 
 bool GenProjectionUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
     if (!other || other->getType() != getType()) return false;
@@ -325,8 +317,6 @@ std::shared_ptr<BaseUVW> GenPlanarWorldUVW::clone() {
     return std::make_shared<GenPlanarWorldUVW>(*this);
 }
 
-std::shared_ptr<BaseUVW> GenObjectUVW::clone() {
-    return std::make_shared<GenObjectUVW>(*this);
-}
+std::shared_ptr<BaseUVW> GenObjectUVW::clone() { return std::make_shared<GenObjectUVW>(*this); }
 
 }  // namespace CorvaneCore

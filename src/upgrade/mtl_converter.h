@@ -8,7 +8,7 @@
 #include "materials/base_material.h"
 
 class MtlCORVANEConverter : public CorvaneXMLSerializable {
-  public:
+public:
     explicit MtlCORVANEConverter(std::shared_ptr<CorvaneCore::BaseMaterial> material)
         : material(std::move(material)) {}
 

@@ -91,9 +91,7 @@ std::wstring bitmapFile(const BitmapTexture& texture) {
     return buffer ? buffer->file : std::wstring();
 }
 
-Color rgb(const AColor& c) {
-    return Color(c.r, c.g, c.b);
-}
+Color rgb(const AColor& c) { return Color(c.r, c.g, c.b); }
 
 // The material of the tree below `root` that holds `child` among its walked materials.
 MaterialPtr findParent(const MaterialPtr& root, const MaterialPtr& child, int depth, int& visits) {
@@ -178,9 +176,7 @@ bool SkpMaterialEditor::runUpgrade() {
     return true;
 }
 
-void SkpMaterialEditor::abortUpgrade() {
-    host_->abortOperation();
-}
+void SkpMaterialEditor::abortUpgrade() { host_->abortOperation(); }
 
 // ---------------------------------------------------------------- materials
 

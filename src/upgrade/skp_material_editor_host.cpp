@@ -62,9 +62,7 @@ VALUE warnText(VALUE text) {
     return Qnil;
 }
 
-ID idOf(const char* name) {
-    return rb_intern(name);
-}
+ID idOf(const char* name) { return rb_intern(name); }
 
 class RubyHostModelOps : public HostModelOps {
 public:

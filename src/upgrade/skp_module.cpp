@@ -16,9 +16,7 @@ SkpModule& SkpModule::instance() {
     return *module;
 }
 
-bool SkpModule::serialize(QuickArchive&) {
-    return false;
-}
+bool SkpModule::serialize(QuickArchive&) { return false; }
 
 bool SkpModule::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
@@ -57,8 +55,6 @@ namespace CorvaneCore {
 
 // The scene's options are the stored record's: what old_deserialize left is what the options
 // document shows.
-AllOptions& sceneOptions() {
-    return SkpModule::instance().options;
-}
+AllOptions& sceneOptions() { return SkpModule::instance().options; }
 
 }  // namespace CorvaneCore

@@ -258,8 +258,7 @@ void AssetXmlWriter::writeComponentMatrix(Text name, const ComponentValues& valu
     blockClose();
 }
 
-void AssetXmlWriter::writeComponentTransform(Text name, const ComponentValues& value,
-                                             Text label) {
+void AssetXmlWriter::writeComponentTransform(Text name, const ComponentValues& value, Text label) {
     beginValueParameter(name, L"componentTransform", label);
     blockOpen();
     componentLines(value);
@@ -298,13 +297,15 @@ struct PluginUrl {
 
 bool isPresent(const PluginRef& child) {
     if (std::holds_alternative<std::monostate>(child)) throw kNoPluginFamily;
-    return std::visit([](const auto& p) -> bool {
-        if constexpr (std::is_same_v<std::decay_t<decltype(p)>, std::monostate>) {
-            return false;
-        } else {
-            return p != nullptr;
-        }
-    }, child);
+    return std::visit(
+        [](const auto& p) -> bool {
+            if constexpr (std::is_same_v<std::decay_t<decltype(p)>, std::monostate>) {
+                return false;
+            } else {
+                return p != nullptr;
+            }
+        },
+        child);
 }
 
 }  // namespace

@@ -23,8 +23,8 @@ class BaseLight;
 // A plugin-valued parameter: a pointer into one of the six families, or nothing at all.
 using PluginRef =
     std::variant<std::monostate, std::shared_ptr<BaseTexture>, std::shared_ptr<BaseMaterial>,
-                 std::shared_ptr<BaseUVW>, std::shared_ptr<BaseCamera>,
-                 std::shared_ptr<BaseBitmap>, std::shared_ptr<BaseLight>>;
+                 std::shared_ptr<BaseUVW>, std::shared_ptr<BaseCamera>, std::shared_ptr<BaseBitmap>,
+                 std::shared_ptr<BaseLight>>;
 
 // Thrown by writePlugin for a reference that holds none of the six families.
 constexpr int kNoPluginFamily = 20;
@@ -74,7 +74,7 @@ public:
 
     std::wstring& stream() { return stream_; }
     int32_t depth() const { return depth_; }
-    int32_t targetHost = 0;  // 0: the modelling host every conversion targets
+    int32_t targetHost = 0;                        // 0: the modelling host every conversion targets
     std::map<std::wstring, std::wstring> sunUrls;  // sun id to the URL it was written under
 
     // Structure.

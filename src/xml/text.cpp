@@ -8,10 +8,10 @@ namespace CorvaneCore {
 namespace {
 
 // Windows-1252 bytes 0x80..0x9F; the five unassigned bytes map to the same code point.
-const char16_t kCp1252High[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+const char16_t kCp1252High[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                  0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 // Decodes strict UTF-8; false on any ill-formed sequence (overlong, surrogate, > U+10FFFF).
 bool decodeStrictUtf8(const unsigned char* s, size_t n, std::wstring& out) {
@@ -124,7 +124,8 @@ std::string wideToUtf8(const std::wstring& text) {
             i += 8;
             used += 8;
         }
-        while (i < n && static_cast<uint32_t>(in[i]) < 0x80) dst[used++] = static_cast<char>(in[i++]);
+        while (i < n && static_cast<uint32_t>(in[i]) < 0x80)
+            dst[used++] = static_cast<char>(in[i++]);
         if (i == n) break;
         out.resize(used);
         appendUtf8(out, static_cast<uint32_t>(in[i++]));

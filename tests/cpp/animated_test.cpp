@@ -1,8 +1,9 @@
+#include "params/animated.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "params/animated.h"
 #include "record_builder.h"
 
 using namespace CorvaneCore;

@@ -1,8 +1,9 @@
+#include "options/cameras.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "options/cameras.h"
 #include "options_stream_builder.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"

@@ -161,8 +161,9 @@ TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
     a.setTrace(&trace);
     Node root;
     EXPECT_FALSE(readTracedObject(a, root));
-    EXPECT_EQ(trace.failureText(), "(anonymous namespace)::Node refused the read at version word "
-                                   "0x70000 (byte 13)");
+    EXPECT_EQ(trace.failureText(),
+              "(anonymous namespace)::Node refused the read at version word "
+              "0x70000 (byte 13)");
     ASSERT_EQ(trace.nodes().size(), 2u);
     EXPECT_EQ(trace.nodes()[1].parent, 0);
     EXPECT_EQ(trace.treeText(),

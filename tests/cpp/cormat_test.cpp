@@ -1,7 +1,5 @@
 // The .cormat material file: its header and three payload forms, what it refuses, and the
 // document that the command-line tool makes of it.
-#include "materials/material_file.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -11,9 +9,10 @@
 #include <string>
 
 #include "convert/conversions.h"
-#include "materials/material.h"
-#include "materials/wrappers.h"
 #include "material_bytes.h"
+#include "materials/material.h"
+#include "materials/material_file.h"
+#include "materials/wrappers.h"
 
 using namespace CorvaneCore;
 using namespace material_test;
@@ -22,7 +21,9 @@ namespace {
 
 class CorMatTest : public MaterialSetTest {};
 
-std::string bytesOf(const RecordBuilder& r) { return std::string(r.bytes().begin(), r.bytes().end()); }
+std::string bytesOf(const RecordBuilder& r) {
+    return std::string(r.bytes().begin(), r.bytes().end());
+}
 
 // Header of a file: version word and count.
 std::string header(uint32_t word, uint32_t count) {
@@ -126,7 +127,7 @@ TEST_F(CorMatTest, ReadRefusesBadHeadersAndLeavesTheListAlone) {
     EXPECT_FALSE(readFile(file, header(0x40000, 1) + entry));  // unknown version
     EXPECT_FALSE(readFile(file, header(0x00000, 1) + entry));
     EXPECT_FALSE(readFile(file, std::string("\0\0\x02", 3)));  // short header
-    EXPECT_FALSE(readFile(file, header(0x30000, 1)));           // no blocks
+    EXPECT_FALSE(readFile(file, header(0x30000, 1)));          // no blocks
 
     RecordBuilder unknown;
     unknown.i32(15).version(1);

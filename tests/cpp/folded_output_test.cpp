@@ -1,8 +1,6 @@
 // The folded material output: wrappers merged into the block of the layered material they
 // wrap, the layouts of two-sided, angle blend and toon materials, and references seen through.
 // Records go in as bytes, the way a conversion gets them.
-#include "materials/material_file.h"
-
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -10,10 +8,11 @@
 #include <string>
 
 #include "convert/conversions.h"
+#include "material_bytes.h"
 #include "materials/material.h"
+#include "materials/material_file.h"
 #include "materials/material_linked.h"
 #include "materials/wrappers.h"
-#include "material_bytes.h"
 #include "xml/asset_xml_writer.h"
 
 using namespace CorvaneCore;
@@ -68,11 +67,11 @@ TEST_F(FoldedOutputTest, BumpAroundBrickTakesTheWrappersNameAndAddsItsParameters
     const RecordBuilder bump = bumpAround("B1", 0.8f, "C:/maps/brick_bump.png", 1, brickRecord());
     EXPECT_EQ(sampleBytes("material_type3_bump_brick.json"), bump.bytes());
 
-    const std::string expected = document(
-        bitmapBlocks("/B1/bump_tex/TexBitmap", "C:/maps/brick_bump.png") +
-        brickLayerBlocks("/B1") + foldedHead("/B1", {"BRDFDiffuse"}) +
-        plain("bool", "bump_on", "1") + plain("float", "bump_tex_mult", "0.8") +
-        plain("plugin", "bump_tex", "/B1/bump_tex/TexBitmap") + kAssetTail);
+    const std::string expected =
+        document(bitmapBlocks("/B1/bump_tex/TexBitmap", "C:/maps/brick_bump.png") +
+                 brickLayerBlocks("/B1") + foldedHead("/B1", {"BRDFDiffuse"}) +
+                 plain("bool", "bump_on", "1") + plain("float", "bump_tex_mult", "0.8") +
+                 plain("plugin", "bump_tex", "/B1/bump_tex/TexBitmap") + kAssetTail);
     EXPECT_EQ(convert(bump, MaterialBump::kType), expected);
 }
 
@@ -86,8 +85,8 @@ TEST_F(FoldedOutputTest, OnlyTheOuterOfTwoNestedBumpsCounts) {
     EXPECT_EQ(out.urls, (Names{"/Outer/bump_tex/TexBitmap/uvwgen/UVWGenChannel",
                                "/Outer/bump_tex/TexBitmap/buffer/BitmapBuffer",
                                "/Outer/bump_tex/TexBitmap", "/Outer/Layer", "/Outer"}));
-    EXPECT_EQ(out.parameters, (Names{"double_sided", "brdfs", "bump_on", "bump_tex_mult",
-                                     "bump_tex"}));
+    EXPECT_EQ(out.parameters,
+              (Names{"double_sided", "brdfs", "bump_on", "bump_tex_mult", "bump_tex"}));
     EXPECT_NE(xml.find("<value>0.5</value>"), std::string::npos);
     EXPECT_EQ(xml.find("inner.png"), std::string::npos);
     EXPECT_EQ(xml.find("Inner"), std::string::npos);
@@ -99,23 +98,22 @@ TEST_F(FoldedOutputTest, TwoSidedWritesFrontBackAndTheLayoutInThatOrder) {
     bitmapSlot(r, "C:/skipped.png").color(0.2f, 0.2f, 0.2f).f32(1).boolean(true);
     section(r.absent().color(0.5f, 0.5f, 0.5f).f32(1), "Sign");
 
-    const std::string expected = document(
-        plainBlocks("Front", "Paint") + plainBlocks("Back", "Primer") +
-        assetHead("material", "/Sign", "Mtl2Sided", "TwoSidedMatLayout") +
-        plain("plugin", "front", "/Front") + plain("plugin", "back", "/Back") +
-        color("translucency", "0.2", "0.2", "0.2") + plain("bool", "force_1sided", "1") +
-        kAssetTail);
+    const std::string expected =
+        document(plainBlocks("Front", "Paint") + plainBlocks("Back", "Primer") +
+                 assetHead("material", "/Sign", "Mtl2Sided", "TwoSidedMatLayout") +
+                 plain("plugin", "front", "/Front") + plain("plugin", "back", "/Back") +
+                 color("translucency", "0.2", "0.2", "0.2") + plain("bool", "force_1sided", "1") +
+                 kAssetTail);
     EXPECT_EQ(convert(r, Material2Sided::kType), expected);
 }
 
 TEST_F(FoldedOutputTest, HostTwoSidedLayoutHasItsOwnWords) {
     RecordBuilder r;
     layeredSlot(section(r.version(1), "Skp"), "Front", "Paint").absent().boolean(false);
-    const std::string expected =
-        document(plainBlocks("Front", "Paint") +
-                 assetHead("material", "/Skp", "MtlSkp2Sided", "SkpTwoSidedMatLayout") +
-                 plain("plugin", "front", "/Front") + plain("bool", "force_1sided", "0") +
-                 kAssetTail);
+    const std::string expected = document(
+        plainBlocks("Front", "Paint") +
+        assetHead("material", "/Skp", "MtlSkp2Sided", "SkpTwoSidedMatLayout") +
+        plain("plugin", "front", "/Front") + plain("bool", "force_1sided", "0") + kAssetTail);
     EXPECT_EQ(convert(r, MaterialSkp2Sided::kType), expected);
 }
 
@@ -199,8 +197,8 @@ TEST_F(FoldedOutputTest, ReferenceFoundInTheSetIsWalkedLive) {
     AssetXmlWriter writer(text);
     convertMaterialTree(writer, bump);
     EXPECT_EQ(outline(text).urls, (Names{"/Wrap"}));
-    EXPECT_EQ(outline(text).parameters, (Names{"double_sided", "brdfs", "bump_on",
-                                               "bump_tex_mult", "bump_tex"}));
+    EXPECT_EQ(outline(text).parameters,
+              (Names{"double_sided", "brdfs", "bump_on", "bump_tex_mult", "bump_tex"}));
 }
 
 TEST_F(FoldedOutputTest, EveryWrapperKindFoldsInItsOrder) {
@@ -231,16 +229,41 @@ TEST_F(FoldedOutputTest, EveryWrapperKindFoldsInItsOrder) {
     }
     urls.insert(urls.end(), {"/Top/Layer", "/Top"});
     EXPECT_EQ(out.urls, urls);
-    EXPECT_EQ(out.parameters,
-              (Names{"double_sided", "brdfs", "bump_on", "bump_tex_mult", "bump_tex",
-                     "displace_on", "displace_shift", "displace_edge_length",
-                     "displace_tex_mult", "displace_max_subdivs", "displace_continuity",
-                     "displace_view_dependent", "displace_use_globals", "displace_tex",
-                     "gi_tex", "bg_tex", "reflect_tex", "refract_tex", "gi_color", "bg_color",
-                     "reflect_color", "refract_color", "bg_tex_mult", "gi_tex_mult",
-                     "reflect_tex_mult", "refract_tex_mult", "override_bg", "override_gi",
-                     "override_reflect", "override_refract", "ignore_objects", "short_circuit",
-                     "alpha", "alpha_tex_mult", "alpha_tex"}));
+    EXPECT_EQ(out.parameters, (Names{"double_sided",
+                                     "brdfs",
+                                     "bump_on",
+                                     "bump_tex_mult",
+                                     "bump_tex",
+                                     "displace_on",
+                                     "displace_shift",
+                                     "displace_edge_length",
+                                     "displace_tex_mult",
+                                     "displace_max_subdivs",
+                                     "displace_continuity",
+                                     "displace_view_dependent",
+                                     "displace_use_globals",
+                                     "displace_tex",
+                                     "gi_tex",
+                                     "bg_tex",
+                                     "reflect_tex",
+                                     "refract_tex",
+                                     "gi_color",
+                                     "bg_color",
+                                     "reflect_color",
+                                     "refract_color",
+                                     "bg_tex_mult",
+                                     "gi_tex_mult",
+                                     "reflect_tex_mult",
+                                     "refract_tex_mult",
+                                     "override_bg",
+                                     "override_gi",
+                                     "override_reflect",
+                                     "override_refract",
+                                     "ignore_objects",
+                                     "short_circuit",
+                                     "alpha",
+                                     "alpha_tex_mult",
+                                     "alpha_tex"}));
 }
 
 TEST_F(FoldedOutputTest, TreesWithoutALayeredMaterialGiveAnEmptyDocument) {

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "convert/conversions.h"
-#include "record_builder.h"
 #include "lights/dome_light.h"
 #include "lights/ies_light.h"
 #include "lights/light_names.h"
@@ -15,6 +14,7 @@
 #include "lights/sphere_light.h"
 #include "lights/spot_light.h"
 #include "lights/sun_light.h"
+#include "record_builder.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -314,7 +314,8 @@ TEST(LightRecords, EveryClassReadsEveryVersion) {
     readEveryVersion<OmniLight>("omni", 4, omniRecord, expectOmni);
     readEveryVersion<SpotLight>("spot", 4, spotRecord, expectSpot);
     readEveryVersion<RectangleLight>("rectangle", 4, rectangleRecord, expectRectangle);
-    readEveryVersion<SunLight>("sun", 4, [](uint32_t v) { return sunRecord(v); }, expectSun);
+    readEveryVersion<SunLight>(
+        "sun", 4, [](uint32_t v) { return sunRecord(v); }, expectSun);
     readEveryVersion<IESLight>("ies", 3, iesRecord, expectIes);
     readEveryVersion<SphereLight>("sphere", 2, sphereRecord, expectSphere);
 }
@@ -468,8 +469,8 @@ public:
                                const std::string& value, const std::string& label = "",
                                bool userData = false, const std::string& handler = "default") {
         at(5, "<parameter type=\"" + type + "\" name=\"" + name + "\" handler=\"" + handler +
-                  "\" listType=\"none\"" + (userData ? " isUserData=\"1\"" : "") +
-                  " label=\"" + (label.empty() ? name : label) + "\">");
+                  "\" listType=\"none\"" + (userData ? " isUserData=\"1\"" : "") + " label=\"" +
+                  (label.empty() ? name : label) + "\">");
         at(6, "<value>" + value + "</value>");
         at(5, "</parameter>");
         return *this;
@@ -501,8 +502,10 @@ public:
     }
     std::vector<std::string> lines() const {
         std::vector<std::string> all = lines_;
-        for (auto [depth, text] : {std::pair{4, "</parameters>"}, {3, "</ombraplugin>"},
-                                   {2, "</plugin>"}, {1, "</Asset>"}}) {
+        for (auto [depth, text] : {std::pair{4, "</parameters>"},
+                                   {3, "</ombraplugin>"},
+                                   {2, "</plugin>"},
+                                   {1, "</Asset>"}}) {
             all.push_back(std::string(2 * depth, ' ') + text);
         }
         return all;
@@ -647,7 +650,8 @@ TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
     expectSameLines(convert(sunRecord(4), 5), e.lines());
     // A version 1 sun keeps its head transform as the value at time 0.0.
     std::string old = convert(sunRecord(1), 5);
-    EXPECT_NE(old.find("<z>12</z>\n              </vector>\n            </value>"), std::string::npos);
+    EXPECT_NE(old.find("<z>12</z>\n              </vector>\n            </value>"),
+              std::string::npos);
 }
 
 TEST(LightXml, SphereAndDomeLightsWriteNothing) {

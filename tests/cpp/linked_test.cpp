@@ -1,15 +1,14 @@
 // Linked materials and references: the link id, both reference versions, how a reference
 // refreshes and resolves, the name checks and the scene's default material.
-#include "materials/material_linked.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "material_bytes.h"
 #include "materials/brdf.h"
 #include "materials/material.h"
+#include "materials/material_linked.h"
 #include "materials/wrappers.h"
-#include "material_bytes.h"
 #include "texture_bytes.h"
 #include "xml/asset_xml_writer.h"
 
@@ -163,7 +162,8 @@ TEST_F(LinkedTest, AWalkThatFindsTheTargetKeepsIt) {
     EXPECT_EQ(collectMaterials(reference, 1), std::vector<MaterialPtr>{live});
     EXPECT_EQ(reference->resolved, live);
     sceneMaterials()->removeMaterial(L"Live");
-    EXPECT_EQ(collectMaterials(reference, 1), std::vector<MaterialPtr>{live});  // the copy stands in
+    EXPECT_EQ(collectMaterials(reference, 1),
+              std::vector<MaterialPtr>{live});  // the copy stands in
 }
 
 TEST_F(LinkedTest, ResolveIsUsableCopiesAndEquality) {

@@ -9,10 +9,10 @@
 #include <string>
 
 #include "convert/conversions.h"
+#include "material_bytes.h"
 #include "materials/brdf.h"
 #include "materials/material_file.h"
 #include "materials/scene_materials.h"
-#include "material_bytes.h"
 #include "textures/texture.h"
 #include "upgrade/mtl_converter.h"
 #include "xml/asset_xml_writer.h"

@@ -1,5 +1,6 @@
-#include <gtest/gtest.h>
+#include "options/options_file.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -8,7 +9,6 @@
 
 #include "convert/conversions.h"
 #include "options/all_options.h"
-#include "options/options_file.h"
 #include "xml/text.h"
 
 using namespace CorvaneCore;

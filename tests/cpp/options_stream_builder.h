@@ -72,14 +72,14 @@ inline void appendFrameData(StreamBuilder& b) {
     b.f64(0.5).f64(1.5).f64(2.5).i32(4);
     appendDoubleTransform(b, 10.0f);
     appendDoubleTransform(b, 30.0f);
-    b.f32(7.0f).f32(8.0f).f32(9.0f);          // fov, nearRange, farRange
-    b.f32(123.0f).f32(0.25f).f32(15.0f);      // focal_dist, aperture, rotation
-    b.i32(1).f32(0.5f).f32(900.0f).i32(2);    // clipping, near, far, projType
-    b.f32(1.5f).i32(1);                       // zoomFractor, infiniteProj
+    b.f32(7.0f).f32(8.0f).f32(9.0f);                   // fov, nearRange, farRange
+    b.f32(123.0f).f32(0.25f).f32(15.0f);               // focal_dist, aperture, rotation
+    b.i32(1).f32(0.5f).f32(900.0f).i32(2);             // clipping, near, far, projType
+    b.f32(1.5f).i32(1);                                // zoomFractor, infiniteProj
     b.f32(321.0f).i32(0).f32(4.5f).f32(0.75f).i32(1);  // height, auto_fit, dist, curve, ortho
     for (int i = 0; i < 6; ++i) b.color(0.1f * i, 0.2f, 0.3f);
-    b.f32(0.1f).f32(0.2f).f32(0.3f).f32(0.4f);         // region
-    for (int i = 0; i < 8; ++i) b.i32(40 + i);          // carried A, B, bmp and r sizes
+    b.f32(0.1f).f32(0.2f).f32(0.3f).f32(0.4f);  // region
+    for (int i = 0; i < 8; ++i) b.i32(40 + i);  // carried A, B, bmp and r sizes
     b.f32(1.25f).i32(2).i32(1).i32(1).f32(0.5f).f32(2.0f);
 }
 

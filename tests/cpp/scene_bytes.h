@@ -48,9 +48,7 @@ inline void appendSunV3(StreamBuilder& b, const std::string& id, const std::stri
 }
 
 // A sky of version 1 without a sun of its own.
-inline void appendSkyV1(StreamBuilder& b) {
-    b.u32(0x10000).boolean(false);
-}
+inline void appendSkyV1(StreamBuilder& b) { b.u32(0x10000).boolean(false); }
 
 // The objects of each major, in the order the scene record holds them.
 inline StreamBuilder sceneRecord(uint32_t major, float sunTurbidity = 7.5f) {

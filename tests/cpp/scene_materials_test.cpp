@@ -16,7 +16,7 @@ using namespace CorvaneCore;
 namespace {
 
 class SceneMaterialsTest : public ::testing::Test {
-  protected:
+protected:
     void SetUp() override { clear(); }
     void TearDown() override { clear(); }
     static void clear() {
@@ -94,7 +94,8 @@ TEST_F(SceneMaterialsTest, ReadingManyDefaultNamesStaysLinear) {
     EXPECT_LT(seconds, 20.0);
     ASSERT_TRUE(set().addMaterial(std::make_shared<MaterialLayeredBRDF>()));
     EXPECT_TRUE(set().findByName(L"DefaultMaterial"));
-    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"), L"DefaultMaterial" + std::to_wstring(kCount + 1));
+    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"),
+              L"DefaultMaterial" + std::to_wstring(kCount + 1));
 }
 
 TEST_F(SceneMaterialsTest, UniqueNameIgnoresCase) {

@@ -1,13 +1,14 @@
+#include "xml/text.h"
+
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstring>
-#include <sstream>
 #include <locale>
 #include <set>
+#include <sstream>
 
 #include "xml/number_format.h"
-#include "xml/text.h"
 
 using namespace CorvaneCore;
 

@@ -220,11 +220,9 @@ TEST(GenEnvironmentUVW, SplitsComponentsOverTwoParameters) {
     Xml expected;
     expected.assetOpen(L"/Env/UVWGenEnvironment", L"uvw", L"UVWGenEnvironment")
         .components(L"componentMatrix", L"uvw_matrix",
-                    {L"10", L"0.5", L"-20", L"1", L"1", L"1",
-                     L"0", L"0", L"0", L"0", L"1", L"0"})
+                    {L"10", L"0.5", L"-20", L"1", L"1", L"1", L"0", L"0", L"0", L"0", L"1", L"0"})
         .components(L"componentTransform", L"uvw_transform",
-                    {L"0", L"0", L"0", L"2", L"1", L"1.6",
-                     L"0", L"0.1", L"3", L"0", L"0", L"0"})
+                    {L"0", L"0", L"0", L"2", L"1", L"1.6", L"0", L"0.1", L"3", L"0", L"0", L"0"})
         .inlineParam(L"string", L"mapping_type", L"mirror_ball")
         .assetClose();
 
@@ -270,8 +268,7 @@ TEST(ProjectionUVW, WritesOnePlacementParameter) {
     Xml expected;
     expected.assetOpen(L"/T/uvwgen/UVWGenObject", L"uvw", L"UVWGenObject")
         .components(L"componentTransform", L"uvw_transform",
-                    {L"0", L"0", L"0", L"1", L"1", L"1",
-                     L"2", L"0", L"0", L"0", L"0", L"0"})
+                    {L"0", L"0", L"0", L"1", L"1", L"1", L"2", L"0", L"0", L"0", L"0", L"0"})
         .assetClose();
     EXPECT_EQ(texture_test::assetsOf(uvw, L"/T/uvwgen"), expected.document());
     EXPECT_EQ(uvw.uvw_transform.offset, Vector(2, 0, 0));

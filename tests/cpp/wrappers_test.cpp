@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "material_bytes.h"
 #include "materials/material.h"
 #include "materials/scene_materials.h"
-#include "material_bytes.h"
 #include "texture_bytes.h"
 #include "textures/texture.h"
 #include "xml/asset_xml_writer.h"
@@ -49,10 +49,21 @@ Outline ownOutline(BaseMaterial& material, const std::wstring& url = L"") {
 }  // namespace
 
 TEST_F(WrappersTest, FactoryMakesEveryClassWithItsId) {
-    const wchar_t* plugins[] = {L"MtlSingleBRDF", L"MtlCORVANE", L"MtlMulti", L"MtlBump", L"",
-                                L"Mtl2Sided", L"", L"MtlSkp2Sided", L"MtlOverrideEnvironment",
-                                L"MtlDisplaced", L"MtlObjectExclusion", L"MtlAlphaContribution",
-                                L"MtlAngleBlend", nullptr, L"MtlToon"};
+    const wchar_t* plugins[] = {L"MtlSingleBRDF",
+                                L"MtlCORVANE",
+                                L"MtlMulti",
+                                L"MtlBump",
+                                L"",
+                                L"Mtl2Sided",
+                                L"",
+                                L"MtlSkp2Sided",
+                                L"MtlOverrideEnvironment",
+                                L"MtlDisplaced",
+                                L"MtlObjectExclusion",
+                                L"MtlAlphaContribution",
+                                L"MtlAngleBlend",
+                                nullptr,
+                                L"MtlToon"};
     for (int id = 0; id <= 14; ++id) {
         MaterialPtr material = createMaterial(id);
         ASSERT_TRUE(material) << id;
@@ -206,7 +217,7 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     EXPECT_FLOAT_EQ(sided.translucency.g, 0.2f);
     EXPECT_TRUE(sided.force_1sided);
     EXPECT_FLOAT_EQ(sided.transparency.r, 0.25f);  // not in version 1, not reset
-    EXPECT_EQ(sided.name, constructed);           // no section before version 3
+    EXPECT_EQ(sided.name, constructed);            // no section before version 3
     sided.setDefaults();
     EXPECT_EQ(sided.name, constructed);  // setDefaults leaves name and uuid alone
     EXPECT_EQ(sided.uuid, L"before");
@@ -235,10 +246,9 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
                                "/Sign/transparency_tex/TexBitmap/uvwgen/UVWGenChannel",
                                "/Sign/transparency_tex/TexBitmap/buffer/BitmapBuffer",
                                "/Sign/transparency_tex/TexBitmap", "/Sign"}));
-    EXPECT_EQ(own.parameters,
-              (Names{"front", "back", "translucency_tex", "transparency_tex", "translucency",
-                     "transparency", "translucency_tex_mult", "transparency_tex_mult",
-                     "force_1sided"}));
+    EXPECT_EQ(own.parameters, (Names{"front", "back", "translucency_tex", "transparency_tex",
+                                     "translucency", "transparency", "translucency_tex_mult",
+                                     "transparency_tex_mult", "force_1sided"}));
 
     RecordBuilder failing;
     unknownSlot(layeredSlot(failing.version(3), "F"));
@@ -430,12 +440,14 @@ TEST_F(WrappersTest, ToonReadsBothVersionsAndNamesItsOwnParameters) {
     EXPECT_TRUE(t2.doSilhouetteMult);
     EXPECT_FLOAT_EQ(t2.silhouetteMult, 3);
     const Outline own = ownOutline(t2);
-    EXPECT_EQ(own.parameters,
-              (Names{"base_mtl", "color_tex", "distort_tex", "opacity_tex", "width_tex", "color",
-                     "color_tex_mult", "distort", "distort_tex_mult", "opacity",
-                     "opacity_tex_mult", "width", "width_tex_mult", "z_threshold", "trace_bias",
-                     "normal_threshold", "line_units", "silhouette_mult", "do_secondary",
-                     "divide_by_distance", "do_silhouette_mult"}));
+    EXPECT_EQ(
+        own.parameters,
+        (Names{"base_mtl",          "color_tex",       "distort_tex",      "opacity_tex",
+               "width_tex",         "color",           "color_tex_mult",   "distort",
+               "distort_tex_mult",  "opacity",         "opacity_tex_mult", "width",
+               "width_tex_mult",    "z_threshold",     "trace_bias",       "normal_threshold",
+               "line_units",        "silhouette_mult", "do_secondary",     "divide_by_distance",
+               "do_silhouette_mult"}));
     EXPECT_EQ(own.urls[own.urls.size() - 2], "/Toon/width_tex/TexBitmap");
     EXPECT_EQ(own.urls[own.urls.size() - 5], "/Toon/color_tex/TexBitmap");
 
@@ -452,11 +464,10 @@ TEST_F(WrappersTest, BumpOwnXmlWritesItsBaseAndTextureFirst) {
     std::wstring text;
     AssetXmlWriter writer(text);
     bump.writeXML(writer, L"/Set");
-    EXPECT_EQ(outline(text).urls,
-              (Names{"/Set/B1/Base/L", "/Set/B1/Base",
-                     "/Set/B1/bump_tex/TexBitmap/uvwgen/UVWGenChannel",
-                     "/Set/B1/bump_tex/TexBitmap/buffer/BitmapBuffer",
-                     "/Set/B1/bump_tex/TexBitmap", "/Set/B1"}));
+    EXPECT_EQ(outline(text).urls, (Names{"/Set/B1/Base/L", "/Set/B1/Base",
+                                         "/Set/B1/bump_tex/TexBitmap/uvwgen/UVWGenChannel",
+                                         "/Set/B1/bump_tex/TexBitmap/buffer/BitmapBuffer",
+                                         "/Set/B1/bump_tex/TexBitmap", "/Set/B1"}));
     EXPECT_EQ(outline(text).parameters, (Names{"bump_tex_mult", "base_mtl", "bump_tex"}));
     EXPECT_NE(text.find(L"<value>/Set/B1/Base</value>"), std::wstring::npos);
     EXPECT_NE(text.find(L"<value>/Set/B1/bump_tex/TexBitmap</value>"), std::wstring::npos);

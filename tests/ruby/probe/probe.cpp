@@ -93,9 +93,10 @@ VALUE ruby_to_wide(VALUE, VALUE v) {
 VALUE color_to_ruby(VALUE, VALUE r, VALUE g, VALUE b) {
     return guarded([&] {
         VALUE out = Qnil;
-        colorToRuby(CorvaneCore::Color(static_cast<float>(NUM2DBL(r)), static_cast<float>(NUM2DBL(g)),
-                                       static_cast<float>(NUM2DBL(b))),
-                    out);
+        colorToRuby(
+            CorvaneCore::Color(static_cast<float>(NUM2DBL(r)), static_cast<float>(NUM2DBL(g)),
+                               static_cast<float>(NUM2DBL(b))),
+            out);
         return out;
     });
 }
