@@ -15,11 +15,13 @@
 #include "lights/spot_light.h"
 #include "lights/sun_light.h"
 #include "record_builder.h"
+#include "texture_bytes.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
 using namespace CorvaneCore;
 using Bytes = RecordBuilder;
+using texture_test::Xml;
 
 namespace {
 
@@ -297,11 +299,8 @@ template <class Light, class Build, class Check>
 void readEveryVersion(const char* name, uint32_t newest, Build build, Check check) {
     SCOPED_TRACE(name);
     for (uint32_t v = 1; v <= newest; ++v) {
-        Bytes b = build(v);
-        QuickArchive archive = b.archive();
         Light light;
-        ASSERT_TRUE(light.deserialize(archive)) << "version " << v;
-        EXPECT_EQ(archive.readPos(), b.data.size()) << "version " << v;
+        ASSERT_TRUE(readAll(light, build(v))) << "version " << v;
         check(light, v);
     }
 }
@@ -322,18 +321,15 @@ TEST(LightRecords, EveryClassReadsEveryVersion) {
 
 TEST(LightRecords, AFailingCurveFailsTheReadAndKeepsTheFieldsBefore) {
     for (uint32_t v : {3u, 4u}) {
-        Bytes b = mayaRecord(v, 4);
-        QuickArchive archive = b.archive();
         MayaDirectLight light;
-        EXPECT_FALSE(light.deserialize(archive));
+        EXPECT_FALSE(deserializeFrom(light, mayaRecord(v, 4)));
         EXPECT_EQ(light.color, kColorA);
         EXPECT_EQ(light.shadowRadius, 1.5f);
     }
     Bytes sun = sunRecord(4);
     sun.data[sun.data.size() - 56 - 4] = 4;  // the curve's key size
-    QuickArchive archive = sun.archive();
     SunLight light;
-    EXPECT_FALSE(light.deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(light, sun));
     EXPECT_EQ(light.invisible, true);
 }
 
@@ -378,21 +374,14 @@ TEST(LightRecords, DomeLightWritesItsWordAndReadsNothing) {
 
 // ------------------------------------------------------------ round trips
 
-// The newest hand-made record read, written back byte for byte, read again and compared.
+// The newest hand-made record read, written back byte for byte, read again and compared; a clone
+// compares equal until `mutate` changes it.
 template <class Light, class Mutate>
 void roundTrip(const Bytes& newest, Mutate mutate) {
-    QuickArchive source = newest.archive();
-    auto light = std::make_shared<Light>();
-    ASSERT_TRUE(light->deserialize(source));
-    QuickArchive written(1);
-    ASSERT_TRUE(light->serialize(written));
-    ASSERT_EQ(written.writePos(), newest.data.size());
-    std::vector<uint8_t> bytes(newest.data.size());
-    written.readBytes(bytes.data(), bytes.size());
-    EXPECT_EQ(bytes, newest.data);
-    written.setReadPos(0);
-    auto back = std::make_shared<Light>();
-    ASSERT_TRUE(back->deserialize(written));
+    auto light = std::make_shared<Light>(), back = std::make_shared<Light>();
+    ASSERT_TRUE(deserializeFrom(*light, newest));
+    expectWritesBack(*light, newest);
+    ASSERT_TRUE(deserializeFrom(*back, newest));
     EXPECT_TRUE(back->isEqual(light));
     std::shared_ptr<BaseLight> copy = light->clone();
     EXPECT_TRUE(copy->isEqual(light));
@@ -455,115 +444,21 @@ TEST(LightFactory, DefaultSunIsOneSharedObject) {
 
 namespace {
 
-// Expected text of one light asset, built from the writer's rules: two blanks per depth,
-// "Asset" at depth 1 as convert_light writes it, parameters at 5, values at 6.
-class ExpectedAsset {
-public:
-    ExpectedAsset(const std::string& url, const std::string& plugin) {
-        at(1, "<Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"" + url + "\" >");
-        at(2, "<plugin>");
-        at(3, "<ombraplugin name=\"" + plugin + "\" type=\"light\">");
-        at(4, "<parameters>");
-    }
-    ExpectedAsset& inlineValue(const std::string& type, const std::string& name,
-                               const std::string& value, const std::string& label = "",
-                               bool userData = false, const std::string& handler = "default") {
-        at(5, "<parameter type=\"" + type + "\" name=\"" + name + "\" handler=\"" + handler +
-                  "\" listType=\"none\"" + (userData ? " isUserData=\"1\"" : "") + " label=\"" +
-                  (label.empty() ? name : label) + "\">");
-        at(6, "<value>" + value + "</value>");
-        at(5, "</parameter>");
-        return *this;
-    }
-    ExpectedAsset& real(const std::string& name, const std::string& value) {
-        return inlineValue("float", name, value);
-    }
-    ExpectedAsset& integer(const std::string& name, const std::string& value) {
-        return inlineValue("integer", name, value);
-    }
-    ExpectedAsset& flag(const std::string& name, const std::string& value) {
-        return inlineValue("bool", name, value);
-    }
-    ExpectedAsset& color(const std::string& name, const char* r, const char* g, const char* b) {
-        blockOpen("color", name);
-        element(7, "r", r), element(7, "g", g), element(7, "b", b);
-        return blockClose();
-    }
-    ExpectedAsset& vector(const std::string& name, const char* x, const char* y, const char* z) {
-        blockOpen("vector", name);
-        vectorElement(x, y, z);
-        return blockClose();
-    }
-    // Twelve numbers: three columns, then the offset.
-    ExpectedAsset& transform(const std::string& name, const std::vector<const char*>& n) {
-        blockOpen("transform", name);
-        for (size_t i = 0; i < 12; i += 3) vectorElement(n[i], n[i + 1], n[i + 2]);
-        return blockClose();
-    }
-    std::vector<std::string> lines() const {
-        std::vector<std::string> all = lines_;
-        for (auto [depth, text] : {std::pair{4, "</parameters>"},
-                                   {3, "</ombraplugin>"},
-                                   {2, "</plugin>"},
-                                   {1, "</Asset>"}}) {
-            all.push_back(std::string(2 * depth, ' ') + text);
-        }
-        return all;
-    }
+const std::vector<const wchar_t*> kPlaceText = {L"1", L"2", L"3", L"4",  L"5",  L"6",
+                                                L"7", L"8", L"9", L"10", L"11", L"12"};
 
-private:
-    void at(int depth, const std::string& text) {
-        lines_.push_back(std::string(2 * depth, ' ') + text);
-    }
-    void element(int depth, const std::string& tag, const std::string& value) {
-        at(depth, "<" + tag + ">" + value + "</" + tag + ">");
-    }
-    void blockOpen(const std::string& type, const std::string& name) {
-        at(5, "<parameter type=\"" + type + "\" name=\"" + name +
-                  "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">");
-        at(6, "<value>");
-    }
-    ExpectedAsset& blockClose() {
-        at(6, "</value>");
-        at(5, "</parameter>");
-        return *this;
-    }
-    void vectorElement(const char* x, const char* y, const char* z) {
-        at(7, "<vector>");
-        element(8, "x", x), element(8, "y", y), element(8, "z", z);
-        at(7, "</vector>");
-    }
-
-    std::vector<std::string> lines_;
-};
-
-const std::vector<const char*> kPlaceText = {"1", "2", "3", "4",  "5",  "6",
-                                             "7", "8", "9", "10", "11", "12"};
-
-std::vector<std::string> splitLines(const std::string& text) {
-    std::vector<std::string> lines;
-    size_t start = 0;
-    for (size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
-        lines.push_back(text.substr(start, end - start));
-    }
-    if (start != text.size()) lines.push_back(text.substr(start) + " <no newline>");
-    return lines;
+// convert_light writes one asset without "Assets" around it, two blanks further left.
+Xml lightAsset(const std::wstring& plugin) {
+    Xml e(-2);
+    e.assetOpen(L"/" + plugin, L"light", plugin);
+    return e;
 }
 
-void expectSameLines(const std::string& actual, const std::vector<std::string>& expected) {
-    std::vector<std::string> got = splitLines(actual);
-    for (size_t i = 0; i < std::max(got.size(), expected.size()); ++i) {
-        EXPECT_EQ(i < got.size() ? got[i] : "<missing>",
-                  i < expected.size() ? expected[i] : "<extra>")
-            << "line " << i + 1;
-    }
-}
-
-std::string convert(const Bytes& record, int type) {
+std::wstring convert(const Bytes& record, int type) {
     QuickArchive archive = record.archive();
     std::optional<std::string> text = convertLight(archive, type);
     EXPECT_TRUE(text.has_value()) << "type " << type;
-    return text.value_or("");
+    return utf8ToWide(text.value_or(""));
 }
 
 std::string xmlOf(BaseLight& light, AssetXmlWriter& writer, const std::wstring& name = L"") {
@@ -572,90 +467,98 @@ std::string xmlOf(BaseLight& light, AssetXmlWriter& writer, const std::wstring& 
     return wideToUtf8(writer.stream().substr(before));
 }
 
+std::string assetLine(const std::string& url) {
+    return "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"" + url + "\" >\n";
+}
+
 }  // namespace
 
 TEST(LightXml, MayaDirectLightLeavesOutItsTransform) {
-    ExpectedAsset e("/MayaLightDirect", "MayaLightDirect");
-    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
-    e.real("shadowBias", "0.125").real("shadowRadius", "1.5").real("intensity", "42");
-    e.integer("causticSubdivs", "222").integer("photonSubdivs", "111");
-    e.integer("shadowSubdivs", "33").flag("enabled", "0").flag("shadows", "0");
-    expectSameLines(convert(mayaRecord(4), 0), e.lines());
+    Xml e = lightAsset(L"MayaLightDirect");
+    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
+    e.real(L"shadowBias", L"0.125").real(L"shadowRadius", L"1.5").real(L"intensity", L"42");
+    e.integer(L"causticSubdivs", L"222").integer(L"photonSubdivs", L"111");
+    e.integer(L"shadowSubdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
+    EXPECT_EQ(convert(mayaRecord(4), 0), e.assetClose().out);
 }
 
 TEST(LightXml, OmniLightWritesUnitsAsTheFirstCausticSubdivs) {
-    ExpectedAsset e("/LightOmni", "LightOmni");
-    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
-    e.real("cutoffThreshold", "0.25").real("shadowBias", "0.125").real("decay", "2");
-    e.real("intensity", "42").real("shadowRadius", "1.5");
-    e.integer("causticSubdivs", "2").integer("photonSubdivs", "111");
-    e.integer("causticSubdivs", "222").integer("shadowSubdivs", "33");
-    e.flag("enabled", "0").flag("shadows", "0").flag("affectDiffuse", "0");
-    e.flag("affectSpecular", "0").transform("transform", kPlaceText);
-    expectSameLines(convert(omniRecord(4), 2), e.lines());
+    Xml e = lightAsset(L"LightOmni");
+    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
+    e.real(L"cutoffThreshold", L"0.25").real(L"shadowBias", L"0.125").real(L"decay", L"2");
+    e.real(L"intensity", L"42").real(L"shadowRadius", L"1.5");
+    e.integer(L"causticSubdivs", L"2").integer(L"photonSubdivs", L"111");
+    e.integer(L"causticSubdivs", L"222").integer(L"shadowSubdivs", L"33");
+    e.flag(L"enabled", L"0").flag(L"shadows", L"0").flag(L"affectDiffuse", L"0");
+    e.flag(L"affectSpecular", L"0").transform(L"transform", kPlaceText);
+    EXPECT_EQ(convert(omniRecord(4), 2), e.assetClose().out);
 }
 
 TEST(LightXml, SpotLightEndsWithTheLabelledLegacyFlag) {
-    ExpectedAsset e("/LightSpot", "LightSpot");
-    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
-    e.real("cutoffThreshold", "0.25").real("barnDoorLeft", "11").real("barnDoorRight", "12");
-    e.real("barnDoorTop", "13").real("barnDoorBottom", "14").real("shadowBias", "0.125");
-    e.real("decay", "2").real("intensity", "42").real("shadowRadius", "1.5");
-    e.real("coneAngle", "0.75").real("penumbraAngle", "0.2");
-    e.integer("units", "2").integer("photonSubdivs", "111").integer("causticSubdivs", "222");
-    e.integer("shadowSubdivs", "33").flag("enabled", "0").flag("barnDoor", "1");
-    e.flag("shadows", "0").flag("affectDiffuse", "0").flag("affectSpecular", "0");
-    e.transform("transform", kPlaceText);
-    e.inlineValue("bool", "legacyMode", "1", "Legacy Mode", true);
-    expectSameLines(convert(spotRecord(4), 4), e.lines());
+    Xml e = lightAsset(L"LightSpot");
+    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
+    e.real(L"cutoffThreshold", L"0.25").real(L"barnDoorLeft", L"11");
+    e.real(L"barnDoorRight", L"12").real(L"barnDoorTop", L"13").real(L"barnDoorBottom", L"14");
+    e.real(L"shadowBias", L"0.125").real(L"decay", L"2").real(L"intensity", L"42");
+    e.real(L"shadowRadius", L"1.5").real(L"coneAngle", L"0.75").real(L"penumbraAngle", L"0.2");
+    e.integer(L"units", L"2").integer(L"photonSubdivs", L"111");
+    e.integer(L"causticSubdivs", L"222").integer(L"shadowSubdivs", L"33");
+    e.flag(L"enabled", L"0").flag(L"barnDoor", L"1").flag(L"shadows", L"0");
+    e.flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
+    e.transform(L"transform", kPlaceText);
+    e.line(12,
+           L"<parameter type=\"bool\" name=\"legacyMode\" handler=\"default\" "
+           L"listType=\"none\" isUserData=\"1\" label=\"Legacy Mode\">");
+    e.line(14, L"<value>1</value>").paramClose();
+    EXPECT_EQ(convert(spotRecord(4), 4), e.assetClose().out);
 }
 
 TEST(LightXml, RectangleLightParameterOrder) {
-    ExpectedAsset e("/LightRectangle", "LightRectangle");
-    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
-    e.real("cutoffThreshold", "0.25").real("shadowBias", "0.125").real("intensity", "42");
-    e.real("u_size", "2.5").real("v_size", "3.5").integer("units", "2");
-    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222").integer("subdivs", "44");
-    e.flag("enabled", "0").flag("doubleSided", "1").flag("invisible", "1");
-    e.flag("lightPortal", "1").flag("noDecay", "1").flag("storeWithIrradianceMap", "1");
-    e.flag("ignoreLightNormals", "0").flag("shadows", "0").flag("affectDiffuse", "0");
-    e.flag("affectSpecular", "0").flag("affectReflections", "0");
-    e.transform("transform", kPlaceText);
-    expectSameLines(convert(rectangleRecord(4), 3), e.lines());
+    Xml e = lightAsset(L"LightRectangle");
+    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
+    e.real(L"cutoffThreshold", L"0.25").real(L"shadowBias", L"0.125").real(L"intensity", L"42");
+    e.real(L"u_size", L"2.5").real(L"v_size", L"3.5").integer(L"units", L"2");
+    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
+    e.integer(L"subdivs", L"44").flag(L"enabled", L"0").flag(L"doubleSided", L"1");
+    e.flag(L"invisible", L"1").flag(L"lightPortal", L"1").flag(L"noDecay", L"1");
+    e.flag(L"storeWithIrradianceMap", L"1").flag(L"ignoreLightNormals", L"0");
+    e.flag(L"shadows", L"0").flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
+    e.flag(L"affectReflections", L"0").transform(L"transform", kPlaceText);
+    EXPECT_EQ(convert(rectangleRecord(4), 3), e.assetClose().out);
 }
 
 TEST(LightXml, IESLightEscapesItsFilePath) {
-    ExpectedAsset e("/LightIES", "LightIES");
-    e.transform("transform", kPlaceText);
-    e.color("color", "0.1", "0.2", "0.3").color("shadowColor", "0.4", "0.5", "0.6");
-    e.color("filter_color", "0.7", "0.8", "0.9");
-    e.real("shadowBias", "0.125").real("cutoffThreshold", "0.25").real("intensity", "7");
-    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222");
-    e.integer("shadow_subdivs", "33").flag("enabled", "0").flag("shadows", "0");
-    e.flag("soft_shadows", "1").flag("affectDiffuse", "0").flag("affectSpecular", "0");
-    e.inlineValue("string", "ies_file", "C:\\ies\\caf\xC3\xA9 &amp; bar.ies", "", false,
-                  "FileBrowserHandler");
-    expectSameLines(convert(iesRecord(3), 6), e.lines());
+    Xml e = lightAsset(L"LightIES");
+    e.transform(L"transform", kPlaceText);
+    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
+    e.color(L"filter_color", L"0.7", L"0.8", L"0.9");
+    e.real(L"shadowBias", L"0.125").real(L"cutoffThreshold", L"0.25").real(L"intensity", L"7");
+    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
+    e.integer(L"shadow_subdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
+    e.flag(L"soft_shadows", L"1").flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
+    e.inlineParam(L"string", L"ies_file", L"C:\\ies\\caf\u00e9 &amp; bar.ies",
+                  L"FileBrowserHandler");
+    EXPECT_EQ(convert(iesRecord(3), 6), e.assetClose().out);
 }
 
 TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
-    ExpectedAsset e("/SunLight", "SunLight");
-    e.vector("up_vector", "0.1", "0.2", "0.9").real("shadowBias", "0.125");
-    e.real("turbidity", "4").real("water_vapour", "2.5").real("intensity_multiplier", "1.25");
-    e.real("size_multiplier", "2").real("photon_radius", "60");
-    e.real("photon_emit_distance", "170").real("ozone", "0.5");
-    e.integer("photonSubdivs", "111").integer("causticSubdivs", "222");
-    e.integer("shadow_subdivs", "33").flag("enabled", "0").flag("shadows", "0");
-    e.flag("invisible", "1").transform("transform", kPlaceText);
-    expectSameLines(convert(sunRecord(4), 5), e.lines());
+    Xml e = lightAsset(L"SunLight");
+    e.vectorParam(L"up_vector", L"0.1", L"0.2", L"0.9").real(L"shadowBias", L"0.125");
+    e.real(L"turbidity", L"4").real(L"water_vapour", L"2.5");
+    e.real(L"intensity_multiplier", L"1.25").real(L"size_multiplier", L"2");
+    e.real(L"photon_radius", L"60").real(L"photon_emit_distance", L"170").real(L"ozone", L"0.5");
+    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
+    e.integer(L"shadow_subdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
+    e.flag(L"invisible", L"1").transform(L"transform", kPlaceText);
+    EXPECT_EQ(convert(sunRecord(4), 5), e.assetClose().out);
     // A version 1 sun keeps its head transform as the value at time 0.0.
-    std::string old = convert(sunRecord(1), 5);
-    EXPECT_NE(old.find("<z>12</z>\n              </vector>\n            </value>"),
-              std::string::npos);
+    std::wstring old = convert(sunRecord(1), 5);
+    EXPECT_NE(old.find(L"<z>12</z>\n              </vector>\n            </value>"),
+              std::wstring::npos);
 }
 
 TEST(LightXml, SphereAndDomeLightsWriteNothing) {
-    EXPECT_EQ(convert(sphereRecord(2), 7), "");
+    EXPECT_EQ(convert(sphereRecord(2), 7), L"");
     std::wstring text;
     AssetXmlWriter writer(text);
     DomeLight dome;
@@ -680,16 +583,12 @@ TEST(LightXml, ASunIsWrittenOncePerWriterForTheModellingHost) {
     SunLight first, again, second;
     first.sunId = again.sunId = L"{AAAA}";
     second.sunId = L"{BBBB}";
-    std::vector<std::string> firstLines = splitLines(xmlOf(first, writer, L"/ignored"));
-    ASSERT_FALSE(firstLines.empty());
-    EXPECT_EQ(firstLines[0],
-              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/SunLight\" >");
+    const std::string firstText = xmlOf(first, writer, L"/ignored");
+    EXPECT_EQ(firstText.rfind(assetLine("/SunLight"), 0), 0u) << firstText;
     EXPECT_EQ(xmlOf(again, writer, L"/other"), "");
-    std::vector<std::string> secondLines = splitLines(xmlOf(second, writer));
-    ASSERT_FALSE(secondLines.empty());
-    EXPECT_EQ(secondLines[0],
-              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/SunLight1\" >");
-    EXPECT_EQ(secondLines.size(), firstLines.size());
+    // The second sun differs from the first by its URL only.
+    EXPECT_EQ(xmlOf(second, writer),
+              assetLine("/SunLight1") + firstText.substr(assetLine("/SunLight").size()));
     EXPECT_EQ(writer.sunUrls.size(), 2u);
     EXPECT_EQ(writer.sunUrls[L"{AAAA}"], L"/SunLight");
     EXPECT_EQ(writer.sunUrls[L"{BBBB}"], L"/SunLight1");
@@ -703,11 +602,9 @@ TEST(LightXml, OtherHostsNameSunsByTheirIdentity) {
     given.sunId = L"{AAAA}";
     byDefault.sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";
     byId.sunId = L"{CCCC}";
-    EXPECT_EQ(splitLines(xmlOf(given, writer, L"/Given Sun"))[0],
-              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/Given Sun\" >");
+    EXPECT_EQ(xmlOf(given, writer, L"/Given Sun").rfind(assetLine("/Given Sun"), 0), 0u);
     EXPECT_EQ(xmlOf(byDefault, writer), "");
     EXPECT_EQ(writer.sunUrls.count(byDefault.sunId), 0u);
-    EXPECT_EQ(splitLines(xmlOf(byId, writer))[0],
-              "  <Asset layout=\"\" renderer=\"ombra\" type=\"light\" url=\"/{CCCC}\" >");
+    EXPECT_EQ(xmlOf(byId, writer).rfind(assetLine("/{CCCC}"), 0), 0u);
     EXPECT_EQ(writer.sunUrls[L"{CCCC}"], L"/{CCCC}");
 }

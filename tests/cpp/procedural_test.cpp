@@ -77,12 +77,7 @@ TEST(FresnelTexture, ReadsVersionTwoWithOptionalChildren) {
     ASSERT_TRUE(white);
     EXPECT_EQ(white->texture, AColor(0, 1, 0, 1));
     expectWritesBack(*fresnel, record);
-
-    for (uint32_t word : {0x30000u, 0x20001u}) {
-        Bytes bad;
-        bad.u32(word);
-        EXPECT_FALSE(deserializeFrom(FresnelTexture(), bad)) << word;
-    }
+    texture_test::expectRefusesWords<FresnelTexture>({0x30000, 0x20001});
 }
 
 // The colours leave inverted: 1 - 1 = 0 and 1 - 65/255 = 0.745098 in six digits.
@@ -296,40 +291,29 @@ TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
 }
 
 TEST(ProceduralTextures, RefuseUnknownChildIdsAndTruncatedRecords) {
-    Bytes badUvw;
+    Bytes badUvw, badTexture, truncated;
     badUvw.version(1).i32(2);  // the hole in the generator table
-    auto archive = badUvw.archive();
-    EXPECT_FALSE(UVWTexture().deserialize(archive));
-
-    Bytes badTexture;
+    EXPECT_FALSE(deserializeFrom(UVWTexture(), badUvw));
     badTexture.version(1).flag(true).i32(13);
-    archive = badTexture.archive();
-    EXPECT_FALSE(BlendTexture().deserialize(archive));
-
+    EXPECT_FALSE(deserializeFrom(BlendTexture(), badTexture));
     // Past the end every read gives zeros, and a zero version word is refused.
-    Bytes truncated;
     truncated.version(2).append(channelChild());
-    archive = truncated.archive();
-    EXPECT_FALSE(CheckerTexture().deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(CheckerTexture(), truncated));
 }
 
 TEST(ProceduralTextures, NestingIsBounded) {
-    // Ten InvertTextures, each holding the next, around one colour texture.
-    Bytes shallow;
-    for (int i = 0; i < 10; ++i) shallow.version(1).i32(9);
-    shallow.version(1).i32(5).version(1).floats({1, 1, 1, 1});
-    for (int i = 0; i < 11; ++i) shallow.flag(false);
-    auto archive = shallow.archive();
-    EXPECT_TRUE(InvertTexture().deserialize(archive));
-    EXPECT_EQ(archive.readPos(), shallow.size());
-
+    // InvertTextures, each holding the next, around one colour texture.
+    auto nested = [](int depth) {
+        Bytes b;
+        for (int i = 0; i < depth; ++i) b.version(1).i32(9);
+        b.version(1).i32(5).version(1).floats({1, 1, 1, 1});
+        for (int i = 0; i <= depth; ++i) b.flag(false);
+        return b;
+    };
+    InvertTexture invert;
+    EXPECT_TRUE(readAll(invert, nested(10)));
     // Far deeper than any scene: refused by the depth limit before the data runs out.
-    Bytes deep;
-    for (int i = 0; i < 5000; ++i) deep.version(1).i32(9);
-    deep.version(1).i32(5).version(1).floats({1, 1, 1, 1});
-    for (int i = 0; i < 5001; ++i) deep.flag(false);
-    archive = deep.archive();
-    EXPECT_FALSE(InvertTexture().deserialize(archive));
+    EXPECT_FALSE(deserializeFrom(InvertTexture(), nested(5000)));
 }
 
 TEST(ProceduralTextures, SerializeRefusesMissingMandatoryChildren) {

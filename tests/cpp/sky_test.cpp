@@ -136,11 +136,7 @@ TEST(SkyTexture, VersionThreeReplacesTheSharedDefaultSun) {
 }
 
 TEST(SkyTexture, RefusesUnknownWordsAndFailingSuns) {
-    for (uint32_t word : {0x40000u, 0x30001u, 0u}) {
-        Bytes bad;
-        bad.u32(word);
-        EXPECT_FALSE(readSky(bad)) << word;
-    }
+    texture_test::expectRefusesWords<SkyTexture>({0x40000, 0x30001, 0});
     Bytes badSun;
     badSun.version(1).flag(true).version(5);
     EXPECT_FALSE(readSky(badSun));
@@ -156,11 +152,7 @@ TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
 
     Xml expected;
     expected.assetOpen(L"/SunLight", L"light", L"SunLight")
-        .paramOpen(L"vector", L"up_vector")
-        .line(14, L"<value>")
-        .vector(16, L"0", L"0", L"1")
-        .line(14, L"</value>")
-        .paramClose()
+        .vectorParam(L"up_vector", L"0", L"0", L"1")
         .inlineParam(L"float", L"shadowBias", L"0")
         .inlineParam(L"float", L"turbidity", L"3")
         .inlineParam(L"float", L"water_vapour", L"2")
@@ -175,14 +167,7 @@ TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
         .inlineParam(L"bool", L"enabled", L"1")
         .inlineParam(L"bool", L"shadows", L"1")
         .inlineParam(L"bool", L"invisible", L"0")
-        .paramOpen(L"transform", L"transform")
-        .line(14, L"<value>")
-        .vector(16, L"1", L"0", L"0")
-        .vector(16, L"0", L"1", L"0")
-        .vector(16, L"0", L"0", L"1")
-        .vector(16, L"0", L"0", L"0")
-        .line(14, L"</value>")
-        .paramClose()
+        .transform(L"transform", texture_test::kIdentityText)
         .assetClose();
     expected.assetOpen(L"/A/TexSky", L"texture", L"TexSky")
         .inlineParam(L"plugin", L"sun", L"/SunLight")

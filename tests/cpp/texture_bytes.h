@@ -20,6 +20,16 @@ inline std::wstring wide(const std::string& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
+// Reading a record that holds only a version `word` must fail, for each of `words`.
+template <class T>
+void expectRefusesWords(std::initializer_list<uint32_t> words) {
+    for (uint32_t word : words) {
+        Bytes bad;
+        bad.u32(word);
+        EXPECT_FALSE(deserializeFrom(T(), bad)) << "word " << word;
+    }
+}
+
 // The document of one object written under `url` inside an "Assets" element.
 template <class T>
 std::wstring assetsOf(T& object, const std::wstring& url) {
@@ -32,11 +42,13 @@ std::wstring assetsOf(T& object, const std::wstring& url) {
 }
 
 // Expected asset text. Depths follow an asset inside "Assets": the asset at 4 blanks, its
-// parameters at 12, their values at 14 and inner lines at 16.
+// parameters at 12, their values at 14 and inner lines at 16. An asset written on its own, without
+// "Assets" around it, stands `shift` = -2 blanks further left.
 class Xml {
 public:
+    explicit Xml(int shift = 0) : shift_(shift) {}
     Xml& line(int blanks, const std::wstring& text) {
-        out += std::wstring(size_t(blanks), L' ') + text + L"\n";
+        out += std::wstring(size_t(blanks + shift_), L' ') + text + L"\n";
         return *this;
     }
     Xml& emptyLine() {
@@ -68,6 +80,15 @@ public:
         line(14, L"<value>" + value + L"</value>");
         return paramClose();
     }
+    Xml& real(const std::wstring& name, const std::wstring& value) {
+        return inlineParam(L"float", name, value);
+    }
+    Xml& integer(const std::wstring& name, const std::wstring& value) {
+        return inlineParam(L"integer", name, value);
+    }
+    Xml& flag(const std::wstring& name, const std::wstring& value) {
+        return inlineParam(L"bool", name, value);
+    }
     Xml& emptyPlugin(const std::wstring& name) { return paramOpen(L"plugin", name).paramClose(); }
     Xml& scalars(const std::wstring& type, const std::wstring& name,
                  std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> tags) {
@@ -93,6 +114,21 @@ public:
         line(14, L"</value>");
         return paramClose();
     }
+    Xml& color(const std::wstring& name, const wchar_t* r, const wchar_t* g, const wchar_t* b) {
+        return scalars(L"color", name, {{L"r", r}, {L"g", g}, {L"b", b}});
+    }
+    Xml& vectorParam(const std::wstring& name, const wchar_t* x, const wchar_t* y,
+                     const wchar_t* z) {
+        paramOpen(L"vector", name).line(14, L"<value>").vector(16, x, y, z);
+        return line(14, L"</value>").paramClose();
+    }
+    // Twelve numbers: three columns, then the offset.
+    Xml& transform(const std::wstring& name, const std::vector<const wchar_t*>& twelve) {
+        paramOpen(L"transform", name).line(14, L"<value>");
+        for (size_t i = 0; i < 12; i += 3)
+            vector(16, twelve.at(i), twelve.at(i + 1), twelve.at(i + 2));
+        return line(14, L"</value>").paramClose();
+    }
     Xml& vector(int blanks, const wchar_t* x, const wchar_t* y, const wchar_t* z) {
         line(blanks, L"<vector>");
         line(blanks + 2, std::wstring(L"<x>") + x + L"</x>");
@@ -105,6 +141,13 @@ public:
     std::wstring document() const { return L"  <Assets>\n" + out + L"  </Assets>\n"; }
 
     std::wstring out;
+
+private:
+    int shift_;
 };
+
+// The identity placement as the writer prints it.
+inline const std::vector<const wchar_t*> kIdentityText = {L"1", L"0", L"0", L"0", L"1", L"0",
+                                                          L"0", L"0", L"1", L"0", L"0", L"0"};
 
 }  // namespace texture_test

@@ -9,6 +9,7 @@
 
 using namespace CorvaneCore;
 using texture_test::Bytes;
+using texture_test::expectRefusesWords;
 using texture_test::Xml;
 
 namespace {
@@ -40,12 +41,7 @@ TEST(BitmapBuffer, ReadsVersionOneAndRefusesOthers) {
     EXPECT_EQ(buffer.file, L"C:\\maps\\wood&grain \u00e9.png");
 
     expectWritesBack(buffer, record);
-
-    for (uint32_t word : {131072u, 65537u}) {
-        Bytes bad;
-        bad.u32(word);
-        EXPECT_FALSE(deserializeFrom(BitmapBuffer(), bad)) << word;
-    }
+    expectRefusesWords<BitmapBuffer>({0x20000, 0x10001});
 }
 
 TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
@@ -71,14 +67,9 @@ TEST(BitmapTexture, RefusesUnknownChildIdsAndWords) {
         Bytes record;
         record.version(1).ints({ids.first, ids.second});
         record.append(defaultChannelRecord()).append(bufferRecord(1, 0.1f, 1, "x"));
-        auto archive = record.archive();
-        EXPECT_FALSE(BitmapTexture().deserialize(archive)) << ids.first << "," << ids.second;
+        EXPECT_FALSE(deserializeFrom(BitmapTexture(), record)) << ids.first << "," << ids.second;
     }
-    for (uint32_t word : {131072u, 65537u}) {
-        Bytes bad;
-        bad.u32(word);
-        EXPECT_FALSE(deserializeFrom(BitmapTexture(), bad)) << word;
-    }
+    expectRefusesWords<BitmapTexture>({0x20000, 0x10001});
 }
 
 TEST(BitmapTexture, WithoutBothChildrenWritesNoRecordButStillItsAsset) {
@@ -88,44 +79,26 @@ TEST(BitmapTexture, WithoutBothChildrenWritesNoRecordButStillItsAsset) {
     EXPECT_FALSE(texture.serialize(out));
     EXPECT_EQ(out.writePos(), 0u);
 
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.openAssets();
-    texture.writeXML(writer, L"/M");
-    writer.closeAssets();
+    const std::wstring text = texture_test::assetsOf(texture, L"/M");
     Xml tail;
     tail.emptyPlugin(L"bitmap").inlineParam(L"bool", L"tile", L"1").assetClose();
     EXPECT_NE(text.find(tail.out), std::wstring::npos) << std::string(text.begin(), text.end());
 }
 
-TEST(MakeBitmapTexture, BuildsChannelGeneratorAndBuffer) {
+// The whole chain: generator and buffer first, then the texture that refers to them. The path is
+// escaped only on output.
+TEST(MakeBitmapTexture, BuildsAndWritesChainOfThreeAssets) {
     EXPECT_EQ(makeBitmapTexture(L""), nullptr);
-    auto texture = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(L"maps/a&b.png"));
+    auto texture = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(L"C:/maps/a&b.png"));
     ASSERT_TRUE(texture);
-    EXPECT_TRUE(texture->tile);
-    ASSERT_TRUE(texture->uvwgen);
-    EXPECT_TRUE(texture->uvwgen->isEqual(std::make_shared<GenChannelUVW>()));
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(texture->bitmap);
     ASSERT_TRUE(buffer);
-    EXPECT_EQ(buffer->file, L"maps/a&b.png");  // escaped only on output
-    EXPECT_EQ(buffer->filter_type, 1);
-}
-
-// The whole chain: generator and buffer first, then the texture that refers to them.
-TEST(MakeBitmapTexture, WritesChainOfThreeAssets) {
-    auto texture = makeBitmapTexture(L"C:/maps/a&b.png");
+    EXPECT_EQ(buffer->file, L"C:/maps/a&b.png");
     Xml expected;
     expected.assetOpen(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"UVWGenChannel")
         .components(L"componentTransform", L"uvw_transform",
                     {L"0", L"0", L"0", L"1", L"1", L"1", L"0", L"0", L"0", L"0", L"0", L"0"})
-        .paramOpen(L"transform", L"tex_transform")
-        .line(14, L"<value>")
-        .vector(16, L"1", L"0", L"0")
-        .vector(16, L"0", L"1", L"0")
-        .vector(16, L"0", L"0", L"1")
-        .vector(16, L"0", L"0", L"0")
-        .line(14, L"</value>")
-        .paramClose()
+        .transform(L"tex_transform", texture_test::kIdentityText)
         .inlineParam(L"integer", L"wrap_u", L"0")
         .inlineParam(L"integer", L"wrap_v", L"0")
         .inlineParam(L"integer", L"uvw_channel", L"1")

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <ostream>
+
 #include "texture_bytes.h"
 #include "xml/asset_xml_writer.h"
 
@@ -11,7 +14,7 @@ using texture_test::Xml;
 
 namespace {
 
-void expectColumns(const Matrix& m, std::initializer_list<Vector> columns) {
+void expectColumns(const Matrix& m, const std::array<Vector, 3>& columns) {
     int j = 0;
     for (const Vector& expected : columns) {
         SCOPED_TRACE(j);
@@ -22,55 +25,60 @@ void expectColumns(const Matrix& m, std::initializer_list<Vector> columns) {
     }
 }
 
-}  // namespace
-
-// X(90) rows (1,0,0),(0,0,-1),(0,1,0); Y(90) rows (0,0,1),(0,1,0),(-1,0,0).
-// X*Y has rows (0,0,1),(1,0,0),(0,1,0); Y*X would have rows (0,1,0),(0,0,1),(1,0,0).
-TEST(TransformComponents, ComposesXTimesYTimesZ) {
+// Placement values in the record's order: rotations, scales and offsets x to z, then mirrors.
+TransformComponents comps(std::array<float, 9> f, std::array<int32_t, 3> mirrors) {
     TransformComponents c;
-    c.x_rotation = 90;
-    c.y_rotation = 90;
-    Matrix m;
-    c.compose(m);
-    expectColumns(m, {Vector(0, 1, 0), Vector(0, 0, 1), Vector(1, 0, 0)});
-
-    // Y(90) * Z(90): Z(90) has rows (0,-1,0),(1,0,0),(0,0,1), so Y*Z has rows
-    // (0,0,1),(1,0,0),(0,1,0) where Z*Y would have rows (0,-1,0),(0,0,1),(-1,0,0).
-    TransformComponents yz;
-    yz.y_rotation = 90;
-    yz.z_rotation = 90;
-    yz.compose(m);
-    expectColumns(m, {Vector(0, 1, 0), Vector(0, 0, 1), Vector(1, 0, 0)});
+    c.x_rotation = f[0], c.y_rotation = f[1], c.z_rotation = f[2];
+    c.x_scale = f[3], c.y_scale = f[4], c.z_scale = f[5];
+    c.x_offset = f[6], c.y_offset = f[7], c.z_offset = f[8];
+    c.x_mirror = mirrors[0], c.y_mirror = mirrors[1], c.z_mirror = mirrors[2];
+    return c;
 }
 
-TEST(TransformComponents, ScaleAndMirrorActInTheirAxisFrame) {
-    TransformComponents scaled;
-    scaled.x_scale = 3;
-    scaled.y_scale = 2;
-    scaled.z_scale = 0.5f;
-    scaled.z_mirror = 1;
+}  // namespace
+
+namespace CorvaneCore {
+static void PrintTo(const TransformComponents& c, std::ostream* os) {
+    *os << "rotation " << c.x_rotation << " " << c.y_rotation << " " << c.z_rotation << ", scale "
+        << c.x_scale << " " << c.y_scale << " " << c.z_scale << ", offset " << c.x_offset << " "
+        << c.y_offset << " " << c.z_offset << ", mirror " << c.x_mirror << " " << c.y_mirror << " "
+        << c.z_mirror;
+}
+}  // namespace CorvaneCore
+
+// X(90) rows (1,0,0),(0,0,-1),(0,1,0); Y(90) rows (0,0,1),(0,1,0),(-1,0,0); Z(90) rows
+// (0,-1,0),(1,0,0),(0,0,1).
+TEST(TransformComponents, ComposesXTimesYTimesZWithScaleAndMirrorInTheAxisFrame) {
+    const Vector x(1, 0, 0), y(0, 1, 0), z(0, 0, 1);
+    const struct {
+        const char* note;
+        TransformComponents c;
+        std::array<Vector, 3> columns;
+    } cases[] = {
+        // X*Y has rows (0,0,1),(1,0,0),(0,1,0); Y*X would have rows (0,1,0),(0,0,1),(1,0,0).
+        {"X(90) Y(90)", comps({90, 90, 0, 1, 1, 1, 0, 0, 0}, {0, 0, 0}), {y, z, x}},
+        // Y*Z has rows (0,0,1),(1,0,0),(0,1,0); Z*Y would have rows (0,-1,0),(0,0,1),(-1,0,0).
+        {"Y(90) Z(90)", comps({0, 90, 90, 1, 1, 1, 0, 0, 0}, {0, 0, 0}), {y, z, x}},
+        {"scaled, z mirrored",
+         comps({0, 0, 0, 3, 2, 0.5f, 0, 0, 0}, {0, 0, 1}),
+         {Vector(3, 0, 0), Vector(0, 2, 0), Vector(0, 0, -0.5f)}},
+        // diag(-1,1,1) times Z(90); any non-zero value mirrors.
+        {"x mirrored, Z(90)", comps({0, 0, 90, 1, 1, 1, 0, 0, 0}, {2, 0, 0}), {y, x, z}},
+        // X(90) times diag(1,2,1): the y scale lands in X's second column (0,0,1).
+        {"X(90), y scaled",
+         comps({90, 0, 0, 1, 2, 1, 0, 0, 0}, {0, 0, 0}),
+         {x, Vector(0, 0, 2), Vector(0, -1, 0)}},
+    };
     Matrix m;
-    scaled.compose(m);
-    expectColumns(m, {Vector(3, 0, 0), Vector(0, 2, 0), Vector(0, 0, -0.5f)});
-
-    // x mirrored, then Z(90): diag(-1,1,1) times Z(90) has columns (0,1,0), (1,0,0), (0,0,1).
-    TransformComponents mirrored;
-    mirrored.x_mirror = 2;  // any non-zero value mirrors
-    mirrored.z_rotation = 90;
-    mirrored.compose(m);
-    expectColumns(m, {Vector(0, 1, 0), Vector(1, 0, 0), Vector(0, 0, 1)});
-
-    // X(90) times diag(1,2,1): the y scale lands in X's second column (0,0,1).
-    TransformComponents rotatedScale;
-    rotatedScale.x_rotation = 90;
-    rotatedScale.y_scale = 2;
-    rotatedScale.compose(m);
-    expectColumns(m, {Vector(1, 0, 0), Vector(0, 0, 2), Vector(0, -1, 0)});
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.note);
+        test.c.compose(m);
+        expectColumns(m, test.columns);
+    }
 }
 
 TEST(TransformComponents, ApplyToSetsOffsetAndResetRestoresDefaults) {
-    TransformComponents c;
-    c.x_offset = 1, c.y_offset = -2, c.z_offset = 3.5f, c.x_scale = 4;
+    TransformComponents c = comps({0, 0, 0, 4, 1, 1, 1, -2, 3.5f}, {0, 0, 0});
     Transform t;
     c.applyTo(t);
     EXPECT_EQ(t.offset, Vector(1, -2, 3.5f));
@@ -87,14 +95,7 @@ TEST(TransformComponents, ReadsItsOnlyVersionAndResetsOnAnyWord) {
     record.components({10, 20, 30, 2, 3, 4, 5, 6, 7}, {1, 0, 2});
     TransformComponents c;
     ASSERT_TRUE(readAll(c, record));
-    EXPECT_EQ(c.x_rotation, 10);
-    EXPECT_EQ(c.z_rotation, 30);
-    EXPECT_EQ(c.x_scale, 2);
-    EXPECT_EQ(c.z_scale, 4);
-    EXPECT_EQ(c.x_offset, 5);
-    EXPECT_EQ(c.z_offset, 7);
-    EXPECT_EQ(c.x_mirror, 1);
-    EXPECT_EQ(c.z_mirror, 2);
+    EXPECT_EQ(c, comps({10, 20, 30, 2, 3, 4, 5, 6, 7}, {1, 0, 2}));
 
     for (uint32_t word : {0x20000u, 0x10001u, 0u}) {
         Bytes bad;
@@ -119,9 +120,8 @@ TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
     EXPECT_EQ(uvw.wrap_u, 1);
     EXPECT_EQ(uvw.wrap_v, 2);
     EXPECT_EQ(uvw.uvw_channel, 3);
-    EXPECT_EQ(uvw.uvwComponents.z_rotation, 45);
-    EXPECT_EQ(uvw.texComponents.x_offset, 0.5f);
-    EXPECT_EQ(uvw.texComponents.y_mirror, 1);
+    EXPECT_EQ(uvw.uvwComponents, comps({0, 0, 45, 1, 1, 1, 0, 0, 0}, {0, 0, 0}));
+    EXPECT_EQ(uvw.texComponents, comps({0, 0, 0, 2, 2, 2, 0.5f, 0, 0}, {0, 1, 0}));
 
     // Written back, the record is the same bytes.
     expectWritesBack(uvw, record);
@@ -137,11 +137,7 @@ TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
         .ints({4, 5, 2});                              // wrap_u, wrap_v, uvw_channel
     GenChannelUVW uvw;
     ASSERT_TRUE(readAll(uvw, record));
-    EXPECT_EQ(uvw.texComponents.x_rotation, 30);
-    EXPECT_EQ(uvw.texComponents.y_rotation, 60);
-    EXPECT_EQ(uvw.texComponents.x_mirror, 1);
-    EXPECT_EQ(uvw.texComponents.y_mirror, 1);
-    EXPECT_EQ(uvw.texComponents.x_scale, 1);
+    EXPECT_EQ(uvw.texComponents, comps({30, 60, 0, 1, 1, 1, 0, 0, 0}, {1, 1, 0}));
     EXPECT_EQ(uvw.wrap_u, 4);
     EXPECT_EQ(uvw.wrap_v, 5);
     EXPECT_EQ(uvw.uvw_channel, 2);
@@ -158,12 +154,7 @@ TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
 }
 
 TEST(GenChannelUVW, RefusesUnknownWords) {
-    for (uint32_t word : {0x20001u, 0x30000u, 0u}) {
-        Bytes bad;
-        bad.u32(word);
-        auto archive = bad.archive();
-        EXPECT_FALSE(GenChannelUVW().deserialize(archive)) << word;
-    }
+    texture_test::expectRefusesWords<GenChannelUVW>({0x20001, 0x30000, 0});
     // A nested placement with a wrong word fails the generator.
     Bytes record;
     record.version(2).identityTransform().identityTransform().ints({0, 0, 1}).version(2);
@@ -180,11 +171,7 @@ TEST(GenEnvironmentUVW, ReadsVersionOneZBeforeX) {
     GenEnvironmentUVW uvw;
     ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.mappingType, 3);
-    EXPECT_EQ(uvw.components.z_rotation, 15);
-    EXPECT_EQ(uvw.components.x_rotation, 25);
-    EXPECT_EQ(uvw.components.z_mirror, 1);
-    EXPECT_EQ(uvw.components.x_mirror, 0);
-    EXPECT_EQ(uvw.components.y_rotation, 0);
+    EXPECT_EQ(uvw.components, comps({25, 0, 15, 1, 1, 1, 0, 0, 0}, {0, 0, 1}));
 }
 
 TEST(GenEnvironmentUVW, ReadsVersionTwoAndWritesItBack) {
@@ -199,22 +186,13 @@ TEST(GenEnvironmentUVW, ReadsVersionTwoAndWritesItBack) {
     EXPECT_EQ(uvw.uvw_matrix.v[1], Vector(-1, 0, 0));
     expectWritesBack(uvw, record);
 
-    Bytes bad;
-    bad.version(3);
-    EXPECT_FALSE(deserializeFrom(GenEnvironmentUVW(), bad));
+    texture_test::expectRefusesWords<GenEnvironmentUVW>({0x30000});
 }
 
 // Orientation goes to "uvw_matrix", scale and offset to "uvw_transform".
 TEST(GenEnvironmentUVW, SplitsComponentsOverTwoParameters) {
     GenEnvironmentUVW uvw;
-    uvw.components.x_rotation = 10;
-    uvw.components.y_rotation = 0.5f;
-    uvw.components.z_rotation = -20;
-    uvw.components.x_scale = 2;
-    uvw.components.z_scale = 1.6f;
-    uvw.components.y_offset = 0.1f;
-    uvw.components.z_offset = 3;
-    uvw.components.y_mirror = 1;
+    uvw.components = comps({10, 0.5f, -20, 2, 1, 1.6f, 0, 0.1f, 3}, {0, 1, 0});
     uvw.mappingType = 3;
 
     Xml expected;
