@@ -232,10 +232,8 @@ TEST(ProjectionUVW, ReadVersionOneAndOnlyObjectStartsFromDefaults) {
     GenPlanarWorldUVW world;
     GenObjectUVW object;
     world.uvw_transform.offset = object.uvw_transform.offset = Vector(1, 1, 1);
-    auto a1 = bad.archive();
-    auto a2 = bad.archive();
-    EXPECT_FALSE(world.deserialize(a1));
-    EXPECT_FALSE(object.deserialize(a2));
+    EXPECT_FALSE(deserializeFrom(world, bad));
+    EXPECT_FALSE(deserializeFrom(object, bad));
     EXPECT_EQ(world.uvw_transform.offset, Vector(1, 1, 1));
     EXPECT_EQ(object.uvw_transform.offset, Vector(0, 0, 0));
 }
