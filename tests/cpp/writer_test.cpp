@@ -9,48 +9,6 @@
 
 using namespace CorvaneCore;
 
-namespace {
-
-class FakeTexture : public BaseTexture {
-public:
-    bool serialize(QuickArchive&) override { return true; }
-    bool deserialize(QuickArchive&) override { return true; }
-    void setDefaults() override {}
-    int getType() override { return 0; }
-    std::shared_ptr<BaseTexture> clone() override { return std::make_shared<FakeTexture>(); }
-    bool isEqual(const std::shared_ptr<BaseTexture>&) override { return true; }
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return L"TexBitmap"; }
-};
-
-class FakeLight : public BaseLight {
-public:
-    explicit FakeLight(int type) : type_(type) {}
-    bool serialize(QuickArchive&) override { return true; }
-    bool deserialize(QuickArchive&) override { return true; }
-    int getType() override { return type_; }
-    std::shared_ptr<BaseLight> clone() override { return std::make_shared<FakeLight>(type_); }
-    bool isEqual(const std::shared_ptr<BaseLight>&) override { return true; }
-    void setDefaults() override {}
-    std::wstring pluginType() override { return type_ == 5 ? L"SunLight" : L"LightOmni"; }
-
-private:
-    int type_;
-};
-
-class FakeMaterial : public BaseMaterial {
-public:
-    bool serialize(QuickArchive&) override { return true; }
-    bool deserialize(QuickArchive&) override { return true; }
-    int getType() override { return 1; }
-    void setDefaults() override {}
-    std::shared_ptr<BaseMaterial> clone() override { return nullptr; }
-    std::shared_ptr<BaseMaterial> copy() override { return nullptr; }
-    bool isEqual(const std::shared_ptr<BaseMaterial>&) override { return true; }
-};
-
-}  // namespace
-
 TEST(AssetXmlWriter, OneAssetInsideAssets) {
     std::wstring out;
     AssetXmlWriter w(out);
@@ -234,13 +192,13 @@ TEST(AssetXmlWriter, ComponentLinesAndAColor) {
 TEST(AssetXmlWriter, PluginReferences) {
     std::wstring out;
     AssetXmlWriter w(out);
-    auto material = std::make_shared<FakeMaterial>();
+    // The factories' own classes: a bitmap texture, a material, a sun (5) and an omni light (2).
+    auto material = createMaterial(1);
     material->name = L"A&B";
-    w.writePlugin("tex", std::shared_ptr<BaseTexture>(std::make_shared<FakeTexture>()),
-                  L"/W&d/tex");
-    w.writePlugin("mtl", std::shared_ptr<BaseMaterial>(material), L"/x");
-    w.writePlugin("sun", std::shared_ptr<BaseLight>(std::make_shared<FakeLight>(5)), L"/SunLight1");
-    w.writePlugin("omni", std::shared_ptr<BaseLight>(std::make_shared<FakeLight>(2)), L"/l");
+    w.writePlugin("tex", createTexture(0), L"/W&d/tex");
+    w.writePlugin("mtl", material, L"/x");
+    w.writePlugin("sun", createLight(5), L"/SunLight1");
+    w.writePlugin("omni", createLight(2), L"/l");
     w.writePlugin("none", std::shared_ptr<BaseTexture>(), L"/y");
     EXPECT_EQ(out,
               LR"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
