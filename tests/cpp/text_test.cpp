@@ -5,6 +5,7 @@
 #include <clocale>
 #include <cstring>
 #include <locale>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -60,18 +61,11 @@ TEST(Text, FileNameOfTakesTheLastComponent) {
 }
 
 TEST(Text, UuidsAreFreshLowercaseAndBraceless) {
+    const std::wregex form(L"[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}");
     std::set<std::wstring> seen;
     for (int i = 0; i < 100; ++i) {
         const std::wstring id = newUuidText();
-        ASSERT_EQ(id.size(), 36u);
-        for (size_t k = 0; k < id.size(); ++k) {
-            const wchar_t c = id[k];
-            if (k == 8 || k == 13 || k == 18 || k == 23) {
-                EXPECT_EQ(c, L'-');
-            } else {
-                EXPECT_TRUE((c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f')) << int(c);
-            }
-        }
+        EXPECT_TRUE(std::regex_match(id, form)) << wideToUtf8(id);
         seen.insert(id);
     }
     EXPECT_EQ(seen.size(), 100u);
