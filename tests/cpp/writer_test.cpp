@@ -9,9 +9,13 @@
 
 using namespace CorvaneCore;
 
-TEST(AssetXmlWriter, OneAssetInsideAssets) {
+class AssetXmlWriterTest : public ::testing::Test {
+protected:
     std::wstring out;
-    AssetXmlWriter w(out);
+    AssetXmlWriter w{out};
+};
+
+TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
     w.openAssets();
     w.beginAsset(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"");
     w.beginPlugin(L"UVWGenChannel", L"uvw");
@@ -39,9 +43,7 @@ TEST(AssetXmlWriter, OneAssetInsideAssets) {
     EXPECT_EQ(w.depth(), 0);
 }
 
-TEST(AssetXmlWriter, InlineScalarsLabelsAndUserData) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, InlineScalarsLabelsAndUserData) {
     w.writeFloat("f", 0.5f);
     w.writeBool("legacyMode", true, "Legacy Mode", true);
     w.writeString("s", "a<b");
@@ -62,9 +64,7 @@ TEST(AssetXmlWriter, InlineScalarsLabelsAndUserData) {
 )");
 }
 
-TEST(AssetXmlWriter, BlockValueForms) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, BlockValueForms) {
     w.writeColor("c", Color(1, 0.5f, 0));
     w.writeVector("v", Vector(1, 2, 3));
     EXPECT_EQ(out,
@@ -87,9 +87,7 @@ TEST(AssetXmlWriter, BlockValueForms) {
 )");
 }
 
-TEST(AssetXmlWriter, MatrixHasAnEmptyLineAndTransformHasNone) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineAndTransformHasNone) {
     Matrix m;
     w.writeMatrix("m", m);
     EXPECT_EQ(out,
@@ -150,9 +148,7 @@ TEST(AssetXmlWriter, MatrixHasAnEmptyLineAndTransformHasNone) {
 )");
 }
 
-TEST(AssetXmlWriter, ComponentLinesAndAColor) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, ComponentLinesAndAColor) {
     ComponentValues c;
     c.rotation[1] = 90;
     c.scale[2] = 2;
@@ -189,9 +185,7 @@ TEST(AssetXmlWriter, ComponentLinesAndAColor) {
 )");
 }
 
-TEST(AssetXmlWriter, PluginReferences) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, PluginReferences) {
     // The factories' own classes: a bitmap texture, a material, a sun (5) and an omni light (2).
     auto material = createMaterial(1);
     material->name = L"A&B";
@@ -218,9 +212,7 @@ TEST(AssetXmlWriter, PluginReferences) {
 )");
 }
 
-TEST(AssetXmlWriter, ReferenceToNoFamilyThrowsTwentyBeforeWriting) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, ReferenceToNoFamilyThrowsTwentyBeforeWriting) {
     try {
         w.writePlugin("x", PluginRef(), L"/u");
         FAIL() << "expected the integer 20";
@@ -230,9 +222,7 @@ TEST(AssetXmlWriter, ReferenceToNoFamilyThrowsTwentyBeforeWriting) {
     EXPECT_TRUE(out.empty());
 }
 
-TEST(AssetXmlWriter, ListsRootAndEscapedAssetUrl) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, ListsRootAndEscapedAssetUrl) {
     w.openRoot(L"cormat");
     w.beginAsset(L"/a&amp;b<", L"material", L"lay");
     w.beginList("channels", "");
@@ -265,9 +255,7 @@ TEST(AssetXmlWriter, ListsRootAndEscapedAssetUrl) {
 )");
 }
 
-TEST(AssetXmlWriter, NarrowNamesAreDecodedAsUtf8) {
-    std::wstring out;
-    AssetXmlWriter w(out);
+TEST_F(AssetXmlWriterTest, NarrowNamesAreDecodedAsUtf8) {
     w.writeInteger(
         "gr\xC3\xB6\xC3\x9F"
         "e",

@@ -63,19 +63,12 @@ class HostileInputsTest < Minitest::Test
   # copied or raises an error of its own.
   class Shrinking
     def initialize(array) = @array = array
-    def to_int
-      @array.clear
-      GC.start
-      4
-    end
+    def to_int = (@array.clear; GC.start; 4)
   end
 
   class Growing
     def initialize(array) = @array = array
-    def to_int
-      @array.concat([0] * 100_000)
-      4
-    end
+    def to_int = (@array.concat([0] * 100_000); 4)
   end
 
   class Failing
