@@ -109,7 +109,10 @@ class ModuleTest < Minitest::Test
   end
 
   def test_conversions_under_gc_stress
+    light, material = Quillonbin2xml.convert_light(OMNI, 2), Quillonbin2xml.convert_material(BRICK, 1)
     with_gc_stress do
+      assert_equal light, Quillonbin2xml.convert_light(OMNI, 2)
+      assert_equal material, Quillonbin2xml.convert_material(BRICK, 1)
       20.times do
         Quillonbin2xml.serialize_to_xml(nil)
         Quillonbin2xml.convert_light(Array.new(64) { |i| i }, 2)
