@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <sstream>
+#include <tuple>
 
 #include "archive/quick_archive.h"
 
@@ -42,23 +43,17 @@ TEST(QuickArchive, PrimitivesAreLittleEndianAndUnaligned) {
     Color c;
     AColor ac;
     a.read(flag), a.read(i), a.read(u), a.read(f), a.read(d), a.read(c), a.read(ac);
-    EXPECT_TRUE(flag);
-    EXPECT_EQ(i, -2);
-    EXPECT_EQ(u, 0x01020304u);
-    EXPECT_EQ(f, 1.5f);
-    EXPECT_EQ(d, 0.25);
+    EXPECT_EQ(std::make_tuple(flag, i, u, f, d),
+              std::make_tuple(true, -2, 0x01020304u, 1.5f, 0.25));
     EXPECT_EQ(c, Color(1, 2, 3));
     EXPECT_EQ(ac, AColor(1, 2, 3, 4));
     EXPECT_EQ(a.readPos(), a.writePos());
-}
 
-TEST(QuickArchive, AnyNonZeroByteReadsAsTrue) {
-    const char bytes[] = {0, 7};
-    QuickArchive a(bytes, 2);
+    const char bytes[] = {0, 7};  // any non-zero byte reads as true
+    QuickArchive flags(bytes, 2);
     bool x = true, y = false;
-    a.read(x), a.read(y);
-    EXPECT_FALSE(x);
-    EXPECT_TRUE(y);
+    flags.read(x), flags.read(y);
+    EXPECT_EQ(std::make_pair(x, y), std::make_pair(false, true));
 }
 
 TEST(QuickArchive, BlocksGrowOneAtATimeAndValuesStraddleThem) {
@@ -100,10 +95,8 @@ TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
     double d = 3.5;
     bool b = true;
     empty.read(i), empty.read(f), empty.read(d), empty.read(b);
-    EXPECT_EQ(i, 77);  // scalars keep their earlier bytes
-    EXPECT_EQ(f, 2.5f);
-    EXPECT_EQ(d, 3.5);
-    EXPECT_TRUE(b);
+    // Scalars keep their earlier bytes.
+    EXPECT_EQ(std::make_tuple(i, f, d, b), std::make_tuple(77, 2.5f, 3.5, true));
     EXPECT_EQ(empty.readPos(), 4u + 4 + 8 + 1);
 
     Color c(5, 5, 5);
@@ -120,17 +113,14 @@ TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
     std::wstring w = L"keep";
     uint64_t size = 99;
     empty.read(s), empty.read(w), empty.readSize(size);
-    EXPECT_EQ(s, "");
-    EXPECT_EQ(w, L"");
-    EXPECT_EQ(size, 0u);
-}
+    EXPECT_EQ(std::make_tuple(s, w, size), std::make_tuple("", L"", uint64_t(0)));
 
-TEST(QuickArchive, ValueCutByTheEndKeepsOnlyItsMissingBytes) {
+    // A value cut by the end keeps only its missing bytes.
     QuickArchive a(1);
     a.setReadPos(4094);  // two bytes of the block are left, both zero
-    int32_t v = int32_t(0xAABBCCDD);
-    a.read(v);
-    EXPECT_EQ(uint32_t(v), 0xAABB0000u);
+    int32_t cut = int32_t(0xAABBCCDD);
+    a.read(cut);
+    EXPECT_EQ(uint32_t(cut), 0xAABB0000u);
 }
 
 TEST(QuickArchive, StringsCountBytesAndStopAtAnEmbeddedZero) {
@@ -146,16 +136,11 @@ TEST(QuickArchive, StringsCountBytesAndStopAtAnEmbeddedZero) {
     std::wstring w;
     std::string s, tail;
     a.read(w), a.read(s), a.read(tail);
-    EXPECT_EQ(w, L"h\u00e9");
-    EXPECT_EQ(s, "ab");
-    EXPECT_EQ(tail, "tail");
-}
+    EXPECT_EQ(std::make_tuple(w, s, tail), std::make_tuple(L"h\u00e9", "ab", "tail"));
 
-TEST(QuickArchive, InvalidUtf8StringFallsBackToTheAnsiCodePage) {
-    QuickArchive a;
-    a.write(std::string("caf\xE9"));
-    std::wstring w;
-    a.read(w);
+    QuickArchive ansi;  // a string that is no UTF-8 falls back to the ANSI code page
+    ansi.write(std::string("caf\xE9"));
+    ansi.read(w);
     EXPECT_EQ(w, L"caf\u00e9");
 }
 
@@ -193,31 +178,22 @@ TEST(QuickArchive, ReadBufferCopiesAtMostItsCapacity) {
     EXPECT_EQ(small.readPos(), 6u);
 }
 
-TEST(QuickArchive, DoubleTransformOffsetIsStoredAsFloats) {
+TEST(QuickArchive, DoubleTransformOffsetIsStoredAsFloatsAndARectangleDerivesItsSize) {
     QuickArchive a;
     DoubleTransform t;
-    t.offset[0] = 0.1;
-    t.offset[1] = -2.0;
-    t.offset[2] = 1e10;
+    t.offset[0] = 0.1, t.offset[1] = -2.0, t.offset[2] = 1e10;
     a.write(t);
     EXPECT_EQ(a.writePos(), 48u);
-    DoubleTransform back;
-    a.read(back);
-    EXPECT_EQ(back.offset[0], double(0.1f));
-    EXPECT_EQ(back.offset[1], -2.0);
-    EXPECT_EQ(back.offset[2], double(1e10f));
-}
-
-TEST(QuickArchive, RectangleDerivesItsSize) {
-    QuickArchive a;
     IntRect r;
     r.left = 10, r.top = 20, r.right = 110, r.bottom = 70;
     a.write(r);
-    EXPECT_EQ(a.writePos(), 16u);
-    IntRect back;
-    a.read(back);
-    EXPECT_EQ(back.width, 100);
-    EXPECT_EQ(back.height, 50);
+    EXPECT_EQ(a.writePos(), 48u + 16u);
+    DoubleTransform back;
+    IntRect rect;
+    a.read(back), a.read(rect);
+    EXPECT_EQ(std::make_tuple(back.offset[0], back.offset[1], back.offset[2]),
+              std::make_tuple(double(0.1f), -2.0, double(1e10f)));
+    EXPECT_EQ(std::make_pair(rect.width, rect.height), std::make_pair(100, 50));
 }
 
 TEST(QuickArchive, CopiesShareTheirBlocks) {
@@ -243,9 +219,8 @@ TEST(QuickArchive, WholeArchiveStreamForm) {
     QuickArchive back;
     std::stringstream in(data);
     EXPECT_TRUE(back.loadFromStream(in));
-    EXPECT_EQ(back.blockCount(), 1u);
-    EXPECT_EQ(back.readPos(), 0u);
-    EXPECT_EQ(back.writePos(), 0u);
+    EXPECT_EQ(std::make_tuple(back.blockCount(), back.readPos(), back.writePos()),
+              std::make_tuple(size_t(1), uint64_t(0), uint64_t(0)));
     int32_t v = 0;
     back.read(v);
     EXPECT_EQ(v, 7);
@@ -259,17 +234,14 @@ TEST(QuickArchive, WholeArchiveStreamForm) {
     QuickArchive z(2);
     EXPECT_FALSE(z.loadFromStream(zero));
     EXPECT_EQ(z.blockCount(), 0u);
-}
 
-TEST(QuickArchive, LoadFromATruncatedStreamDoesNotTrustTheCount) {
-    std::string data("\xFF\xFF\xFF\xFF", 4);
-    data += std::string(100, 'q');
-    std::stringstream in(data);
-    QuickArchive a;
-    EXPECT_TRUE(a.loadFromStream(in));
-    EXPECT_EQ(a.blockCount(), 1u);
+    // A truncated stream: the count is not trusted.
+    std::stringstream cut(std::string("\xFF\xFF\xFF\xFF", 4) + std::string(100, 'q'));
+    QuickArchive a2;
+    EXPECT_TRUE(a2.loadFromStream(cut));
+    EXPECT_EQ(a2.blockCount(), 1u);
     char c = 0;
-    a.read(c);
+    a2.read(c);
     EXPECT_EQ(c, 'q');
 }
 

@@ -42,6 +42,16 @@ std::shared_ptr<Node> chain(int length) {
     return root;
 }
 
+// A node of version 1 and value 0 whose present child starts with the type id `childId`.
+QuickArchive parentOf(int32_t childId) {
+    QuickArchive a;
+    writeVersion(a, 1);
+    a.write(int32_t(0));
+    a.write(true);
+    a.write(childId);
+    return a;
+}
+
 }  // namespace
 
 TEST(ChildForms, AbsentOptionalChildTakesOneByte) {
@@ -68,22 +78,15 @@ TEST(ChildForms, OptionalChildRoundTrip) {
     EXPECT_EQ(a.readPos(), a.writePos());
 }
 
-TEST(ChildForms, UnknownChildIdRefusesTheRead) {
-    QuickArchive a;
-    writeVersion(a, 1);
-    a.write(int32_t(0));
-    a.write(true);
-    a.write(int32_t(99));
+TEST(ChildForms, UnknownChildIdAndNonZeroMinorRefuseTheRead) {
+    QuickArchive a = parentOf(99);
     Node back;
     EXPECT_FALSE(back.deserialize(a));
     EXPECT_EQ(back.child, nullptr);
-}
 
-TEST(ChildForms, MinorVersionMustBeZero) {
-    QuickArchive a;
-    a.write(uint32_t(0x10001));
-    Node back;
-    EXPECT_FALSE(back.deserialize(a));
+    QuickArchive minor;
+    minor.write(uint32_t(0x10001));
+    EXPECT_FALSE(back.deserialize(minor));
 }
 
 TEST(ChildForms, NestingDeeperThanTheLimitIsRefused) {
@@ -137,8 +140,7 @@ TEST(ChildForms, GroupWritesBothIdsFirst) {
     ASSERT_TRUE(writeChildPair(a, first, second));
     int32_t ids[2] = {0, 0};
     a.read(ids[0]), a.read(ids[1]);
-    EXPECT_EQ(ids[0], 3);
-    EXPECT_EQ(ids[1], 3);
+    EXPECT_EQ(std::make_pair(ids[0], ids[1]), std::make_pair(3, 3));
     a.setReadPos(0);
     std::shared_ptr<Node> x, y;
     ASSERT_TRUE((readChildPair<Node, Node>(a, x, &Node::create, y, &Node::create)));
@@ -151,11 +153,7 @@ TEST(ChildForms, GroupWritesBothIdsFirst) {
 }
 
 TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
-    QuickArchive a;
-    writeVersion(a, 1);
-    a.write(int32_t(0));
-    a.write(true);
-    a.write(int32_t(3));
+    QuickArchive a = parentOf(3);
     a.write(uint32_t(0x70000));  // the child's word: a major it does not know
     ReadTrace trace;
     a.setTrace(&trace);
@@ -172,11 +170,7 @@ TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
 }
 
 TEST(ReadTrace, ReportsAnUnknownTypeIdWithItsOffset) {
-    QuickArchive a;
-    writeVersion(a, 1);
-    a.write(int32_t(0));
-    a.write(true);
-    a.write(int32_t(42));
+    QuickArchive a = parentOf(42);
     ReadTrace trace;
     a.setTrace(&trace);
     Node root;

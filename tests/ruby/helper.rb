@@ -4,9 +4,14 @@ $LOAD_PATH.unshift ENV.fetch("QUILLON_EXT_DIR", File.expand_path("../../build/ex
 $LOAD_PATH.unshift ENV.fetch("QUILLON_PROBE_DIR", File.expand_path("../../build/ext-test", __dir__))
 require "Quillonbin2xml"
 require "minitest/autorun"
+require "json"
+require "open3"
+require "tmpdir"
 
 module QuillonTestHelper
   GUID = "{DD17A615-9867-4806-8F46-B37031D7F153}".freeze
+  SAMPLES = ENV.fetch("QUILLON_SAMPLES_DIR", File.expand_path("../../samples", __dir__))
+  CLI = ENV.fetch("QUILLON_CLI", File.expand_path("../../build/bin/quillonbin2xml", __dir__))
 
   # A stand-in for the host model: one attribute dictionary, looked up by name.
   class FakeModel
@@ -21,6 +26,15 @@ module QuillonTestHelper
       @asked << [name, create]
       @dictionaries[name]
     end
+  end
+
+  def sample(file) = JSON.parse(File.read(File.join(SAMPLES, file)))
+  def model_holding(bytes) = FakeModel.new(GUID => { "serial_data" => bytes })
+
+  # The tool's standard output, standard error and exit code.
+  def run_cli(*args, stdin: "")
+    out, err, status = Open3.capture3(CLI, *args, stdin_data: stdin)
+    [out, err, status.exitstatus]
   end
 
   def with_gc_stress

@@ -17,14 +17,13 @@ class BridgeTest < Minitest::Test
   end
 
   def test_converters_check_the_kind_first
-    assert_equal [false, -1.0], QuillonProbe.to_float(1), "an Integer is no Float"
-    assert_equal [true, 0.5], QuillonProbe.to_float(0.5)
-    assert_equal [true, 7], QuillonProbe.to_long(7)
-    assert_equal [false, -1], QuillonProbe.to_long(7.0)
-    assert_equal [true, 2**40], QuillonProbe.to_long(2**40)
+    # An Integer is no Float, and nil leaves the value alone.
+    [[:to_float, 1, [false, -1.0]], [:to_float, 0.5, [true, 0.5]], [:to_long, 7, [true, 7]],
+     [:to_long, 7.0, [false, -1]], [:to_long, 2**40, [true, 2**40]],
+     [:to_bool, nil, [false, true]], [:to_bool, false, [true, false]]].each do |name, arg, result|
+      assert_equal result, QuillonProbe.public_send(name, arg), "#{name}(#{arg.inspect})"
+    end
     assert_raises(RangeError) { QuillonProbe.to_long(2**100) }
-    assert_equal [false, true], QuillonProbe.to_bool(nil), "nil leaves the value alone"
-    assert_equal [true, false], QuillonProbe.to_bool(false)
   end
 
   def test_protected_call_turns_failures_into_nil
@@ -32,9 +31,7 @@ class BridgeTest < Minitest::Test
     assert_equal 2, QuillonProbe.protected_call([1, 2, 3], "[]", 1)
     assert_nil QuillonProbe.protected_call(Object.new, "no_such_method")
     raiser = Object.new
-    def raiser.boom
-      raise ArgumentError, "inside"
-    end
+    def raiser.boom = raise(ArgumentError, "inside")
     assert_nil QuillonProbe.protected_call(raiser, "boom")
     assert_nil $!, "the swallowed exception does not linger"
     assert_nil QuillonProbe.protected_call(nil, "to_s")
@@ -77,21 +74,16 @@ class BridgeTest < Minitest::Test
 
   def test_delete_dictionary_key
     dict = { "k" => 1 }
-    def dict.delete_key(key)
-      delete(key)
-    end
+    def dict.delete_key(key) = delete(key)
     assert_equal true, QuillonProbe.delete_dictionary_key(FakeModel.new("d" => dict), "d", "k")
     assert_empty dict
     assert_equal false, QuillonProbe.delete_dictionary_key(FakeModel.new, "d", "k")
   end
 
-  def test_ask_yes_no_is_always_false
+  def test_ask_yes_no_is_always_false_and_protected_eval
     assert_equal false, QuillonProbe.ask_yes_no("'Continue?'")
     Object.const_set(:UI, Module.new { def self.messagebox(*) = 6 }) unless defined?(::UI)
     assert_equal false, QuillonProbe.ask_yes_no("'Continue?'"), "even when the host says yes"
-  end
-
-  def test_protected_eval
     assert_equal [true, 3], QuillonProbe.protected_eval("1 + 2")
     assert_equal [false, nil], QuillonProbe.protected_eval("raise 'x'")
   end
@@ -107,10 +99,8 @@ class BridgeTest < Minitest::Test
   end
 
   def test_host_method_ids_in_their_fixed_order
-    assert_equal "deleted?", QuillonProbe.host_method_name(0)
-    assert_equal "[]=", QuillonProbe.host_method_name(8)
-    assert_equal "active_model", QuillonProbe.host_method_name(46)
-    assert_nil QuillonProbe.host_method_name(47)
+    assert_equal ["deleted?", "[]=", "active_model", nil],
+                 [0, 8, 46, 47].map { QuillonProbe.host_method_name(_1) }
   end
 
   def test_probe_under_gc_stress

@@ -1,60 +1,40 @@
-require "minitest/autorun"
-require "open3"
-require "tmpdir"
+require_relative "helper"
 
 # The command-line tool as a user runs it: exit codes, messages and atomic output.
 class CliTest < Minitest::Test
-  CLI = ENV.fetch("QUILLON_CLI", File.expand_path("../../build/bin/quillonbin2xml", __dir__))
-
-  def run_cli(*args, stdin: "")
-    out, err, status = Open3.capture3(CLI, *args, stdin_data: stdin)
-    [out, err, status.exitstatus]
-  end
+  include QuillonTestHelper
 
   def test_version_and_help
-    out, _, code = run_cli("--version")
-    assert_equal 0, code
-    assert_match(/\Aquillonbin2xml \d+\.\d+\.\d+\n\z/, out)
-    out, _, code = run_cli("--help")
-    assert_equal 0, code
-    assert_match(/light --type N FILE/, out)
-    out, _, code = run_cli("light", "--help")
-    assert_equal 0, code
-    assert_match(/\Ausage: quillonbin2xml light/, out)
+    [[["--version"], /\Aquillonbin2xml \d+\.\d+\.\d+\n\z/], [["--help"], /light --type N FILE/],
+     [["light", "--help"], /\Ausage: quillonbin2xml light/]].each do |args, pattern|
+      out, _, code = run_cli(*args)
+      assert_equal 0, code, args.inspect
+      assert_match pattern, out
+    end
   end
 
-  def test_bad_usage_exits_with_two
-    assert_equal 2, run_cli[2]
-    assert_equal 2, run_cli("frobnicate")[2]
-    assert_equal 2, run_cli("light", "x.json")[2], "missing --type"
-    assert_equal 2, run_cli("light", "--type", "two", "x.json")[2]
-    assert_equal 2, run_cli("light", "--type", "2")[2], "missing FILE"
-    assert_equal 2, run_cli("light", "--type", "2", "--input", "xml", "x")[2]
-    _, err, code = run_cli("inspect", "--type", "2", "x")
-    assert_equal 2, code
-    assert_match(/light:N/, err)
-  end
-
-  def test_unreadable_and_malformed_input_exit_with_two
-    _, err, code = run_cli("light", "--type", "2", "/nonexistent/record.json")
-    assert_equal 2, code
-    assert_equal 1, err.lines.size
-    assert_match(%r{/nonexistent/record\.json}, err)
-    _, err, code = run_cli("light", "--type", "2", "-", stdin: "[1, 2,")
-    assert_equal 2, code
-    assert_match(/<stdin>/, err)
-    assert_equal 2, run_cli("light", "--type", "2", "--input", "json", "-", stdin: "\x00\x00")[2]
-    assert_equal 2, run_cli("light", "--type", "2", "-", stdin: "[1, 2.5]")[2]
+  def test_bad_usage_and_unreadable_input_exit_with_two
+    [[[]], [["frobnicate"]], [["light", "x.json"]], [["light", "--type", "two", "x.json"]],
+     [["light", "--type", "2"]], [["light", "--type", "2", "--input", "xml", "x"]], [["cormat"]],
+     [["light", "--type", "2", "-"], "[1, 2.5]"],
+     [["light", "--type", "2", "--input", "json", "-"], "\x00\x00"],
+     [["inspect", "--type", "2", "x"], "", /light:N/],
+     [["light", "--type", "2", "/nonexistent/record.json"], "", %r{\A[^\n]*/nonexistent/record\.json[^\n]*\n\z}],
+     [["light", "--type", "2", "-"], "[1, 2,", /<stdin>/]].each do |args, stdin, pattern|
+      _, err, code = run_cli(*args, stdin: stdin || "")
+      assert_equal 2, code, args.inspect
+      assert_match pattern, err if pattern
+    end
   end
 
   def test_refused_records_exit_with_one_and_say_why
-    _, err, code = run_cli("light", "--type", "1", "-", stdin: "[0,0,4,0]")
-    assert_equal 1, code
-    assert_match(/no light class has type id 1/, err)
-    _, err, code = run_cli("material", "--type", "15", "-", stdin: "[0,0,1,0]")
-    assert_equal 1, code
-    assert_match(/no material class has type id 15/, err)
-    assert_equal 1, run_cli("light", "--type", "2", "--input", "raw", "-", stdin: "")[2]
+    [[%w[light --type 1 -], "[0,0,4,0]", /no light class has type id 1/],
+     [%w[material --type 15 -], "[0,0,1,0]", /no material class has type id 15/],
+     [%w[light --type 2 --input raw -], ""]].each do |args, stdin, pattern|
+      _, err, code = run_cli(*args, stdin: stdin)
+      assert_equal 1, code, args.inspect
+      assert_match pattern, err if pattern
+    end
   end
 
   def test_failed_run_leaves_no_output_file
@@ -71,14 +51,11 @@ class CliTest < Minitest::Test
   def test_options_document_matches_the_extension
     out, _, code = run_cli("options")
     assert_equal 0, code
-    $LOAD_PATH.unshift ENV.fetch("QUILLON_EXT_DIR", File.expand_path("../../build/ext", __dir__))
-    require "Quillonbin2xml"
     assert_equal Quillonbin2xml.serialize_to_xml(nil), out.force_encoding(Encoding::UTF_8)
   end
 
   def test_cormat_converts_every_material_of_the_file
-    library = File.join(ENV.fetch("QUILLON_SAMPLES_DIR", File.expand_path("../../samples", __dir__)),
-                        "library.cormat")
+    library = File.join(SAMPLES, "library.cormat")
     out, _, code = run_cli("cormat", library)
     assert_equal 0, code
     lines = out.lines.map(&:chomp)
@@ -93,14 +70,13 @@ class CliTest < Minitest::Test
     Dir.mktmpdir do |dir|
       refused = File.join(dir, "zero.cormat")
       File.binwrite(refused, [0x20000, 0].pack("L<L<") + "\0" * 16)
-      _, err, code = run_cli("cormat", refused)
-      assert_equal 1, code
-      assert_equal ["quillonbin2xml: #{refused}: the material file was refused\n"], err.lines
       missing = File.join(dir, "missing.cormat")
-      _, err, code = run_cli("cormat", missing)
-      assert_equal 2, code
-      assert_equal ["quillonbin2xml: #{missing}: cannot read the file\n"], err.lines
-      assert_equal 2, run_cli("cormat")[2]
+      [[refused, 1, "the material file was refused"], [missing, 2, "cannot read the file"]]
+        .each do |path, status, why|
+        _, err, code = run_cli("cormat", path)
+        assert_equal status, code
+        assert_equal ["quillonbin2xml: #{path}: #{why}\n"], err.lines
+      end
     end
   end
 end

@@ -1,80 +1,95 @@
 require_relative "helper"
 
+# The module's four functions and their result tables. Hostile arguments: test_hostile_inputs.rb;
+# the XML of each class, line by line: the C++ tests.
 class ModuleTest < Minitest::Test
   include QuillonTestHelper
+
+  EMPTY_DOCUMENT = "  <Assets>\n  </Assets>\n".freeze
+  OMNI = JSON.parse(File.read(File.join(SAMPLES, "light_type2_omni.json"))).freeze
+  BRICK = JSON.parse(File.read(File.join(SAMPLES, "material_type1_brick.json"))).freeze
+
+  def u32(*v) = v.pack("L<*").bytes
+  def f32(*v) = v.pack("e*").bytes
+  def text(s) = u32(s.bytesize) + s.bytes
 
   def test_module_defines_exactly_the_four_functions
     assert_equal %i[convert_light convert_material old_deserialize serialize_to_xml],
                  Quillonbin2xml.singleton_methods.sort
-    assert_equal 1, Quillonbin2xml.method(:old_deserialize).arity
-    assert_equal 1, Quillonbin2xml.method(:serialize_to_xml).arity
-    assert_equal 2, Quillonbin2xml.method(:convert_material).arity
-    assert_equal 2, Quillonbin2xml.method(:convert_light).arity
+    assert_equal [1, 1, 2, 2], %i[old_deserialize serialize_to_xml convert_material convert_light]
+      .map { Quillonbin2xml.method(_1).arity }
+    refute defined?(Quillon::Vector), "the value classes are not registered at load"
   end
 
-  def test_value_classes_are_not_registered_at_load
-    refute defined?(Quillon::Vector)
-  end
-
-  def test_old_deserialize_without_a_model_gives_nil
+  def test_old_deserialize_result_table
     assert_nil Quillonbin2xml.old_deserialize(nil)
     assert_nil Quillonbin2xml.old_deserialize(false)
-  end
-
-  def test_old_deserialize_failure_rows_give_false
-    assert_equal false, Quillonbin2xml.old_deserialize(Object.new), "no attribute_dictionary"
     model = FakeModel.new
     assert_equal false, Quillonbin2xml.old_deserialize(model), "no dictionary"
     assert_equal [[GUID, false]], model.asked
-    assert_equal false, Quillonbin2xml.old_deserialize(FakeModel.new(GUID => {})), "no key"
-    assert_equal false, Quillonbin2xml.old_deserialize(FakeModel.new(GUID => { "serial_data" => false }))
-    assert_equal false, Quillonbin2xml.old_deserialize(FakeModel.new(GUID => { "serial_data" => "bytes" }))
-    assert_equal false, Quillonbin2xml.old_deserialize(FakeModel.new(GUID => { "serial_data" => [] }))
-  end
-
-  def test_old_deserialize_survives_a_raising_host
-    model = Object.new
-    def model.attribute_dictionary(*)
-      raise "host failure"
+    raising = Object.new
+    def raising.attribute_dictionary(*) = raise("host failure")
+    { "no attribute_dictionary" => Object.new, "a raising host" => raising,
+      "no key" => FakeModel.new(GUID => {}) }.each do |why, owner|
+      assert_equal false, Quillonbin2xml.old_deserialize(owner), why
     end
-    assert_equal false, Quillonbin2xml.old_deserialize(model)
+    [false, "bytes", []].each do |stored|
+      assert_equal false, Quillonbin2xml.old_deserialize(model_holding(stored)), stored.inspect
+    end
   end
 
-  def test_convert_material_refuses_bad_arguments_with_nil
-    assert_nil Quillonbin2xml.convert_material([], 0)
-    assert_nil Quillonbin2xml.convert_material("x", 0)
-    assert_nil Quillonbin2xml.convert_material(nil, 0)
-    assert_nil Quillonbin2xml.convert_material([0, 0, 1, 0], 15)
-    assert_nil Quillonbin2xml.convert_material([0, 0, 1, 0], -1)
+  def test_conversions_refuse_with_nil
+    [[[], 0], ["x", 0], [nil, 0], [[0, 0, 1, 0], 15], [[0, 0, 1, 0], -1],
+     [BRICK, 0], [BRICK.take(40), 1], [[0x01, 0x00, 0x05, 0x00], 1]].each do |bytes, type|
+      assert_nil Quillonbin2xml.convert_material(bytes, type), "material #{bytes.inspect.slice(0, 30)} #{type}"
+    end
+    refused = OMNI.dup
+    refused[0] = 1 # a non-zero minor
+    [[[], 0], [:sym, 2], [[0, 0, 4, 0], 1], [[0, 0, 1, 0], 8], [[0, 0, 4, 0], -3],
+     [refused, 2]].each do |bytes, type|
+      assert_nil Quillonbin2xml.convert_light(bytes, type), "light #{bytes.inspect.slice(0, 30)} #{type}"
+    end
   end
 
-  def test_convert_light_refuses_bad_arguments_with_nil
-    assert_nil Quillonbin2xml.convert_light([], 0)
-    assert_nil Quillonbin2xml.convert_light(:sym, 2)
-    assert_nil Quillonbin2xml.convert_light([0, 0, 4, 0], 1), "type 1 has no class"
-    assert_nil Quillonbin2xml.convert_light([0, 0, 1, 0], 8), "the factory stops at 7"
-    assert_nil Quillonbin2xml.convert_light([0, 0, 4, 0], -3)
+  # A sphere light has no XML form of its own, and a material without a layered material of its
+  # own gives an empty document: both are results, not refusals.
+  def test_empty_results_are_strings
+    flags = [1, 1, 0, 0, 0, 1, 1, 1]
+    sphere = u32(0x20000) + f32(1, 0, 0, 0, 1, 0, 0, 0, 1, 5, 6, 7) +
+             f32(1, 1, 1, 0, 0, 0, 0, 0.005, 1, 1) + u32(500, 1000, 0, 8) + flags
+    assert_equal "", Quillonbin2xml.convert_light(sphere, 7)
+    assert_nil Quillonbin2xml.convert_light(u32(0x40000) + sphere.drop(4), 7)
+    instance = u32(0x10000, 0x20000) + text("Instance") + text("")
+    assert_equal EMPTY_DOCUMENT, Quillonbin2xml.convert_material(instance, 4)
   end
 
-  def test_only_an_array_itself_is_accepted
-    subclass = Class.new(Array)
-    assert_nil Quillonbin2xml.convert_light(subclass.new([0, 0, 4, 0]), 2)
+  def test_conversions_give_utf8_xml
+    xml = Quillonbin2xml.convert_light(OMNI, 2)
+    assert_equal Encoding::UTF_8, xml.encoding
+    assert_equal %(  <Asset layout="" renderer="ombra" type="light" url="/LightOmni" >\n), xml.lines.first
+    assert_equal %(      <ombraplugin name="LightOmni" type="light">\n), xml.lines[2]
+    assert_equal "  </Asset>\n", xml.lines.last
+    xml = Quillonbin2xml.convert_material(sample("material_type5_two_sided.json"), 5)
+    assert_equal Encoding::UTF_8, xml.encoding
+    assert xml.start_with?("  <Assets>\n") && xml.end_with?("  </Assets>\n")
+    assert_equal ["/Front", "/Back", "/Sign"],
+                 xml.scan(/layout="(?:defommat|TwoSidedMatLayout)"[^>]*url="([^"]*)"/).flatten
+    # The attribute form holds whole blocks: the zeros behind the record change nothing.
+    assert_equal Quillonbin2xml.convert_material(BRICK, 1),
+                 Quillonbin2xml.convert_material(BRICK + [0] * (4096 - BRICK.size), 1)
   end
 
-  def test_non_numeric_element_raises_type_error
-    assert_raises(TypeError) { Quillonbin2xml.convert_light([0, "x", 4, 0], 2) }
-    assert_raises(TypeError) { Quillonbin2xml.convert_material([nil], 1) }
-  end
-
-  def test_non_numeric_type_raises_type_error_after_the_copy
-    assert_raises(TypeError) { Quillonbin2xml.convert_light([0, 0, 4, 0], "2") }
-    assert_raises(TypeError) { Quillonbin2xml.convert_material([0, 0, 4, 0], nil) }
-    # The bytes are checked first: a bad array gives nil before the type is looked at.
-    assert_nil Quillonbin2xml.convert_material([], "2")
-  end
-
-  def test_out_of_range_numbers_raise_range_error
-    assert_raises(RangeError) { Quillonbin2xml.convert_light([2**70], 2) }
+  def test_bundled_samples_match_the_command_line_tool
+    samples = Dir[File.join(SAMPLES, "{light,material}_type*.json")].sort
+    assert_equal 5, samples.size
+    samples.each do |path|
+      kind, type = File.basename(path).match(/\A(\w+?)_type(\d+)/).captures
+      from_ruby = Quillonbin2xml.public_send(:"convert_#{kind}", JSON.parse(File.read(path)), type.to_i)
+      refute_nil from_ruby, path
+      out, err, code = run_cli(kind, "--type", type, path)
+      assert_equal 0, code, err
+      assert_equal from_ruby, out.force_encoding(Encoding::UTF_8), path
+    end
   end
 
   def test_serialize_to_xml_gives_a_utf8_assets_document
@@ -91,17 +106,18 @@ class ModuleTest < Minitest::Test
     assert_equal blocks + %w[/CameraPhysical /SettingsDR],
                  xml.scan(/<Asset layout="" renderer="ombra" type="settings" url="([^"]*)" >/).flatten
     assert_equal 22, xml.scan(/^    <Assets>$/).size
-    assert_match %r{name="mtl_maxDepth" [^\n]*>\n\s*<value>2</value>}, xml
-    assert_match %r{<entry>RGB color</entry>\n\s*<entry>Alpha</entry>}, xml
   end
 
   def test_conversions_under_gc_stress
+    light, material = Quillonbin2xml.convert_light(OMNI, 2), Quillonbin2xml.convert_material(BRICK, 1)
     with_gc_stress do
+      assert_equal light, Quillonbin2xml.convert_light(OMNI, 2)
+      assert_equal material, Quillonbin2xml.convert_material(BRICK, 1)
       20.times do
         Quillonbin2xml.serialize_to_xml(nil)
         Quillonbin2xml.convert_light(Array.new(64) { |i| i }, 2)
         Quillonbin2xml.convert_material(Array.new(64, 0), 1)
-        Quillonbin2xml.old_deserialize(FakeModel.new(GUID => { "serial_data" => [1, 2, 3] }))
+        Quillonbin2xml.old_deserialize(model_holding([1, 2, 3]))
         assert_raises(TypeError) { Quillonbin2xml.convert_light([1, Object.new], 2) }
       end
     end

@@ -1,7 +1,4 @@
 require_relative "helper"
-require "json"
-require "open3"
-require "tmpdir"
 
 # A host module that notes whether anything asks it for the open model.
 module Sketchup
@@ -15,22 +12,19 @@ module Sketchup
   end
 end
 
+# A stored scene record through old_deserialize, serialize_to_xml and the command-line tool.
+# The options' values and their refusals, field by field: scene_record_test.cpp and
+# options_xml_test.cpp.
 class SceneTest < Minitest::Test
   include QuillonTestHelper
 
-  SAMPLES = ENV.fetch("QUILLON_SAMPLES_DIR", File.expand_path("../../samples", __dir__))
-  CLI = ENV.fetch("QUILLON_CLI", File.expand_path("../../build/bin/quillonbin2xml", __dir__))
   SAMPLE = File.join(SAMPLES, "scene_type0_major6.json")
 
-  def record = JSON.parse(File.read(SAMPLE))
-
   def with_major(major)
-    bytes = record
+    bytes = JSON.parse(File.read(SAMPLE))
     bytes[2] = major # the version word's major, low byte
     bytes
   end
-
-  def model_holding(bytes) = FakeModel.new(GUID => { "serial_data" => bytes })
 
   # The text of the value element of `name` in the block `block`, without line breaks.
   def value_of(doc, block, name)
@@ -39,20 +33,14 @@ class SceneTest < Minitest::Test
     part[part.index("<value>") + 7...part.index("</value>")].gsub(/\s+/, "")
   end
 
-  def test_stored_record_reaches_the_options_document
-    assert_equal true, Quillonbin2xml.old_deserialize(model_holding(record))
+  def test_stored_record_reaches_the_options_document_and_a_refused_one_resets_it
+    assert_equal true, Quillonbin2xml.old_deserialize(model_holding(with_major(6)))
     doc = Quillonbin2xml.serialize_to_xml(nil)
     assert_equal Encoding::UTF_8, doc.encoding
-    assert_equal "1920", value_of(doc, "SettingsOutput", "img_width")
-    assert_equal "1080", value_of(doc, "SettingsOutput", "img_height")
-    assert_equal "C:/renders/hall.png", value_of(doc, "SettingsOutput", "img_file")
-    assert_equal "1", value_of(doc, "SettingsImageFilter", "type"), "stored 2 is written as 1"
+    assert_equal %w[1920 1080 C:/renders/hall.png],
+                 %w[img_width img_height img_file].map { value_of(doc, "SettingsOutput", _1) }
     assert_equal "<list><entry>RGBcolor</entry><entry>Alpha</entry><entry>ZDepth</entry></list>",
                  value_of(doc, "SettingsRenderChannels", "channel_names")
-  end
-
-  def test_refused_record_leaves_the_default_options
-    assert_equal true, Quillonbin2xml.old_deserialize(model_holding(record))
     assert_equal false, Quillonbin2xml.old_deserialize(model_holding(with_major(7)))
     assert_equal "800", value_of(Quillonbin2xml.serialize_to_xml(nil), "SettingsOutput", "img_width")
   end
@@ -64,14 +52,10 @@ class SceneTest < Minitest::Test
     refute defined?(Quillon::Vector), "the value classes stay unregistered"
   end
 
-  def run_cli(*args)
-    Open3.capture3(CLI, *args)
-  end
-
   def test_cli_prints_the_same_document_as_the_module
-    out, err, status = run_cli("scene", SAMPLE)
-    assert_equal 0, status.exitstatus, err
-    Quillonbin2xml.old_deserialize(model_holding(record))
+    out, err, code = run_cli("scene", SAMPLE)
+    assert_equal 0, code, err
+    Quillonbin2xml.old_deserialize(model_holding(with_major(6)))
     assert_equal Quillonbin2xml.serialize_to_xml(nil), out
   end
 
@@ -79,21 +63,17 @@ class SceneTest < Minitest::Test
     Dir.mktmpdir do |dir|
       refused = File.join(dir, "refused.json")
       File.write(refused, JSON.generate(with_major(7)))
-      out, err, status = run_cli("scene", refused)
-      assert_equal 1, status.exitstatus
-      assert_empty out
-      assert_equal 1, err.lines.size
+      out, err, code = run_cli("scene", refused)
+      assert_equal [1, "", 1], [code, out, err.lines.size]
       assert_includes err, refused
       assert_includes err, "0x70000"
-
-      _, err, status = run_cli("scene", File.join(dir, "missing.json"))
-      assert_equal 2, status.exitstatus
+      _, err, code = run_cli("scene", File.join(dir, "missing.json"))
+      assert_equal 2, code
       assert_includes err, "missing.json"
-
-      out, _, status = run_cli("inspect", "--type", "scene", SAMPLE)
-      assert_equal 0, status.exitstatus
-      assert_match(/^SkpModule version 6/, out)
-      assert_match(/^    MaterialLayeredBRDF version 4/, out)
     end
+    out, _, code = run_cli("inspect", "--type", "scene", SAMPLE)
+    assert_equal 0, code
+    assert_match(/^SkpModule version 6/, out)
+    assert_match(/^    MaterialLayeredBRDF version 4/, out)
   end
 end

@@ -27,11 +27,7 @@ module Sketchup
   class << self
     attr_accessor :model
 
-    def active_model
-      @active_model_calls = (@active_model_calls || 0) + 1
-      model
-    end
-
+    def active_model = (@active_model_calls = active_model_calls + 1; model)
     def active_model_calls = @active_model_calls || 0
   end
 end
@@ -42,13 +38,8 @@ module Geom
     def [](i) = @xyz[i]
   end
 
-  class Vector3d
-    include Coordinates
-  end
-
-  class Point3d
-    include Coordinates
-  end
+  class Vector3d; include Coordinates; end
+  class Point3d; include Coordinates; end
 
   class Transformation
     def initialize(numbers) = @numbers = numbers
@@ -65,42 +56,24 @@ QuillonProbe.register_host_classes(Quillon)
 class ValueClassesTest < Minitest::Test
   IDENTITY16 = [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1].freeze
 
-  def assert_argument_error(message, &block)
-    error = assert_raises(ArgumentError, &block)
-    assert_equal message, error.message
-  end
-
-  def assert_runtime_error(message, &block)
-    error = assert_raises(RuntimeError, &block)
-    assert_equal message, error.message
+  # Each refusal of the value classes' constructors and comparisons, with its exact message.
+  def assert_refusals(error_class, table)
+    table.each do |message, call|
+      error = assert_raises(error_class, message) { call.call }
+      assert_equal message, error.message
+    end
   end
 
   def test_vector_accepts_numbers_points_vectors_and_vertices
-    assert_equal [1.0, 2.5, 3.0], Quillon::Vector.new(1, 2.5, 3).to_a
-    assert_equal [4.0, 5.0, 6.0], Quillon::Vector.new(Geom::Vector3d.new(4, 5, 6.0)).to_a
-    assert_equal [7.0, 8.0, 9.0], Quillon::Vector.new(Geom::Point3d.new(7, 8, 9)).to_a
-    vertex = Sketchup::Vertex.new(Geom::Point3d.new(1, 0, -1))
-    assert_equal [1.0, 0.0, -1.0], Quillon::Vector.new(vertex).to_a
-    copy = Quillon::Vector.new(Quillon::Vector.new(1, 2, 3))
-    assert_equal [1.0, 2.0, 3.0], copy.to_a
+    [[[1.0, 2.5, 3.0], [1, 2.5, 3]], [[4.0, 5.0, 6.0], [Geom::Vector3d.new(4, 5, 6.0)]],
+     [[7.0, 8.0, 9.0], [Geom::Point3d.new(7, 8, 9)]],
+     [[1.0, 0.0, -1.0], [Sketchup::Vertex.new(Geom::Point3d.new(1, 0, -1))]],
+     [[1.0, 2.0, 3.0], [Quillon::Vector.new(1, 2, 3)]]].each do |expected, args|
+      assert_equal expected, Quillon::Vector.new(*args).to_a, args.inspect
+    end
+    copy = Quillon::Vector.new(1, 2, 3)
     assert_same copy, copy.set(0, 0, 1)
     assert_equal [0.0, 0.0, 1.0], copy.to_a
-  end
-
-  def test_vector_errors
-    assert_argument_error("invalid parameter count - Quillon::Vector#set") { Quillon::Vector.new }
-    assert_argument_error("invalid parameter count - Quillon::Vector#set") { Quillon::Vector.new(1, 2) }
-    assert_argument_error("invalid Quillon::Vector argument in Vector#set") { Quillon::Vector.new("x") }
-    assert_argument_error("invalid Quillon::Vector argument in Vector#set") { Quillon::Vector.new(1, :b, 2) }
-    assert_argument_error("invalid Geom::Vector3d#[] result - Quillon::Vector#set") do
-      Quillon::Vector.new(Geom::Vector3d.new(1, nil, 3))
-    end
-    assert_argument_error("invalid Geom::Point3d#[] result - Quillon::Vector#set") do
-      Quillon::Vector.new(Geom::Point3d.new(1, 2))
-    end
-    assert_argument_error("invalid Geom::Vertex#position result - Quillon::Vector#set") do
-      Quillon::Vector.new(Sketchup::Vertex.new(nil))
-    end
   end
 
   def test_color_accepts_host_colors_copies_and_three_numbers
@@ -109,61 +82,59 @@ class ValueClassesTest < Minitest::Test
     assert_equal "(0, 0, 0)", Quillon::Color.new.to_s
   end
 
-  def test_color_errors
-    assert_argument_error("Quillon::Color#initialize - invalid to_a in 1 argc color init") do
-      Quillon::Color.new(Sketchup::Color.new(nil))
-    end
-    assert_argument_error("Quillon::Color#initialize - invalid single argument: must be " \
-                          "Sketchup::Color or Quillon::Color") { Quillon::Color.new([1, 2, 3]) }
-    assert_argument_error("Quillon::Color#initialize - invalid arguments: when passing 3 they " \
-                          "must be fixnum / floats") { Quillon::Color.new(1, "2", 3) }
-  end
-
   def test_transform_accepts_each_form
     numbers = [1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 3, 0, 10, 20, 30, 1]
-    expected = [1.0, 0.0, 0.0, 0.0, 2.0, 0.0, 0.0, 0.0, 3.0, 10.0, 20.0, 30.0]
-    assert_equal expected, Quillon::Transform.new(numbers).to_a
-    assert_equal expected, Quillon::Transform.new(Geom::Transformation.new(numbers)).to_a
-    assert_equal expected, Quillon::Transform.new(Quillon::Transform.new(numbers)).to_a
     vectors = [[1, 0, 0], [0, 2, 0], [0, 0, 3], [10, 20, 30]]
-    assert_equal expected, Quillon::Transform.new(*vectors.map { |v| Quillon::Vector.new(*v) }).to_a
     host = vectors.first(3).map { |v| Geom::Vector3d.new(*v) } << Geom::Point3d.new(10, 20, 30)
-    assert_equal expected, Quillon::Transform.new(*host).to_a
+    [[numbers], [Geom::Transformation.new(numbers)], [Quillon::Transform.new(numbers)],
+     vectors.map { |v| Quillon::Vector.new(*v) }, host].each do |args|
+      assert_equal [1.0, 0.0, 0.0, 0.0, 2.0, 0.0, 0.0, 0.0, 3.0, 10.0, 20.0, 30.0],
+                   Quillon::Transform.new(*args).to_a, args.inspect
+    end
     assert_equal "{ 1, 0, 0 }\n{ 0, 2, 0 }\n{ 0, 0, 3 }\n{ 10, 20, 30 }\n",
                  Quillon::Transform.new(numbers).to_s
   end
 
-  def test_transform_errors
-    assert_argument_error("Quillon::Transform#initialize - invalid ruby array length - should be 16") do
-      Quillon::Transform.new([0] * 15)
-    end
-    assert_argument_error("Quillon::Transform#initialize - Geom::Transformation#to_a failed") do
-      Quillon::Transform.new(Geom::Transformation.new([1, 2]))
-    end
-    assert_argument_error("Quillon::Transform#initialize - 1 arg version should be a " \
-                          "Geom::Transformation / Quillon::Transform / an array with 16 doubles") do
-      Quillon::Transform.new("matrix")
-    end
-    assert_argument_error("Quillon::Transform#initialize - 4 argument version should be 3 " \
-                          "Sketchup::Vector3d / 1 Sketchup::Point3d or 4 Quillon::Vector") do
-      Quillon::Transform.new(1, 2, 3, 4)
-    end
-    assert_argument_error("Quillon::Transform#initialize - invalid argument count") do
-      Quillon::Transform.new(IDENTITY16, IDENTITY16)
-    end
+  def test_constructor_refusals
+    count = "invalid parameter count - Quillon::Vector#set"
+    argument = "invalid Quillon::Vector argument in Vector#set"
+    prefix = "Quillon::Transform#initialize - "
+    assert_refusals ArgumentError, [
+      [count, -> { Quillon::Vector.new }], [count, -> { Quillon::Vector.new(1, 2) }],
+      [argument, -> { Quillon::Vector.new("x") }], [argument, -> { Quillon::Vector.new(1, :b, 2) }],
+      ["invalid Geom::Vector3d#[] result - Quillon::Vector#set",
+       -> { Quillon::Vector.new(Geom::Vector3d.new(1, nil, 3)) }],
+      ["invalid Geom::Point3d#[] result - Quillon::Vector#set",
+       -> { Quillon::Vector.new(Geom::Point3d.new(1, 2)) }],
+      ["invalid Geom::Vertex#position result - Quillon::Vector#set",
+       -> { Quillon::Vector.new(Sketchup::Vertex.new(nil)) }],
+      ["Quillon::Color#initialize - invalid to_a in 1 argc color init",
+       -> { Quillon::Color.new(Sketchup::Color.new(nil)) }],
+      ["Quillon::Color#initialize - invalid single argument: must be Sketchup::Color or " \
+       "Quillon::Color", -> { Quillon::Color.new([1, 2, 3]) }],
+      ["Quillon::Color#initialize - invalid arguments: when passing 3 they must be fixnum / " \
+       "floats", -> { Quillon::Color.new(1, "2", 3) }],
+      ["#{prefix}invalid ruby array length - should be 16", -> { Quillon::Transform.new([0] * 15) }],
+      ["#{prefix}Geom::Transformation#to_a failed",
+       -> { Quillon::Transform.new(Geom::Transformation.new([1, 2])) }],
+      ["#{prefix}1 arg version should be a Geom::Transformation / Quillon::Transform / an array " \
+       "with 16 doubles", -> { Quillon::Transform.new("matrix") }],
+      ["#{prefix}4 argument version should be 3 Sketchup::Vector3d / 1 Sketchup::Point3d or 4 " \
+       "Quillon::Vector", -> { Quillon::Transform.new(1, 2, 3, 4) }],
+      ["#{prefix}invalid argument count", -> { Quillon::Transform.new(IDENTITY16, IDENTITY16) }]
+    ]
   end
 
   def test_transform_product
     # a: scale 2, moved by (1, 0, 0); b: a quarter turn about z, moved by (0, 1, 0).
     a = Quillon::Transform.new([2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 1, 0, 0, 1])
     b = Quillon::Transform.new([0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 1, 0, 1])
-    assert_equal [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 1.0, 2.0, 0.0], (a * b).to_a
+    ab = [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 1.0, 2.0, 0.0]
+    assert_equal ab, (a * b).to_a
     assert_equal [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 0.0, 2.0, 0.0], (b * a).to_a
     assert_nil a * 2
-    before = a.to_a
     assert_same a, a.send(:"*=", b)
-    assert_equal [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 1.0, 2.0, 0.0], a.to_a
-    refute_equal before, a.to_a
+    assert_equal ab, a.to_a
     assert_nil a.send(:"*=", "b")
   end
 
@@ -171,13 +142,13 @@ class ValueClassesTest < Minitest::Test
     m = Quillon::Material.new
     assert_equal [0, "", "", 1.0, false], [m.type, m.texture, m.name, m.alpha, m.use_alpha]
     assert_equal "(0, 0, 0)", m.color.to_s
-    assert_same m, m.send(:type=, 2)
-    assert_same m, m.send(:alpha=, 0.5)
-    assert_nil m.send(:alpha=, 1), "an Integer is no Float"
-    assert_nil m.send(:use_alpha=, nil)
-    assert_nil m.send(:color=, [1, 2, 3])
-    assert_same m, m.send(:color=, Quillon::Color.new(0.25, 0.5, 1))
-    assert_nil m.send(:name=, :sym)
+    # A setter answers the material, or nil when the value is of the wrong kind.
+    [[:type=, 2], [:alpha=, 0.5], [:color=, Quillon::Color.new(0.25, 0.5, 1)]].each do |setter, v|
+      assert_same m, m.send(setter, v), setter
+    end
+    [[:alpha=, 1], [:use_alpha=, nil], [:color=, [1, 2, 3]], [:name=, :sym]].each do |setter, v|
+      assert_nil m.send(setter, v), "#{setter} #{v.inspect}"
+    end
     m.name = "Oak"
     m.texture = "C:/maps/oak.png"
     m.use_alpha = true
@@ -188,12 +159,9 @@ class ValueClassesTest < Minitest::Test
   end
 
   def test_material_comparison
-    a = Quillon::Material.new
-    a.name = "Oak"
-    a.texture = "Maps/OAK.png"
-    b = Quillon::Material.new
-    b.name = "oak"
-    b.texture = "maps/oak.PNG"
+    a, b = Quillon::Material.new, Quillon::Material.new
+    a.name, a.texture = "Oak", "Maps/OAK.png"
+    b.name, b.texture = "oak", "maps/oak.PNG"
     assert a.is_equal?(b), "names and textures compare without regard to case"
     refute a.not_equal?(b)
     b.alpha = 0.75
@@ -206,12 +174,13 @@ class ValueClassesTest < Minitest::Test
 
   def test_material_comparison_errors
     m = Quillon::Material.new
-    assert_runtime_error("[Quillon::Material#==] - invalid argument 1\n") { m.is_equal?(nil) }
-    assert_runtime_error("[Quillon::Material#==] - argument 1 expected to be of type " \
-                         "Quillon::Material\n") { m.is_equal?(Quillon::Color.new) }
-    assert_runtime_error("[Quillon::Material#!=] - invalid argument 1\n") { m.not_equal?(nil) }
-    assert_runtime_error("[Quillon::Material#!=] - argument 1 expected to be of type " \
-                         "Quillon::Material\n") { m.not_equal?("m") }
+    type = "argument 1 expected to be of type Quillon::Material\n"
+    assert_refusals RuntimeError, [
+      ["[Quillon::Material#==] - invalid argument 1\n", -> { m.is_equal?(nil) }],
+      ["[Quillon::Material#==] - #{type}", -> { m.is_equal?(Quillon::Color.new) }],
+      ["[Quillon::Material#!=] - invalid argument 1\n", -> { m.not_equal?(nil) }],
+      ["[Quillon::Material#!=] - #{type}", -> { m.not_equal?("m") }]
+    ]
   end
 
   # A model that would record any change the upgrade makes.

@@ -45,28 +45,24 @@ VALUE holder_counts(VALUE, VALUE value) {
     });
 }
 
+// A converter's answer and its output, which starts as `start` and stays so when refused.
+template <class T, class ToRuby>
+VALUE converted(VALUE v, bool (*convert)(VALUE, T&), T start, ToRuby toRuby) {
+    return guarded([&] {
+        T out = start;
+        const bool ok = convert(v, out);
+        return pair(ok, toRuby(out));
+    });
+}
+
 VALUE to_float(VALUE, VALUE v) {
-    return guarded([&] {
-        float f = -1.0f;
-        const bool ok = toFloat(v, f);
-        return pair(ok, DBL2NUM(f));
-    });
+    return converted<float>(v, toFloat, -1.0f, [](float f) { return DBL2NUM(f); });
 }
-
 VALUE to_long(VALUE, VALUE v) {
-    return guarded([&] {
-        long l = -1;
-        const bool ok = toLong(v, l);
-        return pair(ok, LONG2NUM(l));
-    });
+    return converted<long>(v, toLong, -1, [](long l) { return LONG2NUM(l); });
 }
-
 VALUE to_bool(VALUE, VALUE v) {
-    return guarded([&] {
-        bool b = true;  // stays as it is when the conversion refuses
-        const bool ok = toBool(v, b);
-        return pair(ok, b ? Qtrue : Qfalse);
-    });
+    return converted<bool>(v, toBool, true, [](bool b) { return b ? Qtrue : Qfalse; });
 }
 
 VALUE protected_call(int argc, VALUE* argv, VALUE) {
