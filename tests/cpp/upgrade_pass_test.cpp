@@ -17,6 +17,7 @@ using upgrade_test::FakeEntity;
 using upgrade_test::FakeHost;
 using upgrade_test::FakeMaterial;
 using upgrade_test::FakeValue;
+using upgrade_test::fakeValue;
 using upgrade_test::hostMaterial;
 using upgrade_test::textOf;
 
@@ -82,9 +83,7 @@ Diffuse_BRDF& firstDiffuse(const MaterialPtr& material) {
 std::shared_ptr<FakeEntity> entityNamed(const std::wstring& stored) {
     auto e = std::make_shared<FakeEntity>();
     e->hasDictionary = true;
-    auto v = std::make_shared<FakeValue>();
-    v->value = stored;
-    e->dictionary[MaterialAttribute::Material] = v;
+    e->dictionary[MaterialAttribute::Material] = fakeValue(stored);
     return e;
 }
 
@@ -146,22 +145,20 @@ TEST_F(UpgradePassTest, HostNameTakenInOtherCaseGivesTheNextFreeName) {
     EXPECT_FALSE(sceneMaterials()->findByName(L"Brick"));
 }
 
-TEST_F(UpgradePassTest, TrailingDigitsAreStrippedBeforeCounting) {
-    host.materials.push_back(hostMaterial(L"wood12"));
-    add(layered(L"Wood12", Color(1, 0, 0)));
-    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood1");
-    host.materials.push_back(hostMaterial(L"x"));
-    host.materials.back()->displayName = L"WOOD1";  // the display name counts too
-    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood2");
-}
-
 // A host without a material collection calls no name free; the search still ends.
 class HostWithoutMaterials : public FakeHost {
 public:
     bool materialLength(long&) override { return false; }
 };
 
-TEST_F(UpgradePassTest, NameSearchEndsWhenTheHostCannotListMaterials) {
+TEST_F(UpgradePassTest, TrailingDigitsAreStrippedBeforeCountingAndTheSearchEnds) {
+    host.materials.push_back(hostMaterial(L"wood12"));
+    add(layered(L"Wood12", Color(1, 0, 0)));
+    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood1");
+    host.materials.push_back(hostMaterial(L"x"));
+    host.materials.back()->displayName = L"WOOD1";  // the display name counts too
+    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood2");
+
     HostWithoutMaterials blind;
     SkpMaterialEditor searching(&blind);
     EXPECT_FALSE(searching.isHostNameFree(L"Wood"));
@@ -334,9 +331,7 @@ TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {
     ref->target = L"UUID-BRICK";
     add(ref);
     auto refHost = hostMaterial(L"RefHost");
-    auto v = std::make_shared<FakeValue>();
-    v->value = std::wstring(L"brickref");
-    refHost->dictionary[MaterialAttribute::MaterialName] = v;
+    refHost->dictionary[MaterialAttribute::MaterialName] = fakeValue(std::wstring(L"brickref"));
     host.materials.push_back(refHost);
     auto brickHost = hostMaterial(L"Brick");
     host.materials.push_back(brickHost);
