@@ -20,16 +20,13 @@ void appendRealCurve(StreamBuilder& b, float atZero, float atOne) {
 }
 
 void appendTransform(StreamBuilder& b, float offsetX) {
-    b.f32(2).f32(0).f32(0).f32(0).f32(2).f32(0).f32(0).f32(0).f32(2);
-    b.f32(offsetX).f32(0).f32(0);
+    b.floats({2, 0, 0, 0, 2, 0, 0, 0, 2, offsetX, 0, 0});
 }
 
-void appendTransformCurve(StreamBuilder& b, float offsetX) {
-    b.u32(0x10000).u32(1).u32(8).f64(0.0);
-    appendTransform(b, offsetX);
+// Render and crop rectangles, fov, the two reals, the image size and the flag.
+void appendViewFields(StreamBuilder& b, bool flag) {
+    b.ints({1, 2, 11, 22, 3, 4, 5, 6}).floats({0.5f, 2.0f, 3.0f}).ints({640, 480}).boolean(flag);
 }
-
-void appendRects(StreamBuilder& b) { b.i32(1).i32(2).i32(11).i32(22).i32(3).i32(4).i32(5).i32(6); }
 
 }  // namespace
 
@@ -89,8 +86,7 @@ TEST(RenderView, VersionOneLeadsWithATransformAndInvertsTheFlag) {
     StreamBuilder b;
     b.u32(0x10000);
     appendTransform(b, 7.0f);
-    appendRects(b);
-    b.f32(0.5f).f32(2.0f).f32(3.0f).i32(640).i32(480).boolean(false);
+    appendViewFields(b, false);
     RenderView view;
     ASSERT_TRUE(readAll(view, b));
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 7.0f);
@@ -105,9 +101,9 @@ TEST(RenderView, VersionOneLeadsWithATransformAndInvertsTheFlag) {
 TEST(RenderView, VersionTwoEndsWithTheTransformCurve) {
     StreamBuilder b;
     b.u32(0x20000);
-    appendRects(b);
-    b.f32(0.5f).f32(2.0f).f32(3.0f).i32(640).i32(480).boolean(true);
-    appendTransformCurve(b, 9.0f);
+    appendViewFields(b, true);
+    b.u32(0x10000).u32(1).u32(8).f64(0.0);  // a transform curve of one key
+    appendTransform(b, 9.0f);
     RenderView view;
     ASSERT_TRUE(readAll(view, b));
     EXPECT_FALSE(view.flagD.getValue(0.0));

@@ -53,10 +53,16 @@ HostRef fakeValue(const T& v) {
     return made;
 }
 
-inline std::wstring textOf(const HostRef& value) {
+// The value of kind T a dictionary entry holds; null for no value or one of another kind.
+template <class T>
+const T* valueOf(const HostRef& value) {
     auto* v = dynamic_cast<FakeValue*>(value.get());
-    if (!v || !std::holds_alternative<std::wstring>(v->value)) return L"<not text>";
-    return std::get<std::wstring>(v->value);
+    return v ? std::get_if<T>(&v->value) : nullptr;
+}
+
+inline std::wstring textOf(const HostRef& value) {
+    const std::wstring* text = valueOf<std::wstring>(value);
+    return text ? *text : L"<not text>";
 }
 
 class FakeHost : public HostModelOps {
@@ -159,9 +165,8 @@ public:
                            std::wstring& out) override {
         auto* entity = dynamic_cast<FakeEntity*>(owner.get());
         if (!entity || !entity->dictionary.count(key)) return false;
-        auto* v = dynamic_cast<FakeValue*>(entity->dictionary[key].get());
-        out = v && std::holds_alternative<std::wstring>(v->value) ? std::get<std::wstring>(v->value)
-                                                                  : std::wstring();
+        const std::wstring* text = valueOf<std::wstring>(entity->dictionary[key]);
+        out = text ? *text : std::wstring();
         return true;
     }
     bool eraseAttribute(const HostRef& owner, MaterialAttribute key) override {

@@ -16,10 +16,10 @@ using namespace CorvaneCore;
 using upgrade_test::FakeEntity;
 using upgrade_test::FakeHost;
 using upgrade_test::FakeMaterial;
-using upgrade_test::FakeValue;
 using upgrade_test::fakeValue;
 using upgrade_test::hostMaterial;
 using upgrade_test::textOf;
+using upgrade_test::valueOf;
 
 namespace {
 
@@ -112,15 +112,15 @@ TEST_F(UpgradePassTest, PlainMaterialGetsAHostMaterialWithItsRecord) {
     const auto brick = host.material(L"Brick");
     ASSERT_TRUE(brick);
     EXPECT_EQ(textOf(brick->dictionary[MaterialAttribute::MaterialName]), L"Brick");
-    auto* type = dynamic_cast<FakeValue*>(brick->dictionary[MaterialAttribute::MaterialType].get());
+    const int32_t* type = valueOf<int32_t>(brick->dictionary[MaterialAttribute::MaterialType]);
     ASSERT_TRUE(type);
-    EXPECT_EQ(std::get<int32_t>(type->value), 1);
+    EXPECT_EQ(*type, 1);
     // The bytes are the material's whole record, in whole blocks, and read back as it.
-    auto* bytes = dynamic_cast<FakeValue*>(brick->dictionary[MaterialAttribute::Material].get());
-    ASSERT_TRUE(bytes);
-    const auto& data = std::get<std::vector<uint8_t>>(bytes->value);
-    EXPECT_EQ(data.size() % QuickArchive::kBlockSize, 0u);
-    QuickArchive archive(data.data(), data.size());
+    const auto* data =
+        valueOf<std::vector<uint8_t>>(brick->dictionary[MaterialAttribute::Material]);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->size() % QuickArchive::kBlockSize, 0u);
+    QuickArchive archive(data->data(), data->size());
     MaterialLayeredBRDF back;
     ASSERT_TRUE(back.deserialize(archive));
     EXPECT_EQ(back.name, L"Brick");
