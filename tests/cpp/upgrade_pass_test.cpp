@@ -231,37 +231,39 @@ TEST_F(UpgradePassTest, MaterialWithTwoLinksIsLost) {
     EXPECT_FALSE(host.materials.front()->hasDictionary);
 }
 
-TEST_F(UpgradePassTest, FailingCommitAbortsTheOperation) {
-    host.commitSucceeds = false;
+TEST_F(UpgradePassTest, ClosedGatesAndFailedOperationsStopWhereTheyMust) {
     add(layered(L"Brick", Color(1, 0, 0)));
-    editor.offerUpgrade();
-    ASSERT_GE(host.log.size(), 2u);
-    EXPECT_EQ(host.log[host.log.size() - 2], "commit_operation");
-    EXPECT_EQ(host.log.back(), "abort_operation");
-}
-
-TEST_F(UpgradePassTest, OperationThatCannotStartWarnsAndChangesNothing) {
-    host.startSucceeds = false;
-    add(layered(L"Brick", Color(1, 0, 0)));
-    editor.offerUpgrade();
-    EXPECT_EQ(host.warnings,
-              (std::vector<std::string>{"Failed to start operation for Quillon Scene Upgrade"}));
-    EXPECT_TRUE(host.materials.empty());
-    EXPECT_FALSE(logHas("commit_operation"));
-    EXPECT_FALSE(logHas("abort_operation"));
-}
-
-TEST_F(UpgradePassTest, ClosedGatesStopBeforeAnyChange) {
-    add(layered(L"Brick", Color(1, 0, 0)));
-    host.answerYes = false;
-    editor.offerUpgrade();
-    EXPECT_EQ(host.prompts.size(), 1u);
-    EXPECT_EQ(host.log, (std::vector<std::string>{"active_model"}));
+    const struct {
+        bool answerYes, startSucceeds, commitSucceeds;
+        std::vector<std::string> log, warnings;
+    } cases[] = {
+        {false, true, true, {"active_model"}, {}},
+        {true,
+         false,
+         true,
+         {"active_model", "start_operation"},
+         {"Failed to start operation for Quillon Scene Upgrade"}},
+        {true,
+         true,
+         false,
+         {"active_model", "start_operation", "add Brick", "evaluate Brick", "commit_operation",
+          "abort_operation"},
+         {}},
+    };
+    for (const auto& c : cases) {
+        FakeHost gated;
+        gated.answerYes = c.answerYes;
+        gated.startSucceeds = c.startSucceeds;
+        gated.commitSucceeds = c.commitSucceeds;
+        SkpMaterialEditor(&gated).offerUpgrade();
+        EXPECT_EQ(gated.log, c.log);
+        EXPECT_EQ(gated.warnings, c.warnings);
+        EXPECT_EQ(gated.prompts.size(), c.answerYes ? 2u : 1u);  // the backup prompt follows
+    }
 
     FakeHost noModel;
     noModel.model = nullptr;
-    SkpMaterialEditor shut(&noModel);
-    shut.offerUpgrade();
+    SkpMaterialEditor(&noModel).offerUpgrade();
     EXPECT_TRUE(noModel.prompts.empty());
 
     // Without a host the entry makes no call at all.
