@@ -61,7 +61,6 @@ TEST(AllOptionsBinary, EveryMajorReadsToItsEndWithTheRowsItHas) {
         EXPECT_SINCE(renderChannels.zdepth_clamp, 34, 4);
         EXPECT_SINCE(view.physical_on, 22, 5);
         EXPECT_SINCE(camera.subdivs, 9, 5);
-        EXPECT_SINCE(camera.focal_length.getValue(0.0), 50.0f, 5);
         EXPECT_SINCE(view.override_focal_length, 23, 6);
         EXPECT_SINCE(environment.use_refract, 60, 9);
         EXPECT_SINCE(dr.on, 63, 0x10);
