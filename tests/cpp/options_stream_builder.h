@@ -89,7 +89,7 @@ inline void appendCameraV1(StreamBuilder& b, float focalLength, float focusDista
 }
 
 struct OptionsStream {
-    uint32_t major = 0x17;
+    uint32_t major = 0x17;  // first, so that {major} describes a stream of that major
     std::vector<int32_t> channels{1, 2};
     std::string firstPath = "p36";
     bool bgTexturePresent = false;

@@ -50,18 +50,17 @@ private:
     int type_;
 };
 
-std::shared_ptr<TestMaterial> linked(const std::wstring& name, const std::wstring& hostName,
-                                     const MaterialPtr& base) {
-    auto m = std::make_shared<TestMaterial>(6, name);
-    m->link = hostName;
-    m->children = {base};
-    return m;
-}
-
 std::shared_ptr<TestMaterial> wrapper(int type, const std::wstring& name,
                                       std::vector<MaterialPtr> children) {
     auto m = std::make_shared<TestMaterial>(type, name);
     m->children = std::move(children);
+    return m;
+}
+
+std::shared_ptr<TestMaterial> linked(const std::wstring& name, const std::wstring& hostName,
+                                     const MaterialPtr& base) {
+    auto m = wrapper(6, name, {base});
+    m->link = hostName;
     return m;
 }
 
