@@ -43,10 +43,26 @@ inline std::shared_ptr<FakeMaterial> hostMaterial(const std::wstring& name) {
     return m;
 }
 
-inline std::wstring textOf(const HostRef& value) {
+inline FakeMaterial* asMaterial(const HostRef& m) { return dynamic_cast<FakeMaterial*>(m.get()); }
+
+// A dictionary value as the fake host makes it.
+template <class T>
+HostRef fakeValue(const T& v) {
+    auto made = std::make_shared<FakeValue>();
+    made->value = v;
+    return made;
+}
+
+// The value of kind T a dictionary entry holds; null for no value or one of another kind.
+template <class T>
+const T* valueOf(const HostRef& value) {
     auto* v = dynamic_cast<FakeValue*>(value.get());
-    if (!v || !std::holds_alternative<std::wstring>(v->value)) return L"<not text>";
-    return std::get<std::wstring>(v->value);
+    return v ? std::get_if<T>(&v->value) : nullptr;
+}
+
+inline std::wstring textOf(const HostRef& value) {
+    const std::wstring* text = valueOf<std::wstring>(value);
+    return text ? *text : L"<not text>";
 }
 
 class FakeHost : public HostModelOps {
@@ -107,45 +123,36 @@ public:
         return materials.back();
     }
     bool nameMatches(const HostRef& m, const std::wstring& name) override {
-        auto* fake = dynamic_cast<FakeMaterial*>(m.get());
-        return fake && CorvaneCore::equalsIgnoreCase(fake->name, name);
+        return asMaterial(m) && CorvaneCore::equalsIgnoreCase(asMaterial(m)->name, name);
     }
     bool displayNameMatches(const HostRef& m, const std::wstring& name) override {
-        auto* fake = dynamic_cast<FakeMaterial*>(m.get());
-        return fake && CorvaneCore::equalsIgnoreCase(fake->displayName, name);
+        return asMaterial(m) && CorvaneCore::equalsIgnoreCase(asMaterial(m)->displayName, name);
     }
     std::wstring displayName(const HostRef& m) override {
-        auto* fake = dynamic_cast<FakeMaterial*>(m.get());
-        return fake ? fake->displayName : std::wstring();
+        return asMaterial(m) ? asMaterial(m)->displayName : std::wstring();
     }
-    bool isHostMaterial(const HostRef& object) override {
-        return dynamic_cast<FakeMaterial*>(object.get()) != nullptr;
-    }
+    bool isHostMaterial(const HostRef& object) override { return asMaterial(object) != nullptr; }
     bool textureFile(const HostRef& m, std::wstring& file) override {
-        auto* fake = dynamic_cast<FakeMaterial*>(m.get());
-        if (!fake || !fake->texture) return false;
-        file = *fake->texture;
+        if (!asMaterial(m) || !asMaterial(m)->texture) return false;
+        file = *asMaterial(m)->texture;
         return true;
     }
     void assignTexture(const HostRef& m, const std::wstring* file) override {
-        auto* fake = dynamic_cast<FakeMaterial*>(m.get());
-        ++fake->textureAssignments;
-        fake->texture = file ? std::optional<std::wstring>(*file) : std::nullopt;
+        ++asMaterial(m)->textureAssignments;
+        asMaterial(m)->texture = file ? std::optional<std::wstring>(*file) : std::nullopt;
     }
-    void assignColor(const HostRef& m, const CorvaneCore::Color& color) override {
-        dynamic_cast<FakeMaterial*>(m.get())->color = color;
+    void assignColor(const HostRef& m, const CorvaneCore::Color& c) override {
+        asMaterial(m)->color = c;
     }
-    void assignAlpha(const HostRef& m, float alpha) override {
-        dynamic_cast<FakeMaterial*>(m.get())->alpha = alpha;
-    }
+    void assignAlpha(const HostRef& m, float alpha) override { asMaterial(m)->alpha = alpha; }
 
-    HostRef textValue(const std::wstring& text) override { return value(text); }
-    HostRef intValue(int32_t v) override { return value(v); }
+    HostRef textValue(const std::wstring& text) override { return fakeValue(text); }
+    HostRef intValue(int32_t v) override { return fakeValue(v); }
     HostRef bytesValue(CorvaneCore::QuickArchive& archive) override {
         std::vector<uint8_t> bytes(archive.endOffset());
         archive.setReadPos(0);
         archive.readBytes(bytes.data(), bytes.size());
-        return value(bytes);
+        return fakeValue(bytes);
     }
     bool setAttribute(const HostRef& owner, MaterialAttribute key, const HostRef& v) override {
         auto* entity = dynamic_cast<FakeEntity*>(owner.get());
@@ -158,9 +165,8 @@ public:
                            std::wstring& out) override {
         auto* entity = dynamic_cast<FakeEntity*>(owner.get());
         if (!entity || !entity->dictionary.count(key)) return false;
-        auto* v = dynamic_cast<FakeValue*>(entity->dictionary[key].get());
-        out = v && std::holds_alternative<std::wstring>(v->value) ? std::get<std::wstring>(v->value)
-                                                                  : std::wstring();
+        const std::wstring* text = valueOf<std::wstring>(entity->dictionary[key]);
+        out = text ? *text : std::wstring();
         return true;
     }
     bool eraseAttribute(const HostRef& owner, MaterialAttribute key) override {
@@ -190,18 +196,9 @@ public:
         }
     }
     bool convertMaterial(const HostRef& m, BasicMaterialRecord& out) override {
-        auto* fake = dynamic_cast<FakeMaterial*>(m.get());
-        if (!fake || !fake->basic) return false;
-        out = *fake->basic;
+        if (!asMaterial(m) || !asMaterial(m)->basic) return false;
+        out = *asMaterial(m)->basic;
         return true;
-    }
-
-private:
-    template <class T>
-    HostRef value(const T& v) {
-        auto made = std::make_shared<FakeValue>();
-        made->value = v;
-        return made;
     }
 };
 

@@ -44,10 +44,8 @@ TEST(CorOptFile, WritesWholeBlocksAndReadsThemBack) {
 
     AllOptions back;
     ASSERT_TRUE(file.read(back, utf8ToWide(path)));
-    EXPECT_EQ(back.output.img_width, 1920);
     EXPECT_EQ(back.channels, options.channels);
-    EXPECT_EQ(back.dr.folder, options.dr.folder);
-    EXPECT_EQ(optionsDocument(back), optionsDocument(options));
+    EXPECT_EQ(optionsDocument(back), optionsDocument(options));  // every written field
     std::remove(path.c_str());
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -16,50 +17,37 @@ using StreamBuilder = ::RecordBuilder;
 
 inline float rowFloat(int row) { return static_cast<float>(row) + 0.25f; }
 
-// CorvaneParams rows 1 to 173, by group of the table.
-inline std::string paramsRowTypes(uint32_t major) {
-    std::string t;
-    t += "iiiiifiifiiiififiiifiifiiiiifiiififfif";  // 1-38 sampler, camera, dof, motion blur
-    t += "iiifffififiii";                           // 39-51 GI and DMC GI
-    t += "iiiiifffiiiiiiiiisiiis";                  // 52-73 irradiance map
-    t += major >= 5 ? "iffi" : "f";                 // 74-77 detail rows, or the old single one
-    t += "ifiiiifiiiisfiifs";                       // 78-94 photon map
-    t += "ififiiiiisiisiiiiii";                     // 95-113 light cache
-    t += "ififfiiiss";                              // 114-123 caustics
-    t += "iffiiiiiiiifffif";                        // 124-139 raycaster, regions, DMC sampler
-    if (major >= 2) t += "i";                       // 140 path sampler slot
-    t += "iii";                                     // 141-143 colour mapping
-    if (major >= 3) t += "i";                       // 144
-    if (major >= 4) t += "f";                       // 145
-    t += "iiiiiiiiiiiifiiifiiifiiifiii";            // 146-173 options and displacement
-    return t;
-}
+// CorvaneParams rows 1 to 173 of the newest layout, by group of the table.
+inline const std::string kParamsRows =
+    "iiiiifiifiiiififiiifiifiiiiifiiififfif"  // 1-38 sampler, camera, dof, motion blur
+    "iiifffififiii"                           // 39-51 GI and DMC GI
+    "iiiiifffiiiiiiiiisiiis"                  // 52-73 irradiance map
+    "iffi"                                    // 74-77 detail rows (one float before major 5)
+    "ifiiiifiiiisfiifs"                       // 78-94 photon map
+    "ififiiiiisiisiiiiii"                     // 95-113 light cache
+    "ififfiiiss"                              // 114-123 caustics
+    "iffiiiiiiiifffif"                        // 124-139 raycaster, regions, DMC sampler
+    "iiiiif"                                  // 140 path sampler, 141-145 colour mapping
+    "iiiiiiiiiiiifiiifiiifiiifiii";           // 146-173 options and displacement
 
-// Appends the CorvaneParams block; rows keep their table numbers even where rows are missing.
+// Appends the CorvaneParams block of `major`; rows keep their table numbers where rows are missing.
 inline void appendParams(StreamBuilder& b, uint32_t major) {
-    b.u32(major << 16);
-    const std::string types = paramsRowTypes(5);
-    int row = 1;
-    auto put = [&](int last) {
-        b.rows(types.substr(row - 1, last - row + 1), row);
-        row = last + 1;
+    const auto put = [&](int first, int last) {
+        b.rows(kParamsRows.substr(first - 1, last - first + 1), first);
     };
-    put(73);
+    b.u32(major << 16);
+    put(1, 73);
     if (major >= 5) {
-        put(77);
+        put(74, 77);
     } else {
         b.f32(99.0f);  // the single old detail value
-        row = 78;
     }
-    put(139);
-    if (major >= 2) put(140);
-    row = 141;
-    put(143);
-    if (major >= 3) put(144);
-    row = 145;
-    if (major >= 4) put(145);
-    row = 146;
-    put(173);
+    put(78, 139);
+    if (major >= 2) put(140, 140);
+    put(141, 143);
+    if (major >= 3) put(144, 144);
+    if (major >= 4) put(145, 145);
+    put(146, 173);
 }
 
 inline void appendDoubleTransform(StreamBuilder& b, float base) {
@@ -101,10 +89,11 @@ inline void appendCameraV1(StreamBuilder& b, float focalLength, float focusDista
 }
 
 struct OptionsStream {
-    uint32_t major = 0x17;
+    uint32_t major = 0x17;  // first, so that {major} describes a stream of that major
     std::vector<int32_t> channels{1, 2};
     std::string firstPath = "p36";
     bool bgTexturePresent = false;
+    std::optional<uint32_t> channelCount;  // a forged count: the stream ends after the ids
 };
 
 // AllOptions rows of any major in table order; numeric rows hold their row number.
@@ -127,8 +116,9 @@ inline StreamBuilder buildOptions(const OptionsStream& s) {
     if (has(6)) b.rows("i", 23);
     b.rows("ffffffff", 24);
     if (has(4)) b.rows("ffi", 32);
-    b.u32(static_cast<uint32_t>(s.channels.size()));
+    b.u32(s.channelCount.value_or(static_cast<uint32_t>(s.channels.size())));
     for (int32_t id : s.channels) b.i32(id);
+    if (s.channelCount) return b;
     b.text(s.firstPath);
     b.rows("sssssssss", 37);
     if (has(1)) b.color(0.7f, 0.7f, 0.7f).rows("i", 47);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -19,196 +20,96 @@ using options_test::valueOf;
 
 namespace {
 
-// Expected parameters per block: "name tag [u]" with tag i integer, f float, b bool,
-// F file string, c color, p plugin, l list; u marks user data.
+// Expected parameters per block, comma separated: "name tag [u]" with tag i integer, f float,
+// b bool, F file string, c color, p plugin, l list; u marks user data.
 struct BlockSpec {
     const char* block;
-    std::vector<const char*> params;
+    const char* params;
 };
 
 const std::vector<BlockSpec>& expectedBlocks() {
     static const std::vector<BlockSpec> blocks = {
         {"SettingsImageSampler",
-         {"type i", "fixed_subdivs i", "dmc_minSubdivs i", "dmc_maxSubdivs i", "dmc_threshold f",
-          "subdivision_minRate i", "subdivision_maxRate i", "subdivision_jitter b",
-          "subdivision_threshold f", "subdivision_edges b", "subdivision_normals b",
-          "subdivision_normals_threshold f", "subdivision_show_samples b"}},
-        {"SettingsImageFilter", {"on b", "type i", "size f"}},
+         "type i, fixed_subdivs i, dmc_minSubdivs i, dmc_maxSubdivs i, dmc_threshold f,"
+         " subdivision_minRate i, subdivision_maxRate i, subdivision_jitter b,"
+         " subdivision_threshold f, subdivision_edges b, subdivision_normals b,"
+         " subdivision_normals_threshold f, subdivision_show_samples b"},
+        {"SettingsImageFilter", "on b, type i, size f"},
         {"SettingsCamera",
-         {"type i", "height f", "dist f", "fov f", "auto_fit b", "curve f", "override_fov b u"}},
+         "type i, height f, dist f, fov f, auto_fit b, curve f, override_fov b u"},
         {"SettingsCameraDof",
-         {"override_focal_dist b u", "on b", "aperture f", "center_bias f", "focal_dist f",
-          "sides_on b", "sides_num i", "rotation f", "anisotropy f", "subdivs i"}},
+         "override_focal_dist b u, on b, aperture f, center_bias f, focal_dist f, sides_on b,"
+         " sides_num i, rotation f, anisotropy f, subdivs i"},
         {"SettingsMotionBlur",
-         {"on b", "geom_samples i", "low_samples i", "duration f", "subdivs i", "bias f",
-          "interval_center f"}},
+         "on b, geom_samples i, low_samples i, duration f, subdivs i, bias f,"
+         " interval_center f"},
         {"SettingsGI",
-         {"on b", "refract_caustics b", "reflect_caustics b", "saturation f", "contrast f",
-          "contrast_base f", "primary_engine i", "primary_multiplier f", "secondary_engine i",
-          "secondary_multiplier f", "save_maps_per_frame b"}},
+         "on b, refract_caustics b, reflect_caustics b, saturation f, contrast f,"
+         " contrast_base f, primary_engine i, primary_multiplier f, secondary_engine i,"
+         " secondary_multiplier f, save_maps_per_frame b"},
         {"SettingsIrradianceMap",
-         {"min_rate i",
-          "max_rate i",
-          "subdivs i",
-          "interp_samples i",
-          "calc_interp_samples i",
-          "interp_frames i",
-          "color_threshold f",
-          "normal_threshold f",
-          "distance_threshold f",
-          "detail_enhancement b",
-          "detail_radius f",
-          "detail_subdivs_mult f",
-          "detail_scale i",
-          "randomize_samples b",
-          "interpolation_mode i",
-          "lookup_mode i",
-          "mode i",
-          "dont_delete b",
-          "file F",
-          "show_samples b",
-          "show_calc_phase b",
-          "show_direct_light b",
-          "multiple_views b",
-          "multipass b",
-          "check_sample_visibility b",
-          "auto_save b",
-          "auto_save_file F"}},
+         "min_rate i, max_rate i, subdivs i, interp_samples i, calc_interp_samples i,"
+         " interp_frames i, color_threshold f, normal_threshold f, distance_threshold f,"
+         " detail_enhancement b, detail_radius f, detail_subdivs_mult f, detail_scale i,"
+         " randomize_samples b, interpolation_mode i, lookup_mode i, mode i, dont_delete b,"
+         " file F, show_samples b, show_calc_phase b, show_direct_light b, multiple_views b,"
+         " multipass b, check_sample_visibility b, auto_save b, auto_save_file F"},
         {"SettingsPhotonMap",
-         {"bounces i", "max_photons i", "prefilter b", "prefilter_samples i", "mode i", "file F",
-          "auto_search_distance b", "search_distance f", "convex_hull_estimate b", "dont_delete b",
-          "auto_save b", "auto_save_file F", "store_direct_light b", "multiplier f",
-          "max_density f", "retrace_corners f", "retrace_bounces i", "show_calc_phase b",
-          "search_distance_toggle b u"}},
+         "bounces i, max_photons i, prefilter b, prefilter_samples i, mode i, file F,"
+         " auto_search_distance b, search_distance f, convex_hull_estimate b, dont_delete b,"
+         " auto_save b, auto_save_file F, store_direct_light b, multiplier f, max_density f,"
+         " retrace_corners f, retrace_bounces i, show_calc_phase b, search_distance_toggle b u"},
         {"SettingsLightCache",
-         {"subdivs i",
-          "sample_size f",
-          "filter_type i",
-          "filter_samples i",
-          "filter_size f",
-          "prefilter b",
-          "prefilter_samples i",
-          "depth i",
-          "show_calc_phase b",
-          "store_direct_light b",
-          "world_scale i",
-          "mode i",
-          "file F",
-          "dont_delete b",
-          "auto_save b",
-          "auto_save_file F",
-          "num_passes i",
-          "use_for_glossy_rays b",
-          "adaptive_sampling b",
-          "multiple_views b",
-          "min_paths_per_sample i",
-          "adaptive_dirs_only b"}},
+         "subdivs i, sample_size f, filter_type i, filter_samples i, filter_size f,"
+         " prefilter b, prefilter_samples i, depth i, show_calc_phase b, store_direct_light b,"
+         " world_scale i, mode i, file F, dont_delete b, auto_save b, auto_save_file F,"
+         " num_passes i, use_for_glossy_rays b, adaptive_sampling b, multiple_views b,"
+         " min_paths_per_sample i, adaptive_dirs_only b"},
         {"SettingsCaustics",
-         {"on b", "max_photons i", "search_distance f", "max_density f", "multiplier f", "mode i",
-          "file F", "dont_delete b", "auto_save b", "auto_save_file F", "show_calc_phase b"}},
+         "on b, max_photons i, search_distance f, max_density f, multiplier f, mode i, file F,"
+         " dont_delete b, auto_save b, auto_save_file F, show_calc_phase b"},
         {"SettingsRaycaster",
-         {"maxLevels i", "minLeafSize f", "faceLevelCoef f", "dynMemLimit i", "optLevel i"}},
-        {"SettingsRegionsGenerator", {"xc i", "yc i", "xymeans i", "seqtype i", "reverse i"}},
-        {"SettingsDMCGI", {"subdivs i", "depth i"}},
+         "maxLevels i, minLeafSize f, faceLevelCoef f, dynMemLimit i, optLevel i"},
+        {"SettingsRegionsGenerator", "xc i, yc i, xymeans i, seqtype i, reverse i"},
+        {"SettingsDMCGI", "subdivs i, depth i"},
         {"SettingsDMCSampler",
-         {"time_dependent b", "adaptive_amount f", "adaptive_threshold f", "adaptive_min_samples i",
-          "subdivs_mult f", "path_sampler_type i"}},
+         "time_dependent b, adaptive_amount f, adaptive_threshold f, adaptive_min_samples i,"
+         " subdivs_mult f, path_sampler_type i"},
         {"SettingsColorMapping",
-         {"gamma_correct_rgb b u", "gamma_correct_ldr_textures b u", "input_gamma f u", "type i",
-          "affect_background b", "dark_mult f", "bright_mult f", "gamma f", "subpixel_mapping b",
-          "clamp_output b", "clamp_level f", "adaptation_only b", "linearWorkflow b"}},
+         "gamma_correct_rgb b u, gamma_correct_ldr_textures b u, input_gamma f u, type i,"
+         " affect_background b, dark_mult f, bright_mult f, gamma f, subpixel_mapping b,"
+         " clamp_output b, clamp_level f, adaptation_only b, linearWorkflow b"},
         {"SettingsRenderChannels",
-         {"zdepth_clamp b", "zdepth_black f", "zdepth_white f", "channel_names l"}},
+         "zdepth_clamp b, zdepth_black f, zdepth_white f, channel_names l"},
         {"SettingsOptions",
-         {"geom_displacement b",
-          "geom_doHidden b",
-          "light_doLights b",
-          "light_doDefaultLights b",
-          "light_doHiddenLights b",
-          "light_doShadows b",
-          "light_onlyGI b",
-          "gi_dontRenderImage b",
-          "mtl_reflectionRefraction b",
-          "mtl_limitDepth b",
-          "mtl_maxDepth i",
-          "mtl_doMaps b",
-          "mtl_filterMaps b",
-          "mtl_filterMapsForSecondaryRays b",
-          "mtl_transpMaxLevels i",
-          "mtl_transpCutoff f",
-          "mtl_override_on b",
-          "mtl_glossy b",
-          "geom_backfaceCull b",
-          "ray_bias f",
-          "misc_lowThreadPriority b",
-          "show_progress_window i",
-          "batch_render i",
-          "mtl_override_color c"}},
+         "geom_displacement b, geom_doHidden b, light_doLights b, light_doDefaultLights b,"
+         " light_doHiddenLights b, light_doShadows b, light_onlyGI b, gi_dontRenderImage b,"
+         " mtl_reflectionRefraction b, mtl_limitDepth b, mtl_maxDepth i, mtl_doMaps b,"
+         " mtl_filterMaps b, mtl_filterMapsForSecondaryRays b, mtl_transpMaxLevels i,"
+         " mtl_transpCutoff f, mtl_override_on b, mtl_glossy b, geom_backfaceCull b, ray_bias f,"
+         " misc_lowThreadPriority b, show_progress_window i, batch_render i,"
+         " mtl_override_color c"},
         {"SettingsDefaultDisplacement",
-         {"override_on b", "edgeLength f", "viewDependent b", "maxSubdivs i", "tightBounds b",
-          "amount f", "relative b"}},
+         "override_on b, edgeLength f, viewDependent b, maxSubdivs i, tightBounds b, amount f,"
+         " relative b"},
         {"SettingsEnvironment",
-         {"use_bg b", "bg_color c", "bg_tex p", "bg_mult f", "use_gi b", "gi_color c", "gi_tex p",
-          "gi_mult f", "use_reflect b", "reflect_color c", "reflect_tex p", "reflect_mult f",
-          "use_refract b", "refract_color c", "refract_tex p", "refract_mult f"}},
+         "use_bg b, bg_color c, bg_tex p, bg_mult f, use_gi b, gi_color c, gi_tex p, gi_mult f,"
+         " use_reflect b, reflect_color c, reflect_tex p, reflect_mult f, use_refract b,"
+         " refract_color c, refract_tex p, refract_mult f"},
         {"SettingsOutput",
-         {"img_width i",
-          "img_height i",
-          "img_pixelAspect f",
-          "img_imageAspect f",
-          "img_file F",
-          "img_rawFile b",
-          "frames_per_second f",
-          "rgn_left f",
-          "rgn_width f",
-          "rgn_top f",
-          "rgn_height f",
-          "bmp_width i",
-          "bmp_height i",
-          "r_left i",
-          "r_width i",
-          "r_top i",
-          "r_height i",
-          "omimg_file F u",
-          "override_viewport b u",
-          "do_animation b u",
-          "save_render b u",
-          "frame_rate i u",
-          "img_imageAspectLocked b u",
-          "img_pixelAspectLocked b"}},
+         "img_width i, img_height i, img_pixelAspect f, img_imageAspect f, img_file F,"
+         " img_rawFile b, frames_per_second f, rgn_left f, rgn_width f, rgn_top f, rgn_height f,"
+         " bmp_width i, bmp_height i, r_left i, r_width i, r_top i, r_height i, omimg_file F u,"
+         " override_viewport b u, do_animation b u, save_render b u, frame_rate i u,"
+         " img_imageAspectLocked b u, img_pixelAspectLocked b"},
         {"CameraPhysical",
-         {"on b",
-          "type i",
-          "film_width f",
-          "focal_length f",
-          "zoom_factor f",
-          "distortion f",
-          "f_number f",
-          "lens_shift f",
-          "shutter_speed f",
-          "shutter_angle f",
-          "shutter_offset f",
-          "latency f",
-          "ISO f",
-          "specify_focus b",
-          "focus_distance f",
-          "targeted b",
-          "target_distance f",
-          "dof_display_threshold f",
-          "exposure b",
-          "white_balance c",
-          "vignetting b",
-          "blades_enable b",
-          "blades_num i",
-          "blades_rotation f",
-          "center_bias f",
-          "anisotropy f",
-          "use_dof b",
-          "use_moblur b",
-          "subdivs i",
-          "specify_film_width b u",
-          "override_focal_length b u"}},
-        {"SettingsDR", {"on b", "asset_coll b", "mode i", "folder F"}},
+         "on b, type i, film_width f, focal_length f, zoom_factor f, distortion f, f_number f,"
+         " lens_shift f, shutter_speed f, shutter_angle f, shutter_offset f, latency f, ISO f,"
+         " specify_focus b, focus_distance f, targeted b, target_distance f,"
+         " dof_display_threshold f, exposure b, white_balance c, vignetting b, blades_enable b,"
+         " blades_num i, blades_rotation f, center_bias f, anisotropy f, use_dof b,"
+         " use_moblur b, subdivs i, specify_film_width b u, override_focal_length b u"},
+        {"SettingsDR", "on b, asset_coll b, mode i, folder F"},
     };
     return blocks;
 }
@@ -231,30 +132,6 @@ std::string parameterLineStart(const std::string& entry) {
                        handler + "\" listType=\"" + listType + "\"";
     if (flag == "u") line += " isUserData=\"1\"";
     return line + " label=\"";
-}
-
-struct ParsedBlock {
-    std::string url;
-    std::string plugin;
-    std::vector<std::string> parameterLines;
-};
-
-// The settings assets of a document in order, each with its parameter lines.
-std::vector<ParsedBlock> parseBlocks(const std::string& doc) {
-    std::vector<ParsedBlock> blocks;
-    for (const std::string& raw : lines(doc)) {
-        const std::string line = trimmed(raw);
-        if (line.rfind("<Asset ", 0) == 0 && line.find("type=\"settings\"") != std::string::npos) {
-            blocks.push_back({});
-            const size_t at = line.find("url=\"") + 5;
-            blocks.back().url = line.substr(at, line.find('"', at) - at);
-        } else if (line.rfind("<ombraplugin name=\"", 0) == 0 && !blocks.empty()) {
-            blocks.back().plugin = line.substr(19, line.find('"', 19) - 19);
-        } else if (line.rfind("<parameter ", 0) == 0 && !blocks.empty()) {
-            blocks.back().parameterLines.push_back(line);
-        }
-    }
-    return blocks;
 }
 
 std::string defaultDocument() {
@@ -281,25 +158,31 @@ public:
 }  // namespace
 
 TEST(OptionsXml, DefaultDocumentHasEveryBlockAndParameterInOrder) {
-    const std::vector<ParsedBlock> blocks = parseBlocks(defaultDocument());
-    const std::vector<BlockSpec>& expected = expectedBlocks();
-    ASSERT_EQ(blocks.size(), 22u);
-    ASSERT_EQ(expected.size(), 22u);
-    for (size_t b = 0; b < expected.size(); ++b) {
-        SCOPED_TRACE(expected[b].block);
-        EXPECT_EQ(blocks[b].plugin, expected[b].block);
-        EXPECT_EQ(blocks[b].url, std::string("/") + expected[b].block);
-        std::vector<std::string> wanted;
-        for (const char* entry : expected[b].params) {
-            // Texture slots are empty by default and give no parameter.
-            if (std::string(entry).find(" p") == std::string::npos) wanted.push_back(entry);
-        }
-        ASSERT_EQ(blocks[b].parameterLines.size(), wanted.size());
-        for (size_t p = 0; p < wanted.size(); ++p) {
-            EXPECT_EQ(blocks[b].parameterLines[p].rfind(parameterLineStart(wanted[p]), 0), 0u)
-                << blocks[b].parameterLines[p] << "\n  wanted: " << wanted[p];
+    // The asset and plugin lines of the document, and its parameter lines up to the label.
+    std::vector<std::string> got, wanted;
+    for (const std::string& raw : lines(defaultDocument())) {
+        const std::string line = trimmed(raw);
+        if (line.rfind("<Asset ", 0) == 0 || line.rfind("<ombraplugin ", 0) == 0) {
+            got.push_back(line);
+        } else if (line.rfind("<parameter ", 0) == 0) {
+            got.push_back(line.substr(0, line.find(" label=\"") + 8));
         }
     }
+    for (const BlockSpec& block : expectedBlocks()) {
+        const std::string name = block.block;
+        wanted.push_back("<Asset layout=\"\" renderer=\"ombra\" type=\"settings\" url=\"/" + name +
+                         "\" >");
+        wanted.push_back("<ombraplugin name=\"" + name + "\" type=\"settings\">");
+        std::istringstream list(block.params);
+        for (std::string entry; std::getline(list >> std::ws, entry, ',');) {
+            // Texture slots are empty by default and give no parameter.
+            if (entry.find(" p") == std::string::npos) wanted.push_back(parameterLineStart(entry));
+        }
+    }
+    for (size_t i = 0; i < std::min(got.size(), wanted.size()); ++i) {
+        ASSERT_EQ(got[i], wanted[i]) << "line " << i << " of the filtered document";
+    }
+    EXPECT_EQ(got.size(), wanted.size());
 }
 
 TEST(OptionsXml, EachBlockSitsInItsOwnInnerAssetsElement) {
@@ -342,36 +225,40 @@ TEST(OptionsXml, EachBlockSitsInItsOwnInnerAssetsElement) {
 
 TEST(OptionsXml, DefaultValuesFollowTheRecordDefaults) {
     const std::string doc = defaultDocument();
-    EXPECT_EQ(valueOf(doc, "SettingsImageSampler", "type"), "2");
-    EXPECT_EQ(valueOf(doc, "SettingsImageFilter", "on"), "1");
-    EXPECT_EQ(valueOf(doc, "SettingsImageFilter", "type"), "5");
-    EXPECT_EQ(valueOf(doc, "SettingsImageFilter", "size"), "1.5");
-    EXPECT_EQ(valueOf(doc, "SettingsCamera", "height"), "400");
-    EXPECT_EQ(valueOf(doc, "SettingsCamera", "fov"), "45");
-    EXPECT_EQ(valueOf(doc, "SettingsCameraDof", "override_focal_dist"), "0");
-    EXPECT_EQ(valueOf(doc, "SettingsCameraDof", "aperture"), "0.1");
-    EXPECT_EQ(valueOf(doc, "SettingsCameraDof", "focal_dist"), "200");
-    EXPECT_EQ(valueOf(doc, "SettingsLightCache", "adaptive_sampling"), "0");
-    EXPECT_EQ(valueOf(doc, "SettingsCaustics", "search_distance"), "20");
-    EXPECT_EQ(valueOf(doc, "SettingsRegionsGenerator", "seqtype"), "4");
-    EXPECT_EQ(valueOf(doc, "SettingsDMCSampler", "adaptive_threshold"), "0.01");
-    EXPECT_EQ(valueOf(doc, "SettingsColorMapping", "input_gamma"), "2.2");
-    EXPECT_EQ(valueOf(doc, "SettingsRenderChannels", "zdepth_white"), "1000");
-    EXPECT_EQ(valueOf(doc, "SettingsRenderChannels", "channel_names"),
-              "<list><entry>RGB color</entry><entry>Alpha</entry></list>");
-    EXPECT_EQ(valueOf(doc, "SettingsOptions", "mtl_limitDepth"), "1");
-    EXPECT_EQ(valueOf(doc, "SettingsOptions", "mtl_maxDepth"), "2");
-    EXPECT_EQ(valueOf(doc, "SettingsOptions", "mtl_override_color"),
-              "<r>0.5</r><g>0.5</g><b>0.5</b>");
-    EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "gi_color"), "<r>0.8</r><g>0.898039</g><b>1</b>");
-    EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "bg_mult"), "1");
-    EXPECT_EQ(valueOf(doc, "SettingsOutput", "img_width"), "800");
-    EXPECT_EQ(valueOf(doc, "SettingsOutput", "img_imageAspect"), "1.333");
-    EXPECT_EQ(valueOf(doc, "SettingsOutput", "frames_per_second"), "30");
-    EXPECT_EQ(valueOf(doc, "CameraPhysical", "focal_length"), "40");
-    EXPECT_EQ(valueOf(doc, "CameraPhysical", "focus_distance"), "200");
-    EXPECT_EQ(valueOf(doc, "CameraPhysical", "ISO"), "200");
-    EXPECT_EQ(valueOf(doc, "CameraPhysical", "subdivs"), "6");
+    const struct {
+        const char *block, *name, *value;
+    } rows[] = {
+        {"SettingsImageSampler", "type", "2"},
+        {"SettingsImageFilter", "on", "1"},
+        {"SettingsImageFilter", "type", "5"},
+        {"SettingsImageFilter", "size", "1.5"},
+        {"SettingsCamera", "height", "400"},
+        {"SettingsCamera", "fov", "45"},
+        {"SettingsCameraDof", "override_focal_dist", "0"},
+        {"SettingsCameraDof", "aperture", "0.1"},
+        {"SettingsCameraDof", "focal_dist", "200"},
+        {"SettingsLightCache", "adaptive_sampling", "0"},
+        {"SettingsCaustics", "search_distance", "20"},
+        {"SettingsRegionsGenerator", "seqtype", "4"},
+        {"SettingsDMCSampler", "adaptive_threshold", "0.01"},
+        {"SettingsColorMapping", "input_gamma", "2.2"},
+        {"SettingsRenderChannels", "zdepth_white", "1000"},
+        {"SettingsRenderChannels", "channel_names",
+         "<list><entry>RGB color</entry><entry>Alpha</entry></list>"},
+        {"SettingsOptions", "mtl_limitDepth", "1"},
+        {"SettingsOptions", "mtl_maxDepth", "2"},
+        {"SettingsOptions", "mtl_override_color", "<r>0.5</r><g>0.5</g><b>0.5</b>"},
+        {"SettingsEnvironment", "gi_color", "<r>0.8</r><g>0.898039</g><b>1</b>"},
+        {"SettingsEnvironment", "bg_mult", "1"},
+        {"SettingsOutput", "img_width", "800"},
+        {"SettingsOutput", "img_imageAspect", "1.333"},
+        {"SettingsOutput", "frames_per_second", "30"},
+        {"CameraPhysical", "focal_length", "40"},
+        {"CameraPhysical", "focus_distance", "200"},
+        {"CameraPhysical", "ISO", "200"},
+        {"CameraPhysical", "subdivs", "6"},
+    };
+    for (const auto& r : rows) EXPECT_EQ(valueOf(doc, r.block, r.name), r.value) << r.name;
 }
 
 TEST(OptionsXml, LabelsOfTheOutputAndChannelParameters) {

@@ -16,9 +16,10 @@ using namespace CorvaneCore;
 using upgrade_test::FakeEntity;
 using upgrade_test::FakeHost;
 using upgrade_test::FakeMaterial;
-using upgrade_test::FakeValue;
+using upgrade_test::fakeValue;
 using upgrade_test::hostMaterial;
 using upgrade_test::textOf;
+using upgrade_test::valueOf;
 
 namespace {
 
@@ -49,18 +50,17 @@ private:
     int type_;
 };
 
-std::shared_ptr<TestMaterial> linked(const std::wstring& name, const std::wstring& hostName,
-                                     const MaterialPtr& base) {
-    auto m = std::make_shared<TestMaterial>(6, name);
-    m->link = hostName;
-    m->children = {base};
-    return m;
-}
-
 std::shared_ptr<TestMaterial> wrapper(int type, const std::wstring& name,
                                       std::vector<MaterialPtr> children) {
     auto m = std::make_shared<TestMaterial>(type, name);
     m->children = std::move(children);
+    return m;
+}
+
+std::shared_ptr<TestMaterial> linked(const std::wstring& name, const std::wstring& hostName,
+                                     const MaterialPtr& base) {
+    auto m = wrapper(6, name, {base});
+    m->link = hostName;
     return m;
 }
 
@@ -82,9 +82,7 @@ Diffuse_BRDF& firstDiffuse(const MaterialPtr& material) {
 std::shared_ptr<FakeEntity> entityNamed(const std::wstring& stored) {
     auto e = std::make_shared<FakeEntity>();
     e->hasDictionary = true;
-    auto v = std::make_shared<FakeValue>();
-    v->value = stored;
-    e->dictionary[MaterialAttribute::Material] = v;
+    e->dictionary[MaterialAttribute::Material] = fakeValue(stored);
     return e;
 }
 
@@ -113,15 +111,15 @@ TEST_F(UpgradePassTest, PlainMaterialGetsAHostMaterialWithItsRecord) {
     const auto brick = host.material(L"Brick");
     ASSERT_TRUE(brick);
     EXPECT_EQ(textOf(brick->dictionary[MaterialAttribute::MaterialName]), L"Brick");
-    auto* type = dynamic_cast<FakeValue*>(brick->dictionary[MaterialAttribute::MaterialType].get());
+    const int32_t* type = valueOf<int32_t>(brick->dictionary[MaterialAttribute::MaterialType]);
     ASSERT_TRUE(type);
-    EXPECT_EQ(std::get<int32_t>(type->value), 1);
+    EXPECT_EQ(*type, 1);
     // The bytes are the material's whole record, in whole blocks, and read back as it.
-    auto* bytes = dynamic_cast<FakeValue*>(brick->dictionary[MaterialAttribute::Material].get());
-    ASSERT_TRUE(bytes);
-    const auto& data = std::get<std::vector<uint8_t>>(bytes->value);
-    EXPECT_EQ(data.size() % QuickArchive::kBlockSize, 0u);
-    QuickArchive archive(data.data(), data.size());
+    const auto* data =
+        valueOf<std::vector<uint8_t>>(brick->dictionary[MaterialAttribute::Material]);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->size() % QuickArchive::kBlockSize, 0u);
+    QuickArchive archive(data->data(), data->size());
     MaterialLayeredBRDF back;
     ASSERT_TRUE(back.deserialize(archive));
     EXPECT_EQ(back.name, L"Brick");
@@ -146,22 +144,20 @@ TEST_F(UpgradePassTest, HostNameTakenInOtherCaseGivesTheNextFreeName) {
     EXPECT_FALSE(sceneMaterials()->findByName(L"Brick"));
 }
 
-TEST_F(UpgradePassTest, TrailingDigitsAreStrippedBeforeCounting) {
-    host.materials.push_back(hostMaterial(L"wood12"));
-    add(layered(L"Wood12", Color(1, 0, 0)));
-    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood1");
-    host.materials.push_back(hostMaterial(L"x"));
-    host.materials.back()->displayName = L"WOOD1";  // the display name counts too
-    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood2");
-}
-
 // A host without a material collection calls no name free; the search still ends.
 class HostWithoutMaterials : public FakeHost {
 public:
     bool materialLength(long&) override { return false; }
 };
 
-TEST_F(UpgradePassTest, NameSearchEndsWhenTheHostCannotListMaterials) {
+TEST_F(UpgradePassTest, TrailingDigitsAreStrippedBeforeCountingAndTheSearchEnds) {
+    host.materials.push_back(hostMaterial(L"wood12"));
+    add(layered(L"Wood12", Color(1, 0, 0)));
+    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood1");
+    host.materials.push_back(hostMaterial(L"x"));
+    host.materials.back()->displayName = L"WOOD1";  // the display name counts too
+    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood2");
+
     HostWithoutMaterials blind;
     SkpMaterialEditor searching(&blind);
     EXPECT_FALSE(searching.isHostNameFree(L"Wood"));
@@ -234,37 +230,39 @@ TEST_F(UpgradePassTest, MaterialWithTwoLinksIsLost) {
     EXPECT_FALSE(host.materials.front()->hasDictionary);
 }
 
-TEST_F(UpgradePassTest, FailingCommitAbortsTheOperation) {
-    host.commitSucceeds = false;
+TEST_F(UpgradePassTest, ClosedGatesAndFailedOperationsStopWhereTheyMust) {
     add(layered(L"Brick", Color(1, 0, 0)));
-    editor.offerUpgrade();
-    ASSERT_GE(host.log.size(), 2u);
-    EXPECT_EQ(host.log[host.log.size() - 2], "commit_operation");
-    EXPECT_EQ(host.log.back(), "abort_operation");
-}
-
-TEST_F(UpgradePassTest, OperationThatCannotStartWarnsAndChangesNothing) {
-    host.startSucceeds = false;
-    add(layered(L"Brick", Color(1, 0, 0)));
-    editor.offerUpgrade();
-    EXPECT_EQ(host.warnings,
-              (std::vector<std::string>{"Failed to start operation for Quillon Scene Upgrade"}));
-    EXPECT_TRUE(host.materials.empty());
-    EXPECT_FALSE(logHas("commit_operation"));
-    EXPECT_FALSE(logHas("abort_operation"));
-}
-
-TEST_F(UpgradePassTest, ClosedGatesStopBeforeAnyChange) {
-    add(layered(L"Brick", Color(1, 0, 0)));
-    host.answerYes = false;
-    editor.offerUpgrade();
-    EXPECT_EQ(host.prompts.size(), 1u);
-    EXPECT_EQ(host.log, (std::vector<std::string>{"active_model"}));
+    const struct {
+        bool answerYes, startSucceeds, commitSucceeds;
+        std::vector<std::string> log, warnings;
+    } cases[] = {
+        {false, true, true, {"active_model"}, {}},
+        {true,
+         false,
+         true,
+         {"active_model", "start_operation"},
+         {"Failed to start operation for Quillon Scene Upgrade"}},
+        {true,
+         true,
+         false,
+         {"active_model", "start_operation", "add Brick", "evaluate Brick", "commit_operation",
+          "abort_operation"},
+         {}},
+    };
+    for (const auto& c : cases) {
+        FakeHost gated;
+        gated.answerYes = c.answerYes;
+        gated.startSucceeds = c.startSucceeds;
+        gated.commitSucceeds = c.commitSucceeds;
+        SkpMaterialEditor(&gated).offerUpgrade();
+        EXPECT_EQ(gated.log, c.log);
+        EXPECT_EQ(gated.warnings, c.warnings);
+        EXPECT_EQ(gated.prompts.size(), c.answerYes ? 2u : 1u);  // the backup prompt follows
+    }
 
     FakeHost noModel;
     noModel.model = nullptr;
-    SkpMaterialEditor shut(&noModel);
-    shut.offerUpgrade();
+    SkpMaterialEditor(&noModel).offerUpgrade();
     EXPECT_TRUE(noModel.prompts.empty());
 
     // Without a host the entry makes no call at all.
@@ -334,9 +332,7 @@ TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {
     ref->target = L"UUID-BRICK";
     add(ref);
     auto refHost = hostMaterial(L"RefHost");
-    auto v = std::make_shared<FakeValue>();
-    v->value = std::wstring(L"brickref");
-    refHost->dictionary[MaterialAttribute::MaterialName] = v;
+    refHost->dictionary[MaterialAttribute::MaterialName] = fakeValue(std::wstring(L"brickref"));
     host.materials.push_back(refHost);
     auto brickHost = hostMaterial(L"Brick");
     host.materials.push_back(brickHost);
