@@ -2,12 +2,16 @@
 // material among them) and the expected text of folded material blocks.
 #pragma once
 
+#include <fstream>
+#include <iterator>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "materials/scene_materials.h"
 #include "record_builder.h"
+#include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
 namespace material_test {
@@ -219,5 +223,38 @@ inline Outline outline(const std::wstring& xml) {
 }
 
 inline Outline outline(const std::string& utf8) { return outline(CorvaneCore::utf8ToWide(utf8)); }
+
+// The words of `text`, split at spaces: a compact way to write a long list of names.
+inline Names words(const std::string& text) {
+    std::istringstream in(text);
+    return Names(std::istream_iterator<std::string>(in), std::istream_iterator<std::string>());
+}
+
+// The XML a material or layer writes of itself under `url`.
+template <class T>
+std::wstring xmlOf(T& object, const std::wstring& url = L"") {
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    object.writeXML(writer, url);
+    return text;
+}
+
+// The bytes of a bundled JSON sample: an array of numbers 0 to 255.
+inline std::vector<uint8_t> sampleBytes(const std::string& file) {
+    std::ifstream in(std::string(QUILLON_SAMPLES_DIR) + "/" + file);
+    EXPECT_TRUE(in) << file;
+    const std::string json((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::vector<uint8_t> bytes;
+    int value = -1;
+    for (char c : json) {
+        if (c >= '0' && c <= '9') {
+            value = (value < 0 ? 0 : value * 10) + (c - '0');
+        } else if (value >= 0) {
+            bytes.push_back(static_cast<uint8_t>(value));
+            value = -1;
+        }
+    }
+    return bytes;
+}
 
 }  // namespace material_test
