@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "convert/conversions.h"
@@ -24,6 +22,8 @@ using namespace material_test;
 namespace {
 
 class MaterialTest : public MaterialSetTest {};
+
+using Ints = std::vector<int32_t>;
 
 }  // namespace
 
@@ -69,8 +69,7 @@ TEST_F(MaterialTest, LayeredReadsEveryVersion) {
     ASSERT_TRUE(readAll(m1, v1));
     ASSERT_EQ(m1.brdfs.size(), 1u);
     EXPECT_EQ(m1.brdfs[0]->name, L"Base");
-    EXPECT_EQ(m1.double_sided, 0);
-    EXPECT_EQ(m1.layeredOptionA, 7);
+    EXPECT_EQ((Ints{m1.double_sided, m1.layeredOptionA}), (Ints{0, 7}));
     EXPECT_EQ(m1.name, L"Old");
 
     RecordBuilder v2;
@@ -86,9 +85,7 @@ TEST_F(MaterialTest, LayeredReadsEveryVersion) {
     MaterialLayeredBRDF m3;
     ASSERT_TRUE(readAll(m3, v3));
     EXPECT_EQ(m3.brdfs.size(), 2u);
-    EXPECT_EQ(m3.layeredOptionB, 5);
-    EXPECT_EQ(m3.layeredOptionC, 6);
-    EXPECT_EQ(m3.layeredOptionD, 0);
+    EXPECT_EQ((Ints{m3.layeredOptionB, m3.layeredOptionC, m3.layeredOptionD}), (Ints{5, 6, 0}));
 
     RecordBuilder v4;
     v4.version(4).u32(0).i32(1).i32(0).i32(1).i32(1).version(2).text("Four").text("").i32(9);
@@ -119,8 +116,7 @@ TEST_F(MaterialTest, SingleReadsBothVersionsAndSharesItsLayer) {
     diffuseLayer(v1.version(1).i32(3).i32(4).text("Solo"), "Layer");
     MaterialSingleBRDF s1;
     ASSERT_TRUE(readAll(s1, v1));
-    EXPECT_EQ(s1.singleOptionA, 3);
-    EXPECT_EQ(s1.singleOptionB, 4);
+    EXPECT_EQ((Ints{s1.singleOptionA, s1.singleOptionB}), (Ints{3, 4}));
     EXPECT_EQ(s1.name, L"Solo");
     ASSERT_TRUE(s1.brdf);
     EXPECT_EQ(s1.brdf->name, L"Layer");
@@ -212,28 +208,12 @@ TEST_F(MaterialTest, LayeredOwnXmlWithAnEmptyListHasAnEmptyBrdfsList) {
 
 TEST_F(MaterialTest, BrickRecordConvertsToTheFoldedDocument) {
     const RecordBuilder brick = brickRecord();
+    EXPECT_EQ(sampleBytes("material_type1_brick.json"), brick.bytes());  // the bundled sample
     QuickArchive archive = brick.archive();
     const auto xml = convertMaterial(archive, 1);
     ASSERT_TRUE(xml);
     EXPECT_EQ(*xml, expectedBrickDocument());
     EXPECT_EQ(archive.readPos(), brick.size());
-}
-
-TEST_F(MaterialTest, BundledBrickSampleIsTheBrickRecord) {
-    std::ifstream in(QUILLON_SAMPLES_DIR "/material_type1_brick.json");
-    ASSERT_TRUE(in);
-    const std::string json((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    std::vector<uint8_t> bytes;
-    int value = -1;
-    for (char c : json) {
-        if (c >= '0' && c <= '9') {
-            value = (value < 0 ? 0 : value * 10) + (c - '0');
-        } else if (value >= 0) {
-            bytes.push_back(static_cast<uint8_t>(value));
-            value = -1;
-        }
-    }
-    EXPECT_EQ(bytes, brickRecord().bytes());
 }
 
 TEST_F(MaterialTest, SingleMaterialGivesAnEmptyDocument) {
