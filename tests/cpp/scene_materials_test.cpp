@@ -8,21 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "material_bytes.h"
 #include "materials/material.h"
-#include "record_builder.h"
 
 using namespace CorvaneCore;
 
 namespace {
 
-class SceneMaterialsTest : public ::testing::Test {
+class SceneMaterialsTest : public material_test::MaterialSetTest {
 protected:
-    void SetUp() override { clear(); }
-    void TearDown() override { clear(); }
-    static void clear() {
-        set().materials.clear();
-        set().ids.clear();
-    }
     static SceneMaterials& set() { return *sceneMaterials(); }
     static MaterialPtr enter(const std::wstring& name, const std::wstring& uuid = L"") {
         auto material = std::make_shared<MaterialLayeredBRDF>();
