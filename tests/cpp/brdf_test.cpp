@@ -210,7 +210,7 @@ void expectReflectionOldHead(const ReflectionBRDF& b) {
 
 }  // namespace
 
-TEST(ReflectionBrdf, OldVersionsMapTheFresnelFields) {
+TEST(ReflectionBrdf, EveryVersionAndTheFresnelFieldsOfTheOldOnes) {
     const auto b1 = read<Blinn_BRDF>(reflectionOldHead(1, 1.7f, 1));
     expectReflectionOldHead(b1);
     EXPECT_FLOAT_EQ(fresnelIorOf(b1.transparency_tex), 1.7f);
@@ -250,16 +250,15 @@ TEST(ReflectionBrdf, OldVersionsMapTheFresnelFields) {
     const auto p5 = read<Phong_BRDF>(v5);
     EXPECT_EQ(p5.name, L"Shine");
     EXPECT_FALSE(p5.transparency_tex);
-}
 
-TEST(ReflectionBrdf, Version6WithAnAbsentTransparencySlotHasNoFresnel) {
-    RecordBuilder r;
-    r.version(6).color(1, 1, 1).color(1, 1, 1).f32(1).f32(1).f32(0.01f).ints({8, 0, 5});
-    r.floats({1, 1, 1, 0.3f}).absent().absent().absent().absent().f32(0).f32(0);
-    const auto phong = read<Phong_BRDF>(r.brdfSection("Plain"));
-    EXPECT_FALSE(phong.transparency_tex);
-    EXPECT_FLOAT_EQ(phong.transparency_tex_mult, 0.3f);
-    EXPECT_EQ(phong.name, L"Plain");
+    // Version 6 with an absent transparency slot has no fresnel texture.
+    RecordBuilder v6;
+    v6.version(6).color(1, 1, 1).color(1, 1, 1).f32(1).f32(1).f32(0.01f).ints({8, 0, 5});
+    v6.floats({1, 1, 1, 0.3f}).absent().absent().absent().absent().f32(0).f32(0);
+    const auto p6 = read<Phong_BRDF>(v6.brdfSection("Plain"));
+    EXPECT_FALSE(p6.transparency_tex);
+    EXPECT_FLOAT_EQ(p6.transparency_tex_mult, 0.3f);
+    EXPECT_EQ(p6.name, L"Plain");
 }
 
 TEST(MirrorBrdf, EveryVersion) {
