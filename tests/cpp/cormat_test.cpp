@@ -45,10 +45,8 @@ bool readFile(CorMatFile& file, const std::string& bytes) {
 }
 
 MaterialPtr readBrick() {
-    const RecordBuilder brick = brickRecord();
-    QuickArchive archive = brick.archive();
     auto material = std::make_shared<MaterialLayeredBRDF>();
-    EXPECT_TRUE(material->deserialize(archive));
+    EXPECT_TRUE(readAll(*material, brickRecord()));
     return material;
 }
 

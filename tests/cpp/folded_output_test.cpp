@@ -29,14 +29,6 @@ RecordBuilder bumpAround(const std::string& name, float mult, const std::string&
     return r;
 }
 
-std::string convert(const RecordBuilder& record, int32_t type) {
-    QuickArchive archive = record.archive();
-    const auto xml = convertMaterial(archive, type);
-    EXPECT_TRUE(xml) << "type " << type;
-    EXPECT_EQ(archive.readPos(), record.size());
-    return xml.value_or("");
-}
-
 // A layered material's folded block, at the root, with one default diffuse layer.
 std::string plainBlocks(const std::string& name, const std::string& layer) {
     return diffuseBlock("/" + name + "/" + layer) + foldedHead("/" + name, {layer}) + kAssetTail;

@@ -33,8 +33,7 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
         RecordBuilder r;
         r.version(1).u32(static_cast<uint32_t>(kind)).text("Host Brick");
         MaterialLinked::IdData id;
-        QuickArchive archive = r.archive();
-        ASSERT_TRUE(id.deserialize(archive));
+        ASSERT_TRUE(readAll(id, r));
         EXPECT_EQ(id.kind, kind);
         EXPECT_EQ(id.text, L"Host Brick");
         expectWritesBack(id, r);
@@ -42,8 +41,7 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
     RecordBuilder number;
     number.version(1).u32(2).i32(-7);
     MaterialLinked::IdData id;
-    QuickArchive archive = number.archive();
-    ASSERT_TRUE(id.deserialize(archive));
+    ASSERT_TRUE(readAll(id, number));
     EXPECT_EQ(id.number, -7);
 
     for (uint32_t kind : {3u, 0xFFFFFFFFu}) {
@@ -52,8 +50,7 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
         EXPECT_FALSE(deserializeFrom(id, bad)) << kind;
     }
     RecordBuilder version2;
-    version2.version(2).u32(2).i32(0);
-    EXPECT_FALSE(deserializeFrom(id, version2));
+    EXPECT_FALSE(deserializeFrom(id, version2.version(2).u32(2).i32(0)));
     id.kind = 3;
     QuickArchive out;
     EXPECT_FALSE(id.serialize(out));
@@ -67,8 +64,7 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     r.version(1).version(1).u32(0).text("Host Brick").i32(1);
     section(plainLayered(r, "Inner", "Layer"), "Link", "lk");
     MaterialLinked linked;
-    QuickArchive archive = r.archive();
-    ASSERT_TRUE(linked.deserialize(archive));
+    ASSERT_TRUE(readAll(linked, r));
     EXPECT_EQ(linked.name, L"Link");
     EXPECT_EQ(linked.base_mtl->name, L"Inner");
     expectWritesBack(linked, r);

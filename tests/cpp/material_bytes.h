@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "convert/conversions.h"
 #include "materials/scene_materials.h"
 #include "record_builder.h"
 #include "xml/asset_xml_writer.h"
@@ -237,6 +238,16 @@ std::wstring xmlOf(T& object, const std::wstring& url = L"") {
     AssetXmlWriter writer(text);
     object.writeXML(writer, url);
     return text;
+}
+
+// The document of a material record of type `type`; the conversion must succeed and read the
+// whole record.
+inline std::string convert(const RecordBuilder& record, int32_t type) {
+    CorvaneCore::QuickArchive archive = record.archive();
+    const auto xml = CorvaneCore::convertMaterial(archive, type);
+    EXPECT_TRUE(xml) << "type " << type;
+    EXPECT_EQ(archive.readPos(), record.size());
+    return xml.value_or("");
 }
 
 // The bytes of a bundled JSON sample: an array of numbers 0 to 255.

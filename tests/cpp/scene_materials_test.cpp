@@ -161,9 +161,7 @@ TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
     r.version(1).u32(2);
     layeredMaterial(r, "Brick", "");
     layeredMaterial(r, "Stone", "uuid-stone");
-    QuickArchive archive = r.archive();
-    ASSERT_TRUE(set().deserialize(archive));
-    EXPECT_EQ(archive.readPos(), r.size());
+    ASSERT_TRUE(readAll(set(), r));
     ASSERT_EQ(set().materials.size(), 2u);
     EXPECT_EQ(set().findByUuid(L"uuid-stone"), set().findByName(L"Stone"));
     ASSERT_EQ(set().ids.size(), 2u);
@@ -189,9 +187,7 @@ TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
     r.version(2).u32(1);
     layeredMaterial(r, "Brick", "");
     r.u32(2).text("uuid-brick").text("Brick").text("uuid-gone").text("Vanished");
-    QuickArchive archive = r.archive();
-    ASSERT_TRUE(set().deserialize(archive));
-    EXPECT_EQ(archive.readPos(), r.size());
+    ASSERT_TRUE(readAll(set(), r));
     EXPECT_EQ(set().findByUuid(L"uuid-brick"), set().findByName(L"Brick"));
     EXPECT_FALSE(set().findByUuid(L"uuid-gone"));
     EXPECT_EQ(set().ids.at(L"uuid-gone"), L"Vanished");

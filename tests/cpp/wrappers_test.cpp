@@ -28,8 +28,7 @@ using I = std::vector<int32_t>;
 using B = std::vector<bool>;
 
 bool readFails(BaseMaterial& material, const RecordBuilder& record) {
-    QuickArchive archive = record.archive();
-    return !material.deserialize(archive);
+    return !deserializeFrom(material, record);
 }
 
 // A record of the newest version reads, and the object writes exactly those bytes again.
