@@ -240,6 +240,14 @@ std::wstring xmlOf(T& object, const std::wstring& url = L"") {
     return text;
 }
 
+// Reads the whole record into a new object; the read must succeed.
+template <class T>
+T readAs(const RecordBuilder& record) {
+    T object;
+    EXPECT_TRUE(readAll(object, record));
+    return object;
+}
+
 // The document of a material record of type `type`; the conversion must succeed and read the
 // whole record.
 inline std::string convert(const RecordBuilder& record, int32_t type) {

@@ -80,31 +80,23 @@ TEST_F(WrappersTest, EveryClassRefusesAnUnknownMajorAndANonZeroMinor) {
     const uint32_t newest[] = {2, 4, 2, 3, 1, 3, 1, 1, 1, 2, 3, 1, 1, 2, 2};
     for (int id = 0; id <= 14; ++id) {
         for (uint32_t word : {(newest[id] + 1) << 16, (newest[id] << 16) | 1u, 0u}) {
-            RecordBuilder r;
-            r.u32(word);
-            section(r, "X");
-            EXPECT_TRUE(readFails(*createMaterial(id), r)) << id << " " << std::hex << word;
+            EXPECT_TRUE(readFails(*createMaterial(id), section(RecordBuilder().u32(word), "X")))
+                << id << " " << std::hex << word;
         }
     }
 }
 
 // The one-child wrappers, up to their first child slot: an unknown id there fails the read.
 TEST_F(WrappersTest, AnUnknownChildIdFailsTheRead) {
-    auto sectioned = [](uint32_t v) {
-        RecordBuilder r;
-        section(r.version(v), "X");
-        return r;
-    };
-    RecordBuilder exclusion, toon;
-    exclusion.version(3).i32(0);
-    toon.version(2);
-    std::pair<int, RecordBuilder> cases[] = {{MaterialSkp2Sided::kType, sectioned(1)},
-                                             {MaterialOverrideEnvironment::kType, sectioned(1)},
-                                             {MaterialDisplaced::kType, sectioned(2)},
-                                             {MaterialObjectExclusion::kType, exclusion},
-                                             {MaterialAlphaContribution::kType, sectioned(1)},
-                                             {MaterialAngleBlend::kType, sectioned(1)},
-                                             {MaterialToon::kType, toon}};
+    auto sectioned = [](uint32_t v) { return section(RecordBuilder().version(v), "X"); };
+    std::pair<int, RecordBuilder> cases[] = {
+        {MaterialSkp2Sided::kType, sectioned(1)},
+        {MaterialOverrideEnvironment::kType, sectioned(1)},
+        {MaterialDisplaced::kType, sectioned(2)},
+        {MaterialObjectExclusion::kType, RecordBuilder().version(3).i32(0)},
+        {MaterialAlphaContribution::kType, sectioned(1)},
+        {MaterialAngleBlend::kType, sectioned(1)},
+        {MaterialToon::kType, RecordBuilder().version(2)}};
     for (auto& [id, record] : cases) {
         EXPECT_TRUE(readFails(*createMaterial(id), unknownSlot(record))) << id;
     }
@@ -136,23 +128,19 @@ TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
 
     // An unknown id fails the read and keeps the entries before it; a count beyond the data
     // ends with the data.
-    RecordBuilder failing;
-    plainLayered(failing.version(2).u32(3).u32(1), "Kept", "L").u32(15);
     MaterialMulti m3;
-    EXPECT_TRUE(readFails(m3, failing));
+    EXPECT_TRUE(
+        readFails(m3, plainLayered(RecordBuilder().version(2).u32(3).u32(1), "Kept", "L").u32(15)));
     ASSERT_EQ(m3.materials.size(), 1u);
-    RecordBuilder huge;
-    plainLayered(huge.version(2).u32(0xFFFFFFFFu).u32(1), "Only", "L");
-    EXPECT_TRUE(readFails(m3, huge));
+    EXPECT_TRUE(readFails(
+        m3, plainLayered(RecordBuilder().version(2).u32(0xFFFFFFFFu).u32(1), "Only", "L")));
     EXPECT_EQ(m3.materials.size(), 1u);
 }
 
 TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     // Version 1: bare name, a file path, the multiplier, then the base material.
-    RecordBuilder v1;
-    plainLayered(v1.version(1).text("Old").text("C:/bump.png").f32(0.5f).i32(1), "Base", "L");
-    MaterialBump b1;
-    ASSERT_TRUE(readAll(b1, v1));
+    const auto b1 = readAs<MaterialBump>(plainLayered(
+        RecordBuilder().version(1).text("Old").text("C:/bump.png").f32(0.5f).i32(1), "Base", "L"));
     EXPECT_EQ(b1.name, L"Old");
     EXPECT_FLOAT_EQ(b1.bump_tex_mult, 0.5f);
     auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(b1.bump_tex);
@@ -161,10 +149,9 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     EXPECT_EQ(nameOf(b1.base_mtl), "Base");
 
     // An empty path gives no texture; a base material that fails is not kept.
-    RecordBuilder failing;
-    failing.version(1).text("").text("").f32(1).i32(1).version(9);
     MaterialBump b2;
-    EXPECT_TRUE(readFails(b2, failing));
+    EXPECT_TRUE(
+        readFails(b2, RecordBuilder().version(1).text("").text("").f32(1).i32(1).version(9)));
     EXPECT_FALSE(b2.base_mtl);
     EXPECT_FALSE(b2.bump_tex);
     EXPECT_EQ(b2.name, L"DefaultMaterial");
@@ -199,9 +186,7 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     EXPECT_EQ(b4.name, L"DefaultMaterial");
     EXPECT_TRUE(b4.uuid.empty());
 
-    RecordBuilder unknownBase;
-    unknownBase.version(3).f32(1).absent().i32(15);
-    EXPECT_TRUE(readFails(b4, unknownBase));
+    EXPECT_TRUE(readFails(b4, RecordBuilder().version(3).f32(1).absent().i32(15)));
 
     MaterialBump empty;
     QuickArchive out;
@@ -209,10 +194,8 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
 }
 
 TEST_F(WrappersTest, InstanceHoldsOnlyItsSectionAndIsNeverEqual) {
-    RecordBuilder v1;
-    section(v1.version(1), "Inst", "u");
     auto instance = std::make_shared<MaterialInstance>();
-    expectRoundTrip(*instance, v1);
+    expectRoundTrip(*instance, section(RecordBuilder().version(1), "Inst", "u"));
     EXPECT_EQ(instance->name, L"Inst");
     EXPECT_FALSE(instance->isEqual(instance));
     instance->instanceOf = std::make_shared<MaterialLayeredBRDF>();
@@ -266,10 +249,8 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
                                     "transparency translucency_tex_mult transparency_tex_mult "
                                     "force_1sided"));
 
-    RecordBuilder failing;
-    unknownSlot(layeredSlot(failing.version(3), "F"));
     Material2Sided s4;
-    EXPECT_TRUE(readFails(s4, failing));
+    EXPECT_TRUE(readFails(s4, unknownSlot(layeredSlot(RecordBuilder().version(3), "F"))));
     EXPECT_EQ(nameOf(s4.front), "F");  // children read so far stay
 }
 
@@ -284,10 +265,9 @@ TEST_F(WrappersTest, HostTwoSidedHasOneVersionWithItsSectionFirst) {
     EXPECT_EQ(own.urls, words("/Skp/F/Layer /Skp/F /Skp"));
     EXPECT_EQ(own.parameters, words("front back force_1sided"));
 
-    RecordBuilder badSection;
-    layeredSlot(badSection.version(1).version(3).text("Skp").text(""), "F");
     MaterialSkp2Sided refused;
-    EXPECT_TRUE(readFails(refused, badSection));
+    EXPECT_TRUE(readFails(
+        refused, layeredSlot(RecordBuilder().version(1).version(3).text("Skp").text(""), "F")));
     EXPECT_FALSE(refused.front);  // the read ends at the section
 }
 
@@ -342,11 +322,9 @@ TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
     EXPECT_EQ(e1.objects, (std::vector<std::wstring>{L"Wall", L"Roof"}));
     EXPECT_EQ(e1.name, constructed);  // version 1 has no section
 
-    RecordBuilder v2;
-    section(v2.version(2).i32(0).absent().u32(0), "Ex");
     MaterialObjectExclusion e2;
     e2.short_circuit = false;
-    ASSERT_TRUE(readAll(e2, v2));
+    ASSERT_TRUE(readAll(e2, section(RecordBuilder().version(2).i32(0).absent().u32(0), "Ex")));
     EXPECT_EQ(e2.name, L"Ex");
     EXPECT_TRUE(e2.short_circuit);  // reset before reading
 
@@ -362,10 +340,9 @@ TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
     EXPECT_NE(text.find(L"<string>\"a<b\"</string>"), std::wstring::npos);
 
     // A count beyond the data is refused once the data runs out.
-    RecordBuilder huge;
-    huge.version(1).i32(0).absent().u32(0xFFFFFFFFu).text("x");
     MaterialObjectExclusion e4;
-    EXPECT_TRUE(readFails(e4, huge));
+    EXPECT_TRUE(
+        readFails(e4, RecordBuilder().version(1).i32(0).absent().u32(0xFFFFFFFFu).text("x")));
     EXPECT_LT(e4.objects.size(), 4096u);
 }
 
