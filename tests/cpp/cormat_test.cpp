@@ -27,9 +27,7 @@ std::string bytesOf(const RecordBuilder& r) {
 
 // Header of a file: version word and count.
 std::string header(uint32_t word, uint32_t count) {
-    RecordBuilder r;
-    r.u32(word).u32(count);
-    return bytesOf(r);
+    return bytesOf(RecordBuilder().u32(word).u32(count));
 }
 
 // One archive entry: a layered material with one layer, named and with the given uuid.
@@ -124,11 +122,8 @@ TEST_F(CorMatTest, ReadRefusesBadHeadersAndLeavesTheListAlone) {
     EXPECT_FALSE(readFile(file, std::string("\0\0\x02", 3)));  // short header
     EXPECT_FALSE(readFile(file, header(0x30000, 1)));          // no blocks
 
-    RecordBuilder unknown;
-    unknown.i32(15).version(1);
-    EXPECT_FALSE(readFile(file, header(0x20000, 1) + bytesOf(unknown)));
-    RecordBuilder failing;
-    failing.append(layeredEntry("Two", "")).i32(1).version(7);
+    EXPECT_FALSE(readFile(file, header(0x20000, 1) + bytesOf(RecordBuilder().i32(15).version(1))));
+    const RecordBuilder failing = layeredEntry("Two", "").i32(1).version(7);
     EXPECT_FALSE(readFile(file, header(0x20000, 2) + bytesOf(failing)));
     ASSERT_EQ(file.materials.size(), 1u);
     EXPECT_EQ(file.materials[0], kept);

@@ -145,9 +145,9 @@ TEST_F(FoldedOutputTest, ReferenceWithAMissingTargetFoldsItsResolvedCopy) {
     EXPECT_EQ(convert(r, MaterialReference::kType), expectedBrickDocument());
 
     // With nothing resolved the reference gives nothing, and a layout leaves its slot out.
-    RecordBuilder bare;
-    section(bare.version(1), "Ref").text("no-such-uuid");
-    EXPECT_EQ(convert(bare, MaterialReference::kType), document(""));
+    EXPECT_EQ(convert(section(RecordBuilder().version(1), "Ref").text("no-such-uuid"),
+                      MaterialReference::kType),
+              document(""));
     RecordBuilder blend;
     section(section(blend.version(1), "Blend").boolean(true).i32(13).version(1), "Ref").text("x");
     layeredSlot(blend, "Two", "Layer").f32(75).f32(150);
@@ -214,11 +214,9 @@ TEST_F(FoldedOutputTest, TreesWithoutALayeredMaterialGiveAnEmptyDocument) {
     RecordBuilder multi;
     section(plainLayered(multi.version(2).u32(1).u32(1), "Inside", "Layer"), "Multi");
     EXPECT_EQ(convert(multi, MaterialMulti::kType), document(""));
-    RecordBuilder instance;
-    section(instance.version(1), "Inst");
-    EXPECT_EQ(convert(instance, MaterialInstance::kType), document(""));
-    RecordBuilder bumpAroundMulti = bumpAround("B", 1, "C:/b.png", 2, multi);
-    EXPECT_EQ(convert(bumpAroundMulti, MaterialBump::kType), document(""));
+    EXPECT_EQ(convert(section(RecordBuilder().version(1), "Inst"), MaterialInstance::kType),
+              document(""));
+    EXPECT_EQ(convert(bumpAround("B", 1, "C:/b.png", 2, multi), MaterialBump::kType), document(""));
 
     // A linked material is transparent: its base material folds under the link's name.
     RecordBuilder linked;

@@ -203,18 +203,13 @@ TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
 
 TEST_F(SceneMaterialsTest, RefusedStreamsAndBoundedCounts) {
     enter(L"Before");
-    RecordBuilder badWord;
-    badWord.u32(0x20001).u32(0);
-    EXPECT_FALSE(deserializeFrom(set(), badWord));
+    EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().u32(0x20001).u32(0)));
     EXPECT_TRUE(set().materials.empty());
 
-    RecordBuilder unknownType;
-    unknownType.version(2).u32(1).i32(15);
-    EXPECT_FALSE(deserializeFrom(set(), unknownType));
+    EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().version(2).u32(1).i32(15)));
 
-    RecordBuilder hugeCounts;
-    hugeCounts.version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v");
-    EXPECT_TRUE(deserializeFrom(set(), hugeCounts));
+    EXPECT_TRUE(deserializeFrom(
+        set(), RecordBuilder().version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v")));
     EXPECT_EQ(set().ids.at(L"k"), L"v");
     EXPECT_LE(set().ids.size(), 2u);
 
