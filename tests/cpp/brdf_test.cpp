@@ -7,6 +7,7 @@
 #include <cmath>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "record_builder.h"
 #include "textures/procedural.h"
@@ -17,7 +18,13 @@ using namespace CorvaneCore;
 
 namespace {
 
-std::wstring bitmapPathOf(const TexturePtr& texture) {
+using F = std::vector<float>;
+using I = std::vector<int32_t>;
+using Paths = std::vector<std::wstring>;
+
+// The file of a bitmap texture; "" for no texture.
+std::wstring pathOf(const TexturePtr& texture) {
+    if (!texture) return L"";
     auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(texture);
     if (!bitmap) return L"<not a bitmap>";
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(bitmap->bitmap);
@@ -30,8 +37,18 @@ float fresnelIorOf(const TexturePtr& texture) {
 }
 
 // A present form A slot holding a FresnelTexture of version 1 with the given index.
-RecordBuilder& fresnelSlot(RecordBuilder& r, float ior) {
-    return r.boolean(true).i32(1).version(1).color(1, 1, 1).color(0, 0, 0).f32(ior).f32(1.5f);
+RecordBuilder fresnelSlot(float ior) {
+    RecordBuilder r;
+    r.boolean(true).i32(1).version(1).color(1, 1, 1).color(0, 0, 0).f32(ior).f32(1.5f);
+    return r;
+}
+
+// Reads the whole record into a new layer; the read must succeed.
+template <class T>
+T read(const RecordBuilder& record) {
+    T layer;
+    EXPECT_TRUE(readAll(layer, record));
+    return layer;
 }
 
 std::wstring xmlOf(Base_BRDF& layer, const std::wstring& url) {
@@ -41,33 +58,20 @@ std::wstring xmlOf(Base_BRDF& layer, const std::wstring& url) {
     return text;
 }
 
-// Glass fields 1 to 11 with values that differ from the defaults.
-RecordBuilder& glassCommon(RecordBuilder& r) {
-    return r.color(0.1f, 0.2f, 0.3f)
-        .color(0.4f, 0.5f, 0.6f)
-        .f32(1.3f)
-        .f32(1.4f)
-        .f32(0.02f)
-        .f32(2.0f)
-        .f32(0.7f)
-        .i32(3)
-        .i32(16)
-        .i32(1)
-        .i32(2);
+// Glass of version `v` up to field 11, with values that differ from the defaults.
+RecordBuilder glass(uint32_t v) {
+    RecordBuilder r;
+    r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f);
+    r.floats({1.3f, 1.4f, 0.02f, 2.0f, 0.7f}).ints({3, 16, 1, 2});
+    return r;
 }
 
 void expectGlassCommon(const Glass_BRDF& g) {
     EXPECT_EQ(g.color, Color(0.1f, 0.2f, 0.3f));
     EXPECT_EQ(g.fog_color, Color(0.4f, 0.5f, 0.6f));
-    EXPECT_FLOAT_EQ(g.ior, 1.3f);
-    EXPECT_FLOAT_EQ(g.secondIor, 1.4f);
-    EXPECT_FLOAT_EQ(g.cutoff, 0.02f);
-    EXPECT_FLOAT_EQ(g.fog_color_mult, 2.0f);
-    EXPECT_FLOAT_EQ(g.glossiness, 0.7f);
-    EXPECT_EQ(g.traceDepth, 3);
-    EXPECT_EQ(g.subdivs, 16);
-    EXPECT_EQ(g.affect_shadows, 1);
-    EXPECT_EQ(g.affect_alpha, 2);
+    EXPECT_EQ((F{g.ior, g.secondIor, g.cutoff, g.fog_color_mult, g.glossiness}),
+              (F{1.3f, 1.4f, 0.02f, 2.0f, 0.7f}));
+    EXPECT_EQ((I{g.traceDepth, g.subdivs, g.affect_shadows, g.affect_alpha}), (I{3, 16, 1, 2}));
 }
 
 }  // namespace
@@ -86,139 +90,101 @@ TEST(BrdfFactory, KnowsOnlyTheSixSingleBitIds) {
     EXPECT_TRUE(std::dynamic_pointer_cast<FresnelTexture>(Phong_BRDF().transparency_tex));
 }
 
-TEST(GlassBrdf, Version1EndsAfterFieldElevenWithoutSection) {
-    RecordBuilder r;
-    glassCommon(r.version(1));
-    Glass_BRDF glass;
-    ASSERT_TRUE(readAll(glass, r));
-    expectGlassCommon(glass);
-    EXPECT_EQ(glass.name, L"BRDFRefraction");
-    EXPECT_FLOAT_EQ(glass.transparency_tex_mult, 1.0f);
-}
+TEST(GlassBrdf, EveryVersion) {
+    // Version 1 ends after field 11, without a section.
+    const auto g1 = read<Glass_BRDF>(glass(1));
+    expectGlassCommon(g1);
+    EXPECT_EQ(g1.name, L"BRDFRefraction");
+    EXPECT_FLOAT_EQ(g1.transparency_tex_mult, 1.0f);
 
-TEST(GlassBrdf, Versions2And3KeepTheTransparencyMultiplierInTheOldPlace) {
-    RecordBuilder v2;
-    glassCommon(v2.version(2)).f32(0.25f).f32(0.5f).f32(0.75f);
-    v2.text("t.png").text("").text("i.png");
-    Glass_BRDF glass;
-    ASSERT_TRUE(readAll(glass, v2));
-    expectGlassCommon(glass);
-    EXPECT_FLOAT_EQ(glass.transparency_tex_mult, 0.25f);
-    EXPECT_FLOAT_EQ(glass.color_tex_mult, 1.0f);
-    EXPECT_FLOAT_EQ(glass.glossiness_tex_mult, 0.5f);
-    EXPECT_FLOAT_EQ(glass.ior_tex_mult, 0.75f);
-    EXPECT_EQ(bitmapPathOf(glass.transparency_tex), L"t.png");
-    EXPECT_FALSE(glass.glossiness_tex);
-    EXPECT_EQ(bitmapPathOf(glass.ior_texture), L"i.png");
+    // Versions 2 and 3 keep the transparency multiplier in the old place.
+    const auto g2 = read<Glass_BRDF>(
+        glass(2).floats({0.25f, 0.5f, 0.75f}).text("t.png").text("").text("i.png"));
+    expectGlassCommon(g2);
+    EXPECT_EQ(
+        (F{g2.transparency_tex_mult, g2.color_tex_mult, g2.glossiness_tex_mult, g2.ior_tex_mult}),
+        (F{0.25f, 1.0f, 0.5f, 0.75f}));
+    EXPECT_EQ(
+        (Paths{pathOf(g2.transparency_tex), pathOf(g2.glossiness_tex), pathOf(g2.ior_texture)}),
+        (Paths{L"t.png", L"", L"i.png"}));
 
-    RecordBuilder v3;
-    glassCommon(v3.version(3)).f32(0.25f).f32(0.5f).f32(0.75f);
-    v3.text("").text("g.png").text("").i32(1).f32(20).f32(0.3f).f32(0.4f).f32(0.6f);
-    v3.color(0.9f, 0.8f, 0.7f).text("tr.png");
-    Glass_BRDF glass3;
-    ASSERT_TRUE(readAll(glass3, v3));
-    EXPECT_EQ(bitmapPathOf(glass3.glossiness_tex), L"g.png");
-    EXPECT_EQ(glass3.translucency_on, 1);
-    EXPECT_FLOAT_EQ(glass3.thickness, 20);
-    EXPECT_FLOAT_EQ(glass3.scatter_coeff, 0.3f);
-    EXPECT_FLOAT_EQ(glass3.scatter_direction, 0.4f);
-    EXPECT_FLOAT_EQ(glass3.translucency_tex_mult, 0.6f);
-    EXPECT_EQ(glass3.translucency, Color(0.9f, 0.8f, 0.7f));
-    EXPECT_EQ(bitmapPathOf(glass3.translucency_tex), L"tr.png");
-}
+    RecordBuilder v3 = glass(3);
+    v3.floats({0.25f, 0.5f, 0.75f}).text("").text("g.png").text("").i32(1);
+    const auto g3 =
+        read<Glass_BRDF>(v3.floats({20, 0.3f, 0.4f, 0.6f}).color(0.9f, 0.8f, 0.7f).text("tr.png"));
+    EXPECT_EQ(pathOf(g3.glossiness_tex), L"g.png");
+    EXPECT_EQ(g3.translucency_on, 1);
+    EXPECT_EQ((F{g3.thickness, g3.scatter_coeff, g3.scatter_direction, g3.translucency_tex_mult}),
+              (F{20, 0.3f, 0.4f, 0.6f}));
+    EXPECT_EQ(g3.translucency, Color(0.9f, 0.8f, 0.7f));
+    EXPECT_EQ(pathOf(g3.translucency_tex), L"tr.png");
 
-TEST(GlassBrdf, Version4ReadsChildSlotsInTheOldOrder) {
-    RecordBuilder r;
-    glassCommon(r.version(4)).f32(0.25f).f32(0.5f).f32(0.75f);
-    r.i32(0).f32(10).f32(0.1f).f32(0.2f).f32(0.3f).color(0.5f, 0.5f, 0.5f);
-    fresnelSlot(r, 2.5f).absent().absent().absent();
-    Glass_BRDF glass;
-    ASSERT_TRUE(readAll(glass, r));
-    EXPECT_FLOAT_EQ(glass.transparency_tex_mult, 0.25f);
-    EXPECT_FLOAT_EQ(fresnelIorOf(glass.transparency_tex), 2.5f);
-    EXPECT_FALSE(glass.color_tex);
-}
+    // Version 4 reads the child slots in the old order.
+    RecordBuilder v4 = glass(4);
+    v4.floats({0.25f, 0.5f, 0.75f}).i32(0).floats({10, 0.1f, 0.2f, 0.3f}).color(0.5f, 0.5f, 0.5f);
+    const auto g4 = read<Glass_BRDF>(v4.append(fresnelSlot(2.5f)).absent().absent().absent());
+    EXPECT_FLOAT_EQ(g4.transparency_tex_mult, 0.25f);
+    EXPECT_FLOAT_EQ(fresnelIorOf(g4.transparency_tex), 2.5f);
+    EXPECT_FALSE(g4.color_tex);
 
-TEST(GlassBrdf, Versions5And6ReadTheCurrentFields) {
-    auto body = [](RecordBuilder& r) -> RecordBuilder& {
-        glassCommon(r).f32(0.6f).f32(0.5f).f32(0.75f);
-        r.i32(1).f32(10).f32(0.1f).f32(0.2f).f32(0.3f).color(0.5f, 0.5f, 0.5f);
-        fresnelSlot(r, 1.9f).absent().absent().absent();
-        return r.color(0.2f, 0.3f, 0.4f).f32(0.8f).absent();
+    // Versions 5 and 6 read the current fields.
+    auto current = [](uint32_t v) {
+        RecordBuilder r = glass(v);
+        r.floats({0.6f, 0.5f, 0.75f}).i32(1).floats({10, 0.1f, 0.2f, 0.3f}).color(0.5f, 0.5f, 0.5f);
+        r.append(fresnelSlot(1.9f)).absent().absent().absent();
+        r.color(0.2f, 0.3f, 0.4f).f32(0.8f).absent();
+        return r;
     };
-    RecordBuilder v5;
-    body(v5.version(5));
-    Glass_BRDF glass;
-    ASSERT_TRUE(readAll(glass, v5));
-    EXPECT_FLOAT_EQ(glass.color_tex_mult, 0.6f);
-    EXPECT_FLOAT_EQ(fresnelIorOf(glass.color_tex), 1.9f);
-    EXPECT_EQ(glass.transparency, Color(0.2f, 0.3f, 0.4f));
-    EXPECT_FLOAT_EQ(glass.transparency_tex_mult, 0.8f);
-    EXPECT_EQ(glass.name, L"BRDFRefraction");
+    const auto g5 = read<Glass_BRDF>(current(5));
+    EXPECT_FLOAT_EQ(g5.color_tex_mult, 0.6f);
+    EXPECT_FLOAT_EQ(fresnelIorOf(g5.color_tex), 1.9f);
+    EXPECT_EQ(g5.transparency, Color(0.2f, 0.3f, 0.4f));
+    EXPECT_FLOAT_EQ(g5.transparency_tex_mult, 0.8f);
+    EXPECT_EQ(g5.name, L"BRDFRefraction");
 
-    RecordBuilder v6;
-    body(v6.version(6)).brdfSection("Clear\tGlass\n", false, true, true);
-    Glass_BRDF glass6;
-    ASSERT_TRUE(readAll(glass6, v6));
-    EXPECT_EQ(glass6.name, L"ClearGlass");
-    EXPECT_FALSE(glass6.layerFlagA);
-    EXPECT_TRUE(glass6.layerFlagB);
-    EXPECT_TRUE(glass6.layerFlagC);
+    const auto g6 = read<Glass_BRDF>(current(6).brdfSection("Clear\tGlass\n", false, true, true));
+    EXPECT_EQ(g6.name, L"ClearGlass");
+    EXPECT_EQ((std::vector<bool>{g6.layerFlagA, g6.layerFlagB, g6.layerFlagC}),
+              (std::vector<bool>{false, true, true}));
 }
 
 TEST(GlassBrdf, ReadResetsOnlyTheBasePart) {
-    Glass_BRDF glass;
-    glass.color_tex_mult = 7.0f;
-    glass.name = L"Used";
-    glass.layerFlagB = true;
-    RecordBuilder r;
-    glassCommon(r.version(1));
-    ASSERT_TRUE(readAll(glass, r));
-    EXPECT_FLOAT_EQ(glass.color_tex_mult, 7.0f);
-    EXPECT_EQ(glass.name, L"BRDFRefraction");
-    EXPECT_FALSE(glass.layerFlagB);
+    Glass_BRDF g;
+    g.color_tex_mult = 7.0f;
+    g.name = L"Used";
+    g.layerFlagB = true;
+    ASSERT_TRUE(readAll(g, glass(1)));
+    EXPECT_FLOAT_EQ(g.color_tex_mult, 7.0f);
+    EXPECT_EQ(g.name, L"BRDFRefraction");
+    EXPECT_FALSE(g.layerFlagB);
 }
 
 TEST(DiffuseBrdf, EveryVersion) {
-    auto head = [](RecordBuilder& r, uint32_t v) -> RecordBuilder& {
-        return r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).f32(2).f32(3);
+    auto head = [](uint32_t v) {
+        RecordBuilder r;
+        r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).f32(2).f32(3);
+        return r;
     };
-    RecordBuilder v1;
-    head(v1, 1).text("c.jpg").text("");
-    Diffuse_BRDF d1;
-    ASSERT_TRUE(readAll(d1, v1));
+    const auto d1 = read<Diffuse_BRDF>(head(1).text("c.jpg").text(""));
     EXPECT_EQ(d1.color, Color(0.1f, 0.2f, 0.3f));
     EXPECT_EQ(d1.transparency, Color(0.4f, 0.5f, 0.6f));
-    EXPECT_FLOAT_EQ(d1.color_tex_mult, 2);
-    EXPECT_FLOAT_EQ(d1.transparency_tex_mult, 3);
-    EXPECT_EQ(bitmapPathOf(d1.color_tex), L"c.jpg");
-    EXPECT_FALSE(d1.transparency_tex);
+    EXPECT_EQ((F{d1.color_tex_mult, d1.transparency_tex_mult}), (F{2, 3}));
+    EXPECT_EQ((Paths{pathOf(d1.color_tex), pathOf(d1.transparency_tex)}), (Paths{L"c.jpg", L""}));
 
-    RecordBuilder v2;
-    fresnelSlot(head(v2, 2).absent(), 1.2f);
-    Diffuse_BRDF d2;
-    ASSERT_TRUE(readAll(d2, v2));
+    const auto d2 = read<Diffuse_BRDF>(head(2).absent().append(fresnelSlot(1.2f)));
     EXPECT_FALSE(d2.color_tex);
     EXPECT_FLOAT_EQ(fresnelIorOf(d2.transparency_tex), 1.2f);
 
-    RecordBuilder v3;
-    head(v3, 3).absent().absent().brdfSection("Base");
-    Diffuse_BRDF d3;
-    ASSERT_TRUE(readAll(d3, v3));
+    const auto d3 = read<Diffuse_BRDF>(head(3).absent().absent().brdfSection("Base"));
     EXPECT_EQ(d3.name, L"Base");
     EXPECT_FALSE(d3.use_color_tex_alpha_as_transparency);
 
-    RecordBuilder v4;
-    head(v4, 4).absent().absent().brdfSection("Base").boolean(true);
-    Diffuse_BRDF d4;
-    ASSERT_TRUE(readAll(d4, v4));
+    const auto d4 = read<Diffuse_BRDF>(head(4).absent().absent().brdfSection("Base").boolean(true));
     EXPECT_TRUE(d4.use_color_tex_alpha_as_transparency);
-}
 
-TEST(DiffuseBrdf, Version4ReadsItsLastFieldAfterAFailedSection) {
-    RecordBuilder r;
-    r.version(4).color(0, 0, 0).color(0, 0, 0).f32(1).f32(1).absent().absent();
-    r.version(5).boolean(true);  // an unknown section version reads nothing more
+    // Version 4 reads its last field even after a section of an unknown version.
+    RecordBuilder r = head(4);
+    r.absent().absent().version(5).boolean(true);
     Diffuse_BRDF d;
     EXPECT_FALSE(readAll(d, r));
     EXPECT_TRUE(d.use_color_tex_alpha_as_transparency);
@@ -228,209 +194,136 @@ TEST(DiffuseBrdf, Version4ReadsItsLastFieldAfterAFailedSection) {
 namespace {
 
 // Fields of the old Blinn/Phong layouts up to field 8, with the fresnel pair in its places.
-RecordBuilder& reflectionOldHead(RecordBuilder& r, uint32_t v, float ior, int32_t on) {
-    return r.version(v)
-        .color(0.9f, 0.8f, 0.7f)
-        .color(0.25f, 0.5f, 1.5f)
-        .f32(0.6f)
-        .f32(0.7f)
-        .f32(ior)
-        .f32(0.05f)
-        .i32(12)
-        .i32(on)
-        .i32(1)
-        .i32(4);
+RecordBuilder reflectionOldHead(uint32_t v, float ior, int32_t on) {
+    RecordBuilder r;
+    r.version(v).color(0.9f, 0.8f, 0.7f).color(0.25f, 0.5f, 1.5f);
+    r.floats({0.6f, 0.7f, ior, 0.05f}).ints({12, on, 1, 4});
+    return r;
 }
 
 void expectReflectionOldHead(const ReflectionBRDF& b) {
     EXPECT_EQ(b.color, Color(0.9f, 0.8f, 0.7f));
     EXPECT_EQ(b.reflectFilter, Color(0.25f, 0.5f, 1.5f));
-    EXPECT_FLOAT_EQ(b.hilightGlossiness, 0.6f);
-    EXPECT_FLOAT_EQ(b.reflectionGlossiness, 0.7f);
-    EXPECT_FLOAT_EQ(b.cutoff, 0.05f);
-    EXPECT_EQ(b.subdivs, 12);
-    EXPECT_EQ(b.back_side, 1);
-    EXPECT_EQ(b.traceDepth, 4);
+    EXPECT_EQ((F{b.hilightGlossiness, b.reflectionGlossiness, b.cutoff}), (F{0.6f, 0.7f, 0.05f}));
+    EXPECT_EQ((I{b.subdivs, b.back_side, b.traceDepth}), (I{12, 1, 4}));
 }
 
 }  // namespace
 
-TEST(ReflectionBrdf, OldVersionsMapTheFresnelFields) {
-    RecordBuilder v1;
-    reflectionOldHead(v1, 1, 1.7f, 1);
-    Blinn_BRDF b1;
-    ASSERT_TRUE(readAll(b1, v1));
+TEST(ReflectionBrdf, EveryVersionAndTheFresnelFieldsOfTheOldOnes) {
+    const auto b1 = read<Blinn_BRDF>(reflectionOldHead(1, 1.7f, 1));
     expectReflectionOldHead(b1);
     EXPECT_FLOAT_EQ(fresnelIorOf(b1.transparency_tex), 1.7f);
 
-    RecordBuilder off;
-    reflectionOldHead(off, 1, 1.7f, 0);
-    Phong_BRDF p1;
-    ASSERT_TRUE(readAll(p1, off));
-    EXPECT_FALSE(p1.transparency_tex);
+    EXPECT_FALSE(read<Phong_BRDF>(reflectionOldHead(1, 1.7f, 0)).transparency_tex);
 
-    RecordBuilder v2;
-    reflectionOldHead(v2, 2, 1.0f, 0).f32(2).f32(3).f32(4).text("c.png").text("").text("r.png");
-    Phong_BRDF p2;
-    ASSERT_TRUE(readAll(p2, v2));
+    const auto p2 = read<Phong_BRDF>(
+        reflectionOldHead(2, 1.0f, 0).floats({2, 3, 4}).text("c.png").text("").text("r.png"));
     expectReflectionOldHead(p2);
-    EXPECT_FLOAT_EQ(p2.color_tex_mult, 2);
-    EXPECT_FLOAT_EQ(p2.hilightGlossiness_tex_mult, 3);
-    EXPECT_FLOAT_EQ(p2.reflectionGlossiness_tex_mult, 4);
-    EXPECT_FLOAT_EQ(p2.transparency_tex_mult, 1.0f);
-    EXPECT_EQ(bitmapPathOf(p2.color_tex), L"c.png");
-    EXPECT_FALSE(p2.hilightGlossiness_tex);
-    EXPECT_EQ(bitmapPathOf(p2.reflectionGlossiness_tex), L"r.png");
-    EXPECT_FLOAT_EQ(p2.anisotropy, 0.0f);
+    EXPECT_EQ((F{p2.color_tex_mult, p2.hilightGlossiness_tex_mult, p2.reflectionGlossiness_tex_mult,
+                 p2.transparency_tex_mult, p2.anisotropy}),
+              (F{2, 3, 4, 1.0f, 0.0f}));
+    EXPECT_EQ((Paths{pathOf(p2.color_tex), pathOf(p2.hilightGlossiness_tex),
+                     pathOf(p2.reflectionGlossiness_tex)}),
+              (Paths{L"c.png", L"", L"r.png"}));
 
-    RecordBuilder v3;
-    reflectionOldHead(v3, 3, 1.0f, 0).f32(2).f32(3).f32(4).text("").text("").text("");
-    v3.f32(0.5f).f32(45);
-    Blinn_BRDF b3;
-    ASSERT_TRUE(readAll(b3, v3));
-    EXPECT_FLOAT_EQ(b3.anisotropy, 0.5f);
-    EXPECT_FLOAT_EQ(b3.anisotropy_rotation, 45);
+    const auto b3 = read<Blinn_BRDF>(reflectionOldHead(3, 1.0f, 0)
+                                         .floats({2, 3, 4})
+                                         .text("")
+                                         .text("")
+                                         .text("")
+                                         .floats({0.5f, 45}));
+    EXPECT_EQ((F{b3.anisotropy, b3.anisotropy_rotation}), (F{0.5f, 45}));
 
-    RecordBuilder v4;
-    reflectionOldHead(v4, 4, 2.2f, 1).f32(2).f32(3).f32(4).absent().absent().absent();
-    v4.f32(0.5f).f32(45);
-    Blinn_BRDF b4;
-    ASSERT_TRUE(readAll(b4, v4));
+    const auto b4 = read<Blinn_BRDF>(reflectionOldHead(4, 2.2f, 1)
+                                         .floats({2, 3, 4})
+                                         .absent()
+                                         .absent()
+                                         .absent()
+                                         .floats({0.5f, 45}));
     EXPECT_FLOAT_EQ(fresnelIorOf(b4.transparency_tex), 2.2f);
     EXPECT_FLOAT_EQ(b4.anisotropy_rotation, 45);
     EXPECT_EQ(b4.name, L"BRDFReflection");
 
-    RecordBuilder v5;
-    reflectionOldHead(v5, 5, 1.0f, 0).f32(2).f32(3).f32(4).absent().absent().absent();
-    v5.f32(0.5f).f32(45).brdfSection("Shine");
-    Phong_BRDF p5;
-    ASSERT_TRUE(readAll(p5, v5));
+    RecordBuilder v5 = reflectionOldHead(5, 1.0f, 0);
+    v5.floats({2, 3, 4}).absent().absent().absent().floats({0.5f, 45}).brdfSection("Shine");
+    const auto p5 = read<Phong_BRDF>(v5);
     EXPECT_EQ(p5.name, L"Shine");
     EXPECT_FALSE(p5.transparency_tex);
+
+    // Version 6 with an absent transparency slot has no fresnel texture.
+    RecordBuilder v6;
+    v6.version(6).color(1, 1, 1).color(1, 1, 1).f32(1).f32(1).f32(0.01f).ints({8, 0, 5});
+    v6.floats({1, 1, 1, 0.3f}).absent().absent().absent().absent().f32(0).f32(0);
+    const auto p6 = read<Phong_BRDF>(v6.brdfSection("Plain"));
+    EXPECT_FALSE(p6.transparency_tex);
+    EXPECT_FLOAT_EQ(p6.transparency_tex_mult, 0.3f);
+    EXPECT_EQ(p6.name, L"Plain");
 }
 
-TEST(ReflectionBrdf, Version6WithAnAbsentTransparencySlotHasNoFresnel) {
-    RecordBuilder r;
-    r.version(6).color(1, 1, 1).color(1, 1, 1).f32(1).f32(1).f32(0.01f).i32(8).i32(0).i32(5);
-    r.f32(1).f32(1).f32(1).f32(0.3f).absent().absent().absent().absent().f32(0).f32(0);
-    r.brdfSection("Plain");
-    Phong_BRDF phong;
-    ASSERT_TRUE(readAll(phong, r));
-    EXPECT_FALSE(phong.transparency_tex);
-    EXPECT_FLOAT_EQ(phong.transparency_tex_mult, 0.3f);
-    EXPECT_EQ(phong.name, L"Plain");
-}
-
-TEST(MirrorBrdf, Version1FresnelFlagReplacesThePathTexture) {
-    RecordBuilder r;
-    r.version(1).color(1, 1, 1).color(0.5f, 0.5f, 0.5f).f32(0.9f).f32(1.6f).f32(0.02f).i32(1);
-    r.i32(3).text("old.png");
-    Mirror_BRDF mirror;
-    ASSERT_TRUE(readAll(mirror, r));
-    EXPECT_FLOAT_EQ(fresnelIorOf(mirror.transparency_tex), 1.6f);
-    EXPECT_FLOAT_EQ(mirror.transparency_tex_mult, 0.9f);
-    EXPECT_FLOAT_EQ(mirror.cutoff, 0.02f);
-    EXPECT_EQ(mirror.mirrorMode, 3);
-    EXPECT_FALSE(mirror.color_tex);
-}
-
-TEST(MirrorBrdf, LaterVersions) {
-    auto head = [](RecordBuilder& r, uint32_t v) -> RecordBuilder& {
-        return r.version(v)
-            .color(1, 1, 1)
-            .color(0.5f, 0.5f, 0.5f)
-            .f32(0.9f)
-            .f32(1.6f)
-            .f32(0.02f)
-            .i32(0)
-            .i32(2);
+TEST(MirrorBrdf, EveryVersion) {
+    auto head = [](uint32_t v, int32_t fresnelOn) {
+        RecordBuilder r;
+        r.version(v).color(1, 1, 1).color(0.5f, 0.5f, 0.5f).floats({0.9f, 1.6f, 0.02f});
+        r.i32(fresnelOn);
+        return r;
     };
-    RecordBuilder v1;
-    head(v1, 1).text("kept.png");
-    Mirror_BRDF m1;
-    ASSERT_TRUE(readAll(m1, v1));
-    EXPECT_EQ(bitmapPathOf(m1.transparency_tex), L"kept.png");
+    // Version 1: the fresnel flag replaces the path texture.
+    const auto fresnel = read<Mirror_BRDF>(head(1, 1).i32(3).text("old.png"));
+    EXPECT_FLOAT_EQ(fresnelIorOf(fresnel.transparency_tex), 1.6f);
+    EXPECT_EQ((F{fresnel.transparency_tex_mult, fresnel.cutoff}), (F{0.9f, 0.02f}));
+    EXPECT_EQ(fresnel.mirrorMode, 3);
+    EXPECT_FALSE(fresnel.color_tex);
 
-    RecordBuilder v2;
-    head(v2, 2).text("a.png").f32(4).text("b.png");
-    Mirror_BRDF m2;
-    ASSERT_TRUE(readAll(m2, v2));
-    EXPECT_EQ(bitmapPathOf(m2.transparency_tex), L"a.png");
-    EXPECT_EQ(bitmapPathOf(m2.color_tex), L"b.png");
+    EXPECT_EQ(pathOf(read<Mirror_BRDF>(head(1, 0).i32(2).text("kept.png")).transparency_tex),
+              L"kept.png");
+
+    const auto m2 = read<Mirror_BRDF>(head(2, 0).i32(2).text("a.png").f32(4).text("b.png"));
+    EXPECT_EQ((Paths{pathOf(m2.transparency_tex), pathOf(m2.color_tex)}),
+              (Paths{L"a.png", L"b.png"}));
     EXPECT_FLOAT_EQ(m2.color_tex_mult, 4);
 
-    RecordBuilder v3;
-    head(v3, 3).f32(4).absent().absent();
-    Mirror_BRDF m3;
-    ASSERT_TRUE(readAll(m3, v3));
+    const auto m3 = read<Mirror_BRDF>(head(3, 0).i32(2).f32(4).absent().absent());
     EXPECT_FALSE(m3.transparency_tex);
     EXPECT_EQ(m3.mirrorMode, 2);
 
-    RecordBuilder v4;
-    head(v4, 4).f32(4).absent().absent().brdfSection("Chrome");
-    Mirror_BRDF m4;
-    ASSERT_TRUE(readAll(m4, v4));
+    const auto m4 =
+        read<Mirror_BRDF>(head(4, 0).i32(2).f32(4).absent().absent().brdfSection("Chrome"));
     EXPECT_EQ(m4.name, L"Chrome");
 
     RecordBuilder v5;
-    v5.version(5).color(1, 1, 1).color(0.5f, 0.5f, 0.5f).f32(0.9f).f32(0.02f).i32(2).f32(4);
-    fresnelSlot(v5, 1.8f).absent().brdfSection("Chrome");
-    Mirror_BRDF m5;
-    ASSERT_TRUE(readAll(m5, v5));
+    v5.version(5).color(1, 1, 1).color(0.5f, 0.5f, 0.5f).floats({0.9f, 0.02f}).i32(2).f32(4);
+    const auto m5 = read<Mirror_BRDF>(v5.append(fresnelSlot(1.8f)).absent().brdfSection("Chrome"));
     EXPECT_FLOAT_EQ(fresnelIorOf(m5.transparency_tex), 1.8f);
     EXPECT_FLOAT_EQ(m5.color_tex_mult, 4);
 }
 
 TEST(LightBrdf, EveryVersion) {
     RecordBuilder v1;
-    v1.version(1).color(0.1f, 0.2f, 0.3f).f32(5).f32(0.5f).text("glow.png");
-    Light_BRDF l1;
-    ASSERT_TRUE(readAll(l1, v1));
+    const auto l1 =
+        read<Light_BRDF>(v1.version(1).color(0.1f, 0.2f, 0.3f).f32(5).f32(0.5f).text("glow.png"));
     EXPECT_EQ(l1.color, Color(0.1f, 0.2f, 0.3f));
-    EXPECT_FLOAT_EQ(l1.intensity, 5);
-    EXPECT_FLOAT_EQ(l1.transparency_tex_mult, 0.5f);
-    EXPECT_EQ(bitmapPathOf(l1.transparency_tex), L"glow.png");
+    EXPECT_EQ((F{l1.intensity, l1.transparency_tex_mult}), (F{5, 0.5f}));
+    EXPECT_EQ(pathOf(l1.transparency_tex), L"glow.png");
 
-    auto head = [](RecordBuilder& r, uint32_t v) -> RecordBuilder& {
-        return r.version(v)
-            .color(0.1f, 0.2f, 0.3f)
-            .color(0.4f, 0.5f, 0.6f)
-            .f32(5)
-            .f32(2)
-            .f32(3)
-            .f32(0.5f);
+    auto head = [](uint32_t v) {
+        RecordBuilder r;
+        r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).floats({5, 2, 3, 0.5f});
+        return r;
     };
-    RecordBuilder v2;
-    head(v2, 2).text("c.png").text("t.png");
-    Light_BRDF l2;
-    ASSERT_TRUE(readAll(l2, v2));
-    EXPECT_FLOAT_EQ(l2.glowLevel, 2);
-    EXPECT_FLOAT_EQ(l2.color_tex_mult, 3);
-    EXPECT_EQ(bitmapPathOf(l2.color_tex), L"c.png");
-    EXPECT_EQ(bitmapPathOf(l2.transparency_tex), L"t.png");
+    const auto l2 = read<Light_BRDF>(head(2).text("c.png").text("t.png"));
+    EXPECT_EQ((F{l2.glowLevel, l2.color_tex_mult}), (F{2, 3}));
+    EXPECT_EQ((Paths{pathOf(l2.color_tex), pathOf(l2.transparency_tex)}),
+              (Paths{L"c.png", L"t.png"}));
 
-    RecordBuilder v3;
-    head(v3, 3).absent().absent();
-    Light_BRDF l3;
-    ASSERT_TRUE(readAll(l3, v3));
+    read<Light_BRDF>(head(3).absent().absent());
+    EXPECT_EQ(read<Light_BRDF>(head(4).absent().absent().brdfSection("Lamp")).doubleSided, 1);
+    EXPECT_EQ(read<Light_BRDF>(head(5).absent().absent().brdfSection("Lamp").i32(0)).doubleSided,
+              0);
 
-    RecordBuilder v4;
-    head(v4, 4).absent().absent().brdfSection("Lamp");
-    Light_BRDF l4;
-    ASSERT_TRUE(readAll(l4, v4));
-    EXPECT_EQ(l4.doubleSided, 1);
-
-    RecordBuilder v5;
-    head(v5, 5).absent().absent().brdfSection("Lamp").i32(0);
-    Light_BRDF l5;
-    ASSERT_TRUE(readAll(l5, v5));
-    EXPECT_EQ(l5.doubleSided, 0);
-}
-
-TEST(LightBrdf, Version5StopsAtAFailedSection) {
-    RecordBuilder r;
-    r.version(5).color(1, 1, 1).color(0, 0, 0).f32(1).f32(1).f32(1).f32(1).absent().absent();
-    r.u32(0x40001).i32(0);
+    // Version 5 stops at a failed section.
+    RecordBuilder r = head(5);
+    r.absent().absent().u32(0x40001).i32(0);
     Light_BRDF light;
     QuickArchive archive = r.archive();
     EXPECT_FALSE(light.deserialize(archive));
@@ -438,7 +331,7 @@ TEST(LightBrdf, Version5StopsAtAFailedSection) {
     EXPECT_EQ(archive.readPos(), r.size() - 4);
 }
 
-TEST(BrdfLayers, RefuseBadVersionWords) {
+TEST(BrdfLayers, RefuseBadVersionWordsAndAnUnknownTextureId) {
     const int currentMajor[] = {6, 4, 6, 6, 5, 5};
     const int ids[] = {1, 2, 4, 8, 16, 32};
     for (int i = 0; i < 6; ++i) {
@@ -451,13 +344,9 @@ TEST(BrdfLayers, RefuseBadVersionWords) {
             EXPECT_EQ(layer->name, layer->pluginType());
         }
     }
-}
-
-TEST(BrdfLayers, RefuseAnUnknownTextureId) {
     RecordBuilder r;
     r.version(2).color(0, 0, 0).color(0, 0, 0).f32(1).f32(1).boolean(true).i32(13);
-    Diffuse_BRDF diffuse;
-    EXPECT_FALSE(deserializeFrom(diffuse, r));
+    EXPECT_FALSE(deserializeFrom(Diffuse_BRDF(), r));
 }
 
 TEST(BrdfLayers, SerializeReadsBackAndClonesShareNoChild) {

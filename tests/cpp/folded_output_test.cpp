@@ -3,8 +3,6 @@
 // Records go in as bytes, the way a conversion gets them.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "convert/conversions.h"
@@ -29,31 +27,6 @@ RecordBuilder bumpAround(const std::string& name, float mult, const std::string&
     bitmapSlot(r.version(3).f32(mult), path).i32(id).append(inner);
     section(r, name, "6f1c2d3e-0000-4000-8000-0000000000b1");
     return r;
-}
-
-std::string convert(const RecordBuilder& record, int32_t type) {
-    QuickArchive archive = record.archive();
-    const auto xml = convertMaterial(archive, type);
-    EXPECT_TRUE(xml) << "type " << type;
-    EXPECT_EQ(archive.readPos(), record.size());
-    return xml.value_or("");
-}
-
-std::vector<uint8_t> sampleBytes(const char* file) {
-    std::ifstream in(std::string(QUILLON_SAMPLES_DIR) + "/" + file);
-    EXPECT_TRUE(in) << file;
-    const std::string json((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    std::vector<uint8_t> bytes;
-    int value = -1;
-    for (char c : json) {
-        if (c >= '0' && c <= '9') {
-            value = (value < 0 ? 0 : value * 10) + (c - '0');
-        } else if (value >= 0) {
-            bytes.push_back(static_cast<uint8_t>(value));
-            value = -1;
-        }
-    }
-    return bytes;
 }
 
 // A layered material's folded block, at the root, with one default diffuse layer.
@@ -82,11 +55,10 @@ TEST_F(FoldedOutputTest, OnlyTheOuterOfTwoNestedBumpsCounts) {
     const RecordBuilder outer = bumpAround("Outer", 0.5f, "C:/outer.png", 3, inner);
     const std::string xml = convert(outer, MaterialBump::kType);
     const Outline out = outline(xml);
-    EXPECT_EQ(out.urls, (Names{"/Outer/bump_tex/TexBitmap/uvwgen/UVWGenChannel",
-                               "/Outer/bump_tex/TexBitmap/buffer/BitmapBuffer",
-                               "/Outer/bump_tex/TexBitmap", "/Outer/Layer", "/Outer"}));
-    EXPECT_EQ(out.parameters,
-              (Names{"double_sided", "brdfs", "bump_on", "bump_tex_mult", "bump_tex"}));
+    EXPECT_EQ(out.urls, words("/Outer/bump_tex/TexBitmap/uvwgen/UVWGenChannel "
+                              "/Outer/bump_tex/TexBitmap/buffer/BitmapBuffer "
+                              "/Outer/bump_tex/TexBitmap /Outer/Layer /Outer"));
+    EXPECT_EQ(out.parameters, words("double_sided brdfs bump_on bump_tex_mult bump_tex"));
     EXPECT_NE(xml.find("<value>0.5</value>"), std::string::npos);
     EXPECT_EQ(xml.find("inner.png"), std::string::npos);
     EXPECT_EQ(xml.find("Inner"), std::string::npos);
@@ -173,14 +145,14 @@ TEST_F(FoldedOutputTest, ReferenceWithAMissingTargetFoldsItsResolvedCopy) {
     EXPECT_EQ(convert(r, MaterialReference::kType), expectedBrickDocument());
 
     // With nothing resolved the reference gives nothing, and a layout leaves its slot out.
-    RecordBuilder bare;
-    section(bare.version(1), "Ref").text("no-such-uuid");
-    EXPECT_EQ(convert(bare, MaterialReference::kType), document(""));
+    EXPECT_EQ(convert(section(RecordBuilder().version(1), "Ref").text("no-such-uuid"),
+                      MaterialReference::kType),
+              document(""));
     RecordBuilder blend;
     section(section(blend.version(1), "Blend").boolean(true).i32(13).version(1), "Ref").text("x");
     layeredSlot(blend, "Two", "Layer").f32(75).f32(150);
     EXPECT_EQ(outline(convert(blend, MaterialAngleBlend::kType)).parameters,
-              (Names{"mtl_two", "start_angle", "stop_angle"}));
+              words("mtl_two start_angle stop_angle"));
 }
 
 TEST_F(FoldedOutputTest, ReferenceFoundInTheSetIsWalkedLive) {
@@ -196,9 +168,8 @@ TEST_F(FoldedOutputTest, ReferenceFoundInTheSetIsWalkedLive) {
     std::wstring text;
     AssetXmlWriter writer(text);
     convertMaterialTree(writer, bump);
-    EXPECT_EQ(outline(text).urls, (Names{"/Wrap"}));
-    EXPECT_EQ(outline(text).parameters,
-              (Names{"double_sided", "brdfs", "bump_on", "bump_tex_mult", "bump_tex"}));
+    EXPECT_EQ(outline(text).urls, Names{"/Wrap"});
+    EXPECT_EQ(outline(text).parameters, words("double_sided brdfs bump_on bump_tex_mult bump_tex"));
 }
 
 TEST_F(FoldedOutputTest, EveryWrapperKindFoldsInItsOrder) {
@@ -229,52 +200,23 @@ TEST_F(FoldedOutputTest, EveryWrapperKindFoldsInItsOrder) {
     }
     urls.insert(urls.end(), {"/Top/Layer", "/Top"});
     EXPECT_EQ(out.urls, urls);
-    EXPECT_EQ(out.parameters, (Names{"double_sided",
-                                     "brdfs",
-                                     "bump_on",
-                                     "bump_tex_mult",
-                                     "bump_tex",
-                                     "displace_on",
-                                     "displace_shift",
-                                     "displace_edge_length",
-                                     "displace_tex_mult",
-                                     "displace_max_subdivs",
-                                     "displace_continuity",
-                                     "displace_view_dependent",
-                                     "displace_use_globals",
-                                     "displace_tex",
-                                     "gi_tex",
-                                     "bg_tex",
-                                     "reflect_tex",
-                                     "refract_tex",
-                                     "gi_color",
-                                     "bg_color",
-                                     "reflect_color",
-                                     "refract_color",
-                                     "bg_tex_mult",
-                                     "gi_tex_mult",
-                                     "reflect_tex_mult",
-                                     "refract_tex_mult",
-                                     "override_bg",
-                                     "override_gi",
-                                     "override_reflect",
-                                     "override_refract",
-                                     "ignore_objects",
-                                     "short_circuit",
-                                     "alpha",
-                                     "alpha_tex_mult",
-                                     "alpha_tex"}));
+    EXPECT_EQ(out.parameters,
+              words("double_sided brdfs bump_on bump_tex_mult bump_tex displace_on displace_shift "
+                    "displace_edge_length displace_tex_mult displace_max_subdivs "
+                    "displace_continuity displace_view_dependent displace_use_globals displace_tex "
+                    "gi_tex bg_tex reflect_tex refract_tex gi_color bg_color reflect_color "
+                    "refract_color bg_tex_mult gi_tex_mult reflect_tex_mult refract_tex_mult "
+                    "override_bg override_gi override_reflect override_refract ignore_objects "
+                    "short_circuit alpha alpha_tex_mult alpha_tex"));
 }
 
 TEST_F(FoldedOutputTest, TreesWithoutALayeredMaterialGiveAnEmptyDocument) {
     RecordBuilder multi;
     section(plainLayered(multi.version(2).u32(1).u32(1), "Inside", "Layer"), "Multi");
     EXPECT_EQ(convert(multi, MaterialMulti::kType), document(""));
-    RecordBuilder instance;
-    section(instance.version(1), "Inst");
-    EXPECT_EQ(convert(instance, MaterialInstance::kType), document(""));
-    RecordBuilder bumpAroundMulti = bumpAround("B", 1, "C:/b.png", 2, multi);
-    EXPECT_EQ(convert(bumpAroundMulti, MaterialBump::kType), document(""));
+    EXPECT_EQ(convert(section(RecordBuilder().version(1), "Inst"), MaterialInstance::kType),
+              document(""));
+    EXPECT_EQ(convert(bumpAround("B", 1, "C:/b.png", 2, multi), MaterialBump::kType), document(""));
 
     // A linked material is transparent: its base material folds under the link's name.
     RecordBuilder linked;

@@ -33,27 +33,19 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
         RecordBuilder r;
         r.version(1).u32(static_cast<uint32_t>(kind)).text("Host Brick");
         MaterialLinked::IdData id;
-        QuickArchive archive = r.archive();
-        ASSERT_TRUE(id.deserialize(archive));
+        ASSERT_TRUE(readAll(id, r));
         EXPECT_EQ(id.kind, kind);
         EXPECT_EQ(id.text, L"Host Brick");
         expectWritesBack(id, r);
     }
-    RecordBuilder number;
-    number.version(1).u32(2).i32(-7);
-    MaterialLinked::IdData id;
-    QuickArchive archive = number.archive();
-    ASSERT_TRUE(id.deserialize(archive));
+    MaterialLinked::IdData id =
+        readAs<MaterialLinked::IdData>(RecordBuilder().version(1).u32(2).i32(-7));
     EXPECT_EQ(id.number, -7);
 
     for (uint32_t kind : {3u, 0xFFFFFFFFu}) {
-        RecordBuilder bad;
-        bad.version(1).u32(kind).i32(0);
-        EXPECT_FALSE(deserializeFrom(id, bad)) << kind;
+        EXPECT_FALSE(deserializeFrom(id, RecordBuilder().version(1).u32(kind).i32(0))) << kind;
     }
-    RecordBuilder version2;
-    version2.version(2).u32(2).i32(0);
-    EXPECT_FALSE(deserializeFrom(id, version2));
+    EXPECT_FALSE(deserializeFrom(id, RecordBuilder().version(2).u32(2).i32(0)));
     id.kind = 3;
     QuickArchive out;
     EXPECT_FALSE(id.serialize(out));
@@ -67,8 +59,7 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     r.version(1).version(1).u32(0).text("Host Brick").i32(1);
     section(plainLayered(r, "Inner", "Layer"), "Link", "lk");
     MaterialLinked linked;
-    QuickArchive archive = r.archive();
-    ASSERT_TRUE(linked.deserialize(archive));
+    ASSERT_TRUE(readAll(linked, r));
     EXPECT_EQ(linked.name, L"Link");
     EXPECT_EQ(linked.base_mtl->name, L"Inner");
     expectWritesBack(linked, r);
@@ -83,9 +74,8 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     EXPECT_FALSE(clone->isEqual(shared));
 
     // An unknown id leaves no base material; without one nothing can be written.
-    RecordBuilder unknown;
-    unknown.version(1).version(1).u32(2).i32(0).i32(15);
-    EXPECT_FALSE(deserializeFrom(linked, unknown));
+    EXPECT_FALSE(
+        deserializeFrom(linked, RecordBuilder().version(1).version(1).u32(2).i32(0).i32(15)));
     EXPECT_FALSE(linked.base_mtl);
     EXPECT_EQ(linked.name, L"Link");  // setDefaults leaves the name alone
     QuickArchive none;
@@ -94,10 +84,8 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
 }
 
 TEST_F(LinkedTest, ReferenceReadsBothVersions) {
-    RecordBuilder v1;
-    section(v1.version(1), "Ref").text("target-1");
     MaterialReference r1;
-    ASSERT_TRUE(deserializeFrom(r1, v1));
+    ASSERT_TRUE(deserializeFrom(r1, section(RecordBuilder().version(1), "Ref").text("target-1")));
     EXPECT_EQ(r1.target, L"target-1");
     EXPECT_FALSE(r1.resolved);  // until a write or a walk finds the target
 
@@ -108,15 +96,13 @@ TEST_F(LinkedTest, ReferenceReadsBothVersions) {
     ASSERT_TRUE(r2.resolved);
     EXPECT_EQ(r2.resolved->name, L"Copy");
 
-    RecordBuilder badSection;
-    badSection.version(2).version(3).text("Ref").text("").text("t");
     MaterialReference refused;
-    EXPECT_FALSE(deserializeFrom(refused, badSection));
+    EXPECT_FALSE(deserializeFrom(
+        refused, RecordBuilder().version(2).version(3).text("Ref").text("").text("t")));
     EXPECT_TRUE(refused.target.empty());
 
-    RecordBuilder failing;
-    section(failing.version(2), "Ref").text("t").boolean(true).i32(15);
-    EXPECT_FALSE(deserializeFrom(refused, failing));
+    EXPECT_FALSE(deserializeFrom(
+        refused, section(RecordBuilder().version(2), "Ref").text("t").boolean(true).i32(15)));
 }
 
 TEST_F(LinkedTest, ReferenceWriteRefreshesResolvedFromTheSet) {

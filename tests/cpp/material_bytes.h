@@ -2,12 +2,17 @@
 // material among them) and the expected text of folded material blocks.
 #pragma once
 
+#include <fstream>
+#include <iterator>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "convert/conversions.h"
 #include "materials/scene_materials.h"
 #include "record_builder.h"
+#include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
 namespace material_test {
@@ -219,5 +224,56 @@ inline Outline outline(const std::wstring& xml) {
 }
 
 inline Outline outline(const std::string& utf8) { return outline(CorvaneCore::utf8ToWide(utf8)); }
+
+// The words of `text`, split at spaces: a compact way to write a long list of names.
+inline Names words(const std::string& text) {
+    std::istringstream in(text);
+    return Names(std::istream_iterator<std::string>(in), std::istream_iterator<std::string>());
+}
+
+// The XML a material or layer writes of itself under `url`.
+template <class T>
+std::wstring xmlOf(T& object, const std::wstring& url = L"") {
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    object.writeXML(writer, url);
+    return text;
+}
+
+// Reads the whole record into a new object; the read must succeed.
+template <class T>
+T readAs(const RecordBuilder& record) {
+    T object;
+    EXPECT_TRUE(readAll(object, record));
+    return object;
+}
+
+// The document of a material record of type `type`; the conversion must succeed and read the
+// whole record.
+inline std::string convert(const RecordBuilder& record, int32_t type) {
+    CorvaneCore::QuickArchive archive = record.archive();
+    const auto xml = CorvaneCore::convertMaterial(archive, type);
+    EXPECT_TRUE(xml) << "type " << type;
+    EXPECT_EQ(archive.readPos(), record.size());
+    return xml.value_or("");
+}
+
+// The bytes of a bundled JSON sample: an array of numbers 0 to 255.
+inline std::vector<uint8_t> sampleBytes(const std::string& file) {
+    std::ifstream in(std::string(QUILLON_SAMPLES_DIR) + "/" + file);
+    EXPECT_TRUE(in) << file;
+    const std::string json((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::vector<uint8_t> bytes;
+    int value = -1;
+    for (char c : json) {
+        if (c >= '0' && c <= '9') {
+            value = (value < 0 ? 0 : value * 10) + (c - '0');
+        } else if (value >= 0) {
+            bytes.push_back(static_cast<uint8_t>(value));
+            value = -1;
+        }
+    }
+    return bytes;
+}
 
 }  // namespace material_test

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "convert/conversions.h"
@@ -25,102 +23,88 @@ namespace {
 
 class MaterialTest : public MaterialSetTest {};
 
+using Ints = std::vector<int32_t>;
+
 }  // namespace
 
 TEST_F(MaterialTest, EmptyNamesBecomeUniqueDefaultNamesWithoutEnteringTheSet) {
-    RecordBuilder v1;
-    v1.version(1).u32(0).i32(0).i32(0).text("");
-    MaterialLayeredBRDF first;
-    ASSERT_TRUE(readAll(first, v1));
+    const auto first =
+        readAs<MaterialLayeredBRDF>(RecordBuilder().version(1).u32(0).i32(0).i32(0).text(""));
     EXPECT_EQ(first.name, L"DefaultMaterial");
     EXPECT_TRUE(sceneMaterials()->materials.empty());
 
     auto taken = std::make_shared<MaterialLayeredBRDF>();
     taken->name = L"DefaultMaterial";
     ASSERT_TRUE(sceneMaterials()->addMaterial(taken));
-    RecordBuilder v2;
-    v2.version(2).u32(0).i32(0).i32(0).version(1).text("");
-    MaterialLayeredBRDF second;
-    ASSERT_TRUE(readAll(second, v2));
-    EXPECT_EQ(second.name, L"DefaultMaterial1");
+    EXPECT_EQ(readAs<MaterialLayeredBRDF>(
+                  RecordBuilder().version(2).u32(0).i32(0).i32(0).version(1).text(""))
+                  .name,
+              L"DefaultMaterial1");
 }
 
 TEST_F(MaterialTest, SectionStripsControlCharactersAndRefusesBadWords) {
-    RecordBuilder r;
-    r.version(2).u32(0).i32(0).i32(0).version(2).text("Red\tBrick\x7f").text("id-1");
-    MaterialLayeredBRDF material;
-    ASSERT_TRUE(readAll(material, r));
+    const auto material = readAs<MaterialLayeredBRDF>(RecordBuilder()
+                                                          .version(2)
+                                                          .u32(0)
+                                                          .i32(0)
+                                                          .i32(0)
+                                                          .version(2)
+                                                          .text("Red\tBrick\x7f")
+                                                          .text("id-1"));
     EXPECT_EQ(material.name, L"RedBrick");
     EXPECT_EQ(material.uuid, L"id-1");
 
     for (uint32_t word : {0x30000u, 0x20001u}) {
-        RecordBuilder bad;
-        bad.version(2).u32(0).i32(0).i32(0).u32(word).text("Ignored");
         MaterialLayeredBRDF refused;
-        EXPECT_FALSE(deserializeFrom(refused, bad));
+        EXPECT_FALSE(deserializeFrom(
+            refused, RecordBuilder().version(2).u32(0).i32(0).i32(0).u32(word).text("Ignored")));
         EXPECT_EQ(refused.name, L"DefaultMaterial");
     }
 }
 
 TEST_F(MaterialTest, LayeredReadsEveryVersion) {
-    RecordBuilder v1;
-    diffuseLayer(v1.version(1).u32(1), "Base").i32(0).i32(7).text("Old");
-    MaterialLayeredBRDF m1;
-    ASSERT_TRUE(readAll(m1, v1));
+    const auto m1 = readAs<MaterialLayeredBRDF>(
+        diffuseLayer(RecordBuilder().version(1).u32(1), "Base").i32(0).i32(7).text("Old"));
     ASSERT_EQ(m1.brdfs.size(), 1u);
     EXPECT_EQ(m1.brdfs[0]->name, L"Base");
-    EXPECT_EQ(m1.double_sided, 0);
-    EXPECT_EQ(m1.layeredOptionA, 7);
+    EXPECT_EQ((Ints{m1.double_sided, m1.layeredOptionA}), (Ints{0, 7}));
     EXPECT_EQ(m1.name, L"Old");
 
-    RecordBuilder v2;
-    v2.version(2).u32(0).i32(1).i32(0).version(1).text("Two");
-    MaterialLayeredBRDF m2;
-    ASSERT_TRUE(readAll(m2, v2));
+    const auto m2 = readAs<MaterialLayeredBRDF>(
+        RecordBuilder().version(2).u32(0).i32(1).i32(0).version(1).text("Two"));
     EXPECT_EQ(m2.name, L"Two");
     EXPECT_EQ(m2.layeredOptionB, 1);
 
     RecordBuilder v3;
     diffuseLayer(diffuseLayer(v3.version(3).u32(2), "A"), "B").i32(1).i32(0).i32(5).i32(6);
     v3.version(2).text("Three").text("u3");
-    MaterialLayeredBRDF m3;
-    ASSERT_TRUE(readAll(m3, v3));
+    const auto m3 = readAs<MaterialLayeredBRDF>(v3);
     EXPECT_EQ(m3.brdfs.size(), 2u);
-    EXPECT_EQ(m3.layeredOptionB, 5);
-    EXPECT_EQ(m3.layeredOptionC, 6);
-    EXPECT_EQ(m3.layeredOptionD, 0);
+    EXPECT_EQ((Ints{m3.layeredOptionB, m3.layeredOptionC, m3.layeredOptionD}), (Ints{5, 6, 0}));
 
     RecordBuilder v4;
     v4.version(4).u32(0).i32(1).i32(0).i32(1).i32(1).version(2).text("Four").text("").i32(9);
-    MaterialLayeredBRDF m4;
-    ASSERT_TRUE(readAll(m4, v4));
-    EXPECT_EQ(m4.layeredOptionD, 9);
+    EXPECT_EQ(readAs<MaterialLayeredBRDF>(v4).layeredOptionD, 9);
 }
 
 TEST_F(MaterialTest, LayeredListFailuresKeepWhatWasRead) {
-    RecordBuilder unknown;
-    diffuseLayer(unknown.version(4).u32(3), "Kept").i32(3);
     MaterialLayeredBRDF m;
-    QuickArchive archive = unknown.archive();
-    EXPECT_FALSE(m.deserialize(archive));
+    EXPECT_FALSE(
+        deserializeFrom(m, diffuseLayer(RecordBuilder().version(4).u32(3), "Kept").i32(3)));
     ASSERT_EQ(m.brdfs.size(), 1u);
     EXPECT_EQ(m.brdfs[0]->name, L"Kept");
 
     // A declared count far beyond the data ends as soon as the bytes do.
-    RecordBuilder huge;
-    diffuseLayer(huge.version(4).u32(0xFFFFFFFFu), "Only");
     MaterialLayeredBRDF big;
-    EXPECT_FALSE(deserializeFrom(big, huge));
+    EXPECT_FALSE(
+        deserializeFrom(big, diffuseLayer(RecordBuilder().version(4).u32(0xFFFFFFFFu), "Only")));
     EXPECT_EQ(big.brdfs.size(), 1u);
 }
 
 TEST_F(MaterialTest, SingleReadsBothVersionsAndSharesItsLayer) {
-    RecordBuilder v1;
-    diffuseLayer(v1.version(1).i32(3).i32(4).text("Solo"), "Layer");
-    MaterialSingleBRDF s1;
-    ASSERT_TRUE(readAll(s1, v1));
-    EXPECT_EQ(s1.singleOptionA, 3);
-    EXPECT_EQ(s1.singleOptionB, 4);
+    const auto s1 = readAs<MaterialSingleBRDF>(
+        diffuseLayer(RecordBuilder().version(1).i32(3).i32(4).text("Solo"), "Layer"));
+    EXPECT_EQ((Ints{s1.singleOptionA, s1.singleOptionB}), (Ints{3, 4}));
     EXPECT_EQ(s1.name, L"Solo");
     ASSERT_TRUE(s1.brdf);
     EXPECT_EQ(s1.brdf->name, L"Layer");
@@ -212,37 +196,14 @@ TEST_F(MaterialTest, LayeredOwnXmlWithAnEmptyListHasAnEmptyBrdfsList) {
 
 TEST_F(MaterialTest, BrickRecordConvertsToTheFoldedDocument) {
     const RecordBuilder brick = brickRecord();
-    QuickArchive archive = brick.archive();
-    const auto xml = convertMaterial(archive, 1);
-    ASSERT_TRUE(xml);
-    EXPECT_EQ(*xml, expectedBrickDocument());
-    EXPECT_EQ(archive.readPos(), brick.size());
-}
-
-TEST_F(MaterialTest, BundledBrickSampleIsTheBrickRecord) {
-    std::ifstream in(QUILLON_SAMPLES_DIR "/material_type1_brick.json");
-    ASSERT_TRUE(in);
-    const std::string json((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    std::vector<uint8_t> bytes;
-    int value = -1;
-    for (char c : json) {
-        if (c >= '0' && c <= '9') {
-            value = (value < 0 ? 0 : value * 10) + (c - '0');
-        } else if (value >= 0) {
-            bytes.push_back(static_cast<uint8_t>(value));
-            value = -1;
-        }
-    }
-    EXPECT_EQ(bytes, brickRecord().bytes());
+    EXPECT_EQ(sampleBytes("material_type1_brick.json"), brick.bytes());  // the bundled sample
+    EXPECT_EQ(convert(brick, MaterialLayeredBRDF::kType), expectedBrickDocument());
 }
 
 TEST_F(MaterialTest, SingleMaterialGivesAnEmptyDocument) {
     RecordBuilder r;
     diffuseLayer(r.version(2).i32(0).i32(0), "Layer").version(2).text("Solo").text("");
-    QuickArchive archive = r.archive();
-    const auto xml = convertMaterial(archive, 0);
-    ASSERT_TRUE(xml);
-    EXPECT_EQ(*xml, "  <Assets>\n  </Assets>\n");
+    EXPECT_EQ(convert(r, MaterialSingleBRDF::kType), document(""));
 
     std::wstring text;
     AssetXmlWriter writer(text);

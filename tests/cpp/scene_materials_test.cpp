@@ -8,21 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "material_bytes.h"
 #include "materials/material.h"
-#include "record_builder.h"
 
 using namespace CorvaneCore;
 
 namespace {
 
-class SceneMaterialsTest : public ::testing::Test {
+class SceneMaterialsTest : public material_test::MaterialSetTest {
 protected:
-    void SetUp() override { clear(); }
-    void TearDown() override { clear(); }
-    static void clear() {
-        set().materials.clear();
-        set().ids.clear();
-    }
     static SceneMaterials& set() { return *sceneMaterials(); }
     static MaterialPtr enter(const std::wstring& name, const std::wstring& uuid = L"") {
         auto material = std::make_shared<MaterialLayeredBRDF>();
@@ -167,9 +161,7 @@ TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
     r.version(1).u32(2);
     layeredMaterial(r, "Brick", "");
     layeredMaterial(r, "Stone", "uuid-stone");
-    QuickArchive archive = r.archive();
-    ASSERT_TRUE(set().deserialize(archive));
-    EXPECT_EQ(archive.readPos(), r.size());
+    ASSERT_TRUE(readAll(set(), r));
     ASSERT_EQ(set().materials.size(), 2u);
     EXPECT_EQ(set().findByUuid(L"uuid-stone"), set().findByName(L"Stone"));
     ASSERT_EQ(set().ids.size(), 2u);
@@ -195,9 +187,7 @@ TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
     r.version(2).u32(1);
     layeredMaterial(r, "Brick", "");
     r.u32(2).text("uuid-brick").text("Brick").text("uuid-gone").text("Vanished");
-    QuickArchive archive = r.archive();
-    ASSERT_TRUE(set().deserialize(archive));
-    EXPECT_EQ(archive.readPos(), r.size());
+    ASSERT_TRUE(readAll(set(), r));
     EXPECT_EQ(set().findByUuid(L"uuid-brick"), set().findByName(L"Brick"));
     EXPECT_FALSE(set().findByUuid(L"uuid-gone"));
     EXPECT_EQ(set().ids.at(L"uuid-gone"), L"Vanished");
@@ -213,18 +203,13 @@ TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
 
 TEST_F(SceneMaterialsTest, RefusedStreamsAndBoundedCounts) {
     enter(L"Before");
-    RecordBuilder badWord;
-    badWord.u32(0x20001).u32(0);
-    EXPECT_FALSE(deserializeFrom(set(), badWord));
+    EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().u32(0x20001).u32(0)));
     EXPECT_TRUE(set().materials.empty());
 
-    RecordBuilder unknownType;
-    unknownType.version(2).u32(1).i32(15);
-    EXPECT_FALSE(deserializeFrom(set(), unknownType));
+    EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().version(2).u32(1).i32(15)));
 
-    RecordBuilder hugeCounts;
-    hugeCounts.version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v");
-    EXPECT_TRUE(deserializeFrom(set(), hugeCounts));
+    EXPECT_TRUE(deserializeFrom(
+        set(), RecordBuilder().version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v")));
     EXPECT_EQ(set().ids.at(L"k"), L"v");
     EXPECT_LE(set().ids.size(), 2u);
 
