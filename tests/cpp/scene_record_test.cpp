@@ -25,16 +25,24 @@ bool readScene(const StreamBuilder& b, bool* consumedAll = nullptr) {
     return ok;
 }
 
-// Watches for the upgrade check: the pass's first host call is the active model.
+// Watches for the upgrade check: the pass's first host call is the active model. A record
+// changes the shared default sun and the module's options; both are put back afterwards so no
+// other test sees them.
 class SceneRecordTest : public ::testing::Test {
 protected:
     void SetUp() override {
         host.model = nullptr;  // the check stops at once, as with no model open
         SkpMaterialEditor::instance().setHost(&host);
     }
-    void TearDown() override { SkpMaterialEditor::instance().setHost(nullptr); }
+    void TearDown() override {
+        SkpMaterialEditor::instance().setHost(nullptr);
+        *defaultSunLight() = savedSun;
+        SkpModule::instance().options = savedOptions;
+    }
 
     upgrade_test::FakeHost host;
+    const SunLight savedSun = *defaultSunLight();
+    const AllOptions savedOptions = SkpModule::instance().options;
 };
 
 }  // namespace
