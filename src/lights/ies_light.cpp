@@ -24,29 +24,6 @@ void IESLight::setDefaults() {
     intensity = 1.0f;
 }
 
-bool IESLight::serialize(QuickArchive& archive) {
-    writeVersion(archive, kNewestVersion);
-    FieldWriter write{archive};
-    visitFields(write, *this);
-    return true;
-}
-
-bool IESLight::deserialize(QuickArchive& archive) {
-    setDefaults();
-    uint32_t major = 0;
-    if (!readLightVersion(archive, kNewestVersion, major)) return false;
-    FieldReader read{archive, major};
-    visitFields(read, *this);
-    return true;
-}
-
-std::shared_ptr<BaseLight> IESLight::clone() { return std::make_shared<IESLight>(*this); }
-
-bool IESLight::isEqual(const std::shared_ptr<BaseLight>& other) {
-    const IESLight* that = asSameClass<IESLight>(other);
-    return that && sameFields(*this, *that);
-}
-
 int IESLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
     name += L"/" + pluginType();
     beginLightXml(writer, name, *this);

@@ -4,22 +4,17 @@
 #include <string>
 
 #include "archive/value_types.h"
-#include "lights/base_light.h"
+#include "lights/light_fields.h"
 
 namespace CorvaneCore {
 
-class IESLight : public BaseLight {
+class IESLight : public ListedLight<IESLight> {
 public:
     static constexpr int kType = 6;
     static constexpr uint32_t kNewestVersion = 3;
 
     IESLight() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    bool deserialize(QuickArchive& archive) override;
-    int getType() override { return kType; }
-    std::shared_ptr<BaseLight> clone() override;
-    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
     void setDefaults() override;
 
     int writeXML(AssetXmlWriter& writer, std::wstring name) override;

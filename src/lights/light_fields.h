@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "archive/compare.h"
@@ -67,6 +68,48 @@ bool sameFields(const Light& a, const Light& b) {
     Light::visitFields(compare, a, b);
     return compare.same;
 }
+
+// The record operations of a light whose stored fields are all in its `visitFields` list: the
+// version word, then the fields that version holds. A class whose record carries more (a
+// transform curve) extends the operations through `writeFields` and `readFields`.
+template <class Light>
+class ListedLight : public BaseLight {
+public:
+    int getType() override { return Light::kType; }
+    bool serialize(QuickArchive& archive) override {
+        writeFields(archive);
+        return true;
+    }
+    bool deserialize(QuickArchive& archive) override {
+        uint32_t major = 0;
+        return readFields(archive, major);
+    }
+    std::shared_ptr<BaseLight> clone() override { return std::make_shared<Light>(self()); }
+    bool isEqual(const std::shared_ptr<BaseLight>& other) override {
+        const Light* that = asSameClass<Light>(other);
+        return that && sameFields(self(), *that);
+    }
+
+protected:
+    // Only the newest layout is ever written.
+    void writeFields(QuickArchive& archive) {
+        writeVersion(archive, Light::kNewestVersion);
+        FieldWriter write{archive};
+        Light::visitFields(write, self());
+    }
+    // Back to the defaults, then the version word and the fields of that version; false, with
+    // nothing more read, for a word the class does not know.
+    bool readFields(QuickArchive& archive, uint32_t& major) {
+        self().setDefaults();
+        if (!readLightVersion(archive, Light::kNewestVersion, major)) return false;
+        FieldReader read{archive, major};
+        Light::visitFields(read, self());
+        return true;
+    }
+
+private:
+    Light& self() { return static_cast<Light&>(*this); }
+};
 
 // Asset, plugin and parameters around a light's parameter list.
 void beginLightXml(AssetXmlWriter& writer, const std::wstring& url, BaseLight& light);

@@ -22,18 +22,13 @@ void MayaDirectLight::setDefaults() {
 }
 
 bool MayaDirectLight::serialize(QuickArchive& archive) {
-    writeVersion(archive, kNewestVersion);
-    FieldWriter write{archive};
-    visitFields(write, *this);
+    writeFields(archive);
     return transform.serialize(archive);
 }
 
 bool MayaDirectLight::deserialize(QuickArchive& archive) {
-    setDefaults();
     uint32_t major = 0;
-    if (!readLightVersion(archive, kNewestVersion, major)) return false;
-    FieldReader read{archive, major};
-    visitFields(read, *this);
+    if (!readFields(archive, major)) return false;
     if (major == 2) {
         // Version 2 kept a plain transform where the curve stands now.
         Transform plain;
@@ -43,15 +38,6 @@ bool MayaDirectLight::deserialize(QuickArchive& archive) {
         return transform.deserialize(archive);
     }
     return true;
-}
-
-std::shared_ptr<BaseLight> MayaDirectLight::clone() {
-    return std::make_shared<MayaDirectLight>(*this);
-}
-
-bool MayaDirectLight::isEqual(const std::shared_ptr<BaseLight>& other) {
-    const MayaDirectLight* that = asSameClass<MayaDirectLight>(other);
-    return that && sameFields(*this, *that);
 }
 
 int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::wstring name) {

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "archive/value_types.h"
-#include "lights/base_light.h"
+#include "lights/light_fields.h"
 #include "params/animated.h"
 
 namespace CorvaneCore {
 
-class MayaDirectLight : public BaseLight {
+class MayaDirectLight : public ListedLight<MayaDirectLight> {
 public:
     static constexpr int kType = 0;
     static constexpr uint32_t kNewestVersion = 4;
@@ -16,10 +16,7 @@ public:
 
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
-    int getType() override { return kType; }
-    std::shared_ptr<BaseLight> clone() override;
     // The transform takes no part in the comparison.
-    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
     void setDefaults() override;
 
     int writeXML(AssetXmlWriter& writer, std::wstring name) override;

@@ -26,29 +26,6 @@ void OmniLight::setDefaults() {
     affectSpecular = true;
 }
 
-bool OmniLight::serialize(QuickArchive& archive) {
-    writeVersion(archive, kNewestVersion);
-    FieldWriter write{archive};
-    visitFields(write, *this);
-    return true;
-}
-
-bool OmniLight::deserialize(QuickArchive& archive) {
-    setDefaults();
-    uint32_t major = 0;
-    if (!readLightVersion(archive, kNewestVersion, major)) return false;
-    FieldReader read{archive, major};
-    visitFields(read, *this);
-    return true;
-}
-
-std::shared_ptr<BaseLight> OmniLight::clone() { return std::make_shared<OmniLight>(*this); }
-
-bool OmniLight::isEqual(const std::shared_ptr<BaseLight>& other) {
-    const OmniLight* that = asSameClass<OmniLight>(other);
-    return that && sameFields(*this, *that);
-}
-
 int OmniLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
     name += L"/" + pluginType();
     beginLightXml(writer, name, *this);

@@ -2,22 +2,17 @@
 #pragma once
 
 #include "archive/value_types.h"
-#include "lights/base_light.h"
+#include "lights/light_fields.h"
 
 namespace CorvaneCore {
 
-class OmniLight : public BaseLight {
+class OmniLight : public ListedLight<OmniLight> {
 public:
     static constexpr int kType = 2;
     static constexpr uint32_t kNewestVersion = 4;
 
     OmniLight() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    bool deserialize(QuickArchive& archive) override;
-    int getType() override { return kType; }
-    std::shared_ptr<BaseLight> clone() override;
-    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
     void setDefaults() override;
 
     int writeXML(AssetXmlWriter& writer, std::wstring name) override;

@@ -33,31 +33,6 @@ void RectangleLight::setDefaults() {
     affectReflections = true;
 }
 
-bool RectangleLight::serialize(QuickArchive& archive) {
-    writeVersion(archive, kNewestVersion);
-    FieldWriter write{archive};
-    visitFields(write, *this);
-    return true;
-}
-
-bool RectangleLight::deserialize(QuickArchive& archive) {
-    setDefaults();
-    uint32_t major = 0;
-    if (!readLightVersion(archive, kNewestVersion, major)) return false;
-    FieldReader read{archive, major};
-    visitFields(read, *this);
-    return true;
-}
-
-std::shared_ptr<BaseLight> RectangleLight::clone() {
-    return std::make_shared<RectangleLight>(*this);
-}
-
-bool RectangleLight::isEqual(const std::shared_ptr<BaseLight>& other) {
-    const RectangleLight* that = asSameClass<RectangleLight>(other);
-    return that && sameFields(*this, *that);
-}
-
 int RectangleLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
     name += L"/" + pluginType();
     beginLightXml(writer, name, *this);

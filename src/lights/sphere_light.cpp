@@ -26,27 +26,4 @@ void SphereLight::setDefaults() {
     sphereFlag7 = true;
 }
 
-bool SphereLight::serialize(QuickArchive& archive) {
-    writeVersion(archive, kNewestVersion);
-    FieldWriter write{archive};
-    visitFields(write, *this);
-    return true;
-}
-
-bool SphereLight::deserialize(QuickArchive& archive) {
-    setDefaults();
-    uint32_t major = 0;
-    if (!readLightVersion(archive, kNewestVersion, major)) return false;
-    FieldReader read{archive, major};
-    visitFields(read, *this);
-    return true;
-}
-
-std::shared_ptr<BaseLight> SphereLight::clone() { return std::make_shared<SphereLight>(*this); }
-
-bool SphereLight::isEqual(const std::shared_ptr<BaseLight>& other) {
-    const SphereLight* that = asSameClass<SphereLight>(other);
-    return that && sameFields(*this, *that);
-}
-
 }  // namespace CorvaneCore

@@ -3,22 +3,17 @@
 #pragma once
 
 #include "archive/value_types.h"
-#include "lights/base_light.h"
+#include "lights/light_fields.h"
 
 namespace CorvaneCore {
 
-class SphereLight : public BaseLight {
+class SphereLight : public ListedLight<SphereLight> {
 public:
     static constexpr int kType = 7;
     static constexpr uint32_t kNewestVersion = 2;
 
     SphereLight() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    bool deserialize(QuickArchive& archive) override;
-    int getType() override { return kType; }
-    std::shared_ptr<BaseLight> clone() override;
-    bool isEqual(const std::shared_ptr<BaseLight>& other) override;
     void setDefaults() override;
 
     // Stored fields in stored order, each with the version that introduced it.

@@ -33,29 +33,6 @@ void SpotLight::setDefaults() {
     affectSpecular = true;
 }
 
-bool SpotLight::serialize(QuickArchive& archive) {
-    writeVersion(archive, kNewestVersion);
-    FieldWriter write{archive};
-    visitFields(write, *this);
-    return true;
-}
-
-bool SpotLight::deserialize(QuickArchive& archive) {
-    setDefaults();
-    uint32_t major = 0;
-    if (!readLightVersion(archive, kNewestVersion, major)) return false;
-    FieldReader read{archive, major};
-    visitFields(read, *this);
-    return true;
-}
-
-std::shared_ptr<BaseLight> SpotLight::clone() { return std::make_shared<SpotLight>(*this); }
-
-bool SpotLight::isEqual(const std::shared_ptr<BaseLight>& other) {
-    const SpotLight* that = asSameClass<SpotLight>(other);
-    return that && sameFields(*this, *that);
-}
-
 int SpotLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
     name += L"/" + pluginType();
     beginLightXml(writer, name, *this);

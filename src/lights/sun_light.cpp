@@ -28,9 +28,7 @@ void SunLight::setDefaults() {
 }
 
 bool SunLight::serialize(QuickArchive& archive) {
-    writeVersion(archive, kNewestVersion);
-    FieldWriter write{archive};
-    visitFields(write, *this);
+    writeFields(archive);
     return transform.serialize(archive);
 }
 
@@ -49,8 +47,6 @@ bool SunLight::deserialize(QuickArchive& archive) {
     if (major >= 4) return transform.deserialize(archive);
     return true;
 }
-
-std::shared_ptr<BaseLight> SunLight::clone() { return std::make_shared<SunLight>(*this); }
 
 bool SunLight::isEqual(const std::shared_ptr<BaseLight>& other) {
     const SunLight* that = asSameClass<SunLight>(other);

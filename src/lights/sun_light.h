@@ -6,7 +6,7 @@
 #include <string>
 
 #include "archive/value_types.h"
-#include "lights/base_light.h"
+#include "lights/light_fields.h"
 #include "params/animated.h"
 
 namespace CorvaneCore {
@@ -15,7 +15,7 @@ namespace CorvaneCore {
 inline constexpr wchar_t kDefaultSunId[] = L"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}";
 inline constexpr wchar_t kDefaultSunName[] = L"Default";
 
-class SunLight : public BaseLight {
+class SunLight : public ListedLight<SunLight> {
 public:
     static constexpr int kType = kSunLightType;
     static constexpr uint32_t kNewestVersion = 4;
@@ -24,8 +24,6 @@ public:
 
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
-    int getType() override { return kType; }
-    std::shared_ptr<BaseLight> clone() override;
     bool isEqual(const std::shared_ptr<BaseLight>& other) override;
     // Also gives the sun a fresh identity.
     void setDefaults() override;
