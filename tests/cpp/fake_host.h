@@ -2,6 +2,7 @@
 // Every operation the pass makes is logged in order.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,8 +26,7 @@ struct FakeEntity : HostObject {
 };
 
 struct FakeMaterial : FakeEntity {
-    std::wstring name;
-    std::wstring displayName;
+    std::wstring name, displayName;
     std::optional<std::wstring> texture;
     std::optional<CorvaneCore::Color> color;
     std::optional<float> alpha;
@@ -34,18 +34,15 @@ struct FakeMaterial : FakeEntity {
     int textureAssignments = 0;
 };
 
-struct FakeModel : HostObject {};
-
 inline std::shared_ptr<FakeMaterial> hostMaterial(const std::wstring& name) {
     auto m = std::make_shared<FakeMaterial>();
-    m->name = name;
-    m->displayName = name;
+    m->name = m->displayName = name;
     return m;
 }
 
 inline FakeMaterial* asMaterial(const HostRef& m) { return dynamic_cast<FakeMaterial*>(m.get()); }
+inline FakeEntity* asEntity(const HostRef& e) { return dynamic_cast<FakeEntity*>(e.get()); }
 
-// A dictionary value as the fake host makes it.
 template <class T>
 HostRef fakeValue(const T& v) {
     auto made = std::make_shared<FakeValue>();
@@ -67,11 +64,8 @@ inline std::wstring textOf(const HostRef& value) {
 
 class FakeHost : public HostModelOps {
 public:
-    HostRef model = std::make_shared<FakeModel>();
-    bool answerYes = true;
-    bool startSucceeds = true;
-    bool commitSucceeds = true;
-    bool entitiesNil = false;
+    HostRef model = std::make_shared<HostObject>();
+    bool answerYes = true, startSucceeds = true, commitSucceeds = true;
     std::wstring path;
     std::vector<std::shared_ptr<FakeMaterial>> materials;
     std::vector<std::shared_ptr<FakeEntity>> entities;
@@ -84,10 +78,15 @@ public:
         }
         return nullptr;
     }
+    bool logged(const std::string& entry, bool result = true) {
+        log.push_back(entry);
+        return result;
+    }
+    std::string nameOf(const HostRef& m) { return CorvaneCore::wideToUtf8(displayName(m)); }
 
     HostRef activeModel() override {
         ++activeModelCalls;
-        log.push_back("active_model");
+        logged("active_model");
         return model;
     }
     bool askYesNo(const std::string& text) override {
@@ -97,16 +96,10 @@ public:
     void showMessage(const std::string& text) override { messages.push_back(text); }
     void warn(const std::string& text) override { warnings.push_back(text); }
     std::wstring modelPath(const HostRef&) override { return path; }
-    bool startOperation() override {
-        log.push_back("start_operation");
-        return startSucceeds;
-    }
+    bool startOperation() override { return logged("start_operation", startSucceeds); }
     void touchActiveModel() override {}
-    bool commitOperation() override {
-        log.push_back("commit_operation");
-        return commitSucceeds;
-    }
-    void abortOperation() override { log.push_back("abort_operation"); }
+    bool commitOperation() override { return logged("commit_operation", commitSucceeds); }
+    void abortOperation() override { logged("abort_operation"); }
 
     bool materialCount(long& count) override {
         count = static_cast<long>(materials.size());
@@ -119,7 +112,7 @@ public:
     }
     HostRef addMaterial(const std::wstring& name) override {
         materials.push_back(hostMaterial(name));
-        log.push_back("add " + CorvaneCore::wideToUtf8(name));
+        logged("add " + CorvaneCore::wideToUtf8(name));
         return materials.back();
     }
     bool nameMatches(const HostRef& m, const std::wstring& name) override {
@@ -155,45 +148,34 @@ public:
         return fakeValue(bytes);
     }
     bool setAttribute(const HostRef& owner, MaterialAttribute key, const HostRef& v) override {
-        auto* entity = dynamic_cast<FakeEntity*>(owner.get());
-        if (!entity) return false;
-        entity->hasDictionary = true;
-        entity->dictionary[key] = v;
+        if (!asEntity(owner)) return false;
+        asEntity(owner)->hasDictionary = true;
+        asEntity(owner)->dictionary[key] = v;
         return true;
     }
     bool readTextAttribute(const HostRef& owner, MaterialAttribute key,
                            std::wstring& out) override {
-        auto* entity = dynamic_cast<FakeEntity*>(owner.get());
-        if (!entity || !entity->dictionary.count(key)) return false;
-        const std::wstring* text = valueOf<std::wstring>(entity->dictionary[key]);
+        if (!asEntity(owner) || !asEntity(owner)->dictionary.count(key)) return false;
+        const std::wstring* text = valueOf<std::wstring>(asEntity(owner)->dictionary[key]);
         out = text ? *text : std::wstring();
         return true;
     }
     bool eraseAttribute(const HostRef& owner, MaterialAttribute key) override {
-        auto* entity = dynamic_cast<FakeEntity*>(owner.get());
-        if (!entity || !entity->hasDictionary) return false;
-        entity->dictionary.erase(key);
-        return true;
+        if (!asEntity(owner) || !asEntity(owner)->hasDictionary) return false;
+        return asEntity(owner)->dictionary.erase(key), true;
     }
 
     bool allEntities(std::vector<HostRef>& out) override {
-        if (entitiesNil) return false;
         out.assign(entities.begin(), entities.end());
         return true;
     }
-    void paint(const HostRef& entity, const HostRef& m) override {
-        dynamic_cast<FakeEntity*>(entity.get())->painted = m;
-    }
+    void paint(const HostRef& entity, const HostRef& m) override { asEntity(entity)->painted = m; }
 
     HostRef findSkpMaterial(const std::wstring& name) override { return material(name); }
-    void evaluateMaterial(const HostRef& m) override {
-        log.push_back("evaluate " + CorvaneCore::wideToUtf8(displayName(m)));
-    }
+    void evaluateMaterial(const HostRef& m) override { logged("evaluate " + nameOf(m)); }
     void hackDeleteSkpMaterial(const HostRef& m) override {
-        log.push_back("delete " + CorvaneCore::wideToUtf8(displayName(m)));
-        for (size_t i = 0; i < materials.size(); ++i) {
-            if (materials[i] == m) materials.erase(materials.begin() + static_cast<long>(i));
-        }
+        logged("delete " + nameOf(m));
+        materials.erase(std::remove(materials.begin(), materials.end(), m), materials.end());
     }
     bool convertMaterial(const HostRef& m, BasicMaterialRecord& out) override {
         if (!asMaterial(m) || !asMaterial(m)->basic) return false;
