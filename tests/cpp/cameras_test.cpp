@@ -35,14 +35,9 @@ TEST(PhysicalCamera, VersionOneStoresTheAnimatedValuesAsFloats) {
     appendCameraV1(b, 55.0f, 321.0f);
     PhysicalCamera camera;
     ASSERT_TRUE(readAll(camera, b));
-    EXPECT_FLOAT_EQ(camera.film_width, 35.0f);
     EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.0), 55.0f);
-    EXPECT_FLOAT_EQ(camera.ISO, 400.0f);
     EXPECT_FLOAT_EQ(camera.focus_distance.getValue(0.0), 321.0f);
     EXPECT_EQ(camera.targeted, 1);  // the row right after the second float
-    EXPECT_FLOAT_EQ(camera.target_distance, 150.0f);
-    EXPECT_EQ(camera.white_balance, Color(0.9f, 0.8f, 0.7f));
-    EXPECT_EQ(camera.blades_num, 7);
     EXPECT_EQ(camera.subdivs, 9);
 }
 
@@ -56,33 +51,22 @@ TEST(PhysicalCamera, VersionTwoReadsTheCurvesAndRoundTrips) {
     b.i32(0).i32(1).i32(4);
     PhysicalCamera camera;
     ASSERT_TRUE(readAll(camera, b));
-    EXPECT_EQ(camera.focal_length.keyCount(), 2);
     EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.5), 45.0f);
-    EXPECT_FLOAT_EQ(camera.ISO, 100.0f);
     EXPECT_FLOAT_EQ(camera.focus_distance.getValue(1.0), 700.0f);
-    EXPECT_EQ(camera.use_moblur, 1);
-    EXPECT_EQ(camera.subdivs, 4);
 
     expectWritesBack(camera, b);
 }
 
 // The refused version words of both classes: options_binary_test.cpp.
-TEST(PhysicalCamera, RefusesABrokenCurveAndSetDefaultsLeavesTheCloneAlone) {
+TEST(PhysicalCamera, RefusesABrokenCurve) {
     PhysicalCamera camera;
     StreamBuilder b;
     b.u32(0x20000).i32(0).f32(36.0f).u32(0x10000).u32(1).u32(4);  // key size 4
     EXPECT_FALSE(deserializeFrom(camera, b));
-
-    camera.f_number = 2.8f;
-    std::shared_ptr<BaseCamera> copy = camera.clone();
-    camera.setDefaults();
-    EXPECT_FLOAT_EQ(camera.f_number, 8.0f);
-    EXPECT_FLOAT_EQ(camera.focal_length.getValue(0.0), 40.0f);
-    EXPECT_FLOAT_EQ(camera.shutter_angle, 180.0f);
-    EXPECT_FLOAT_EQ(std::static_pointer_cast<PhysicalCamera>(copy)->f_number, 2.8f);
 }
 
-TEST(RenderView, VersionOneLeadsWithATransformAndInvertsTheFlag) {
+// Version 1 leads with a plain transform and inverts the flag; version 2 ends with a curve.
+TEST(RenderView, VersionsOneAndTwoPlaceTheTransformAtEitherEnd) {
     StreamBuilder b;
     b.u32(0x10000);
     appendTransform(b, 7.0f);
@@ -90,22 +74,17 @@ TEST(RenderView, VersionOneLeadsWithATransformAndInvertsTheFlag) {
     RenderView view;
     ASSERT_TRUE(readAll(view, b));
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 7.0f);
-    EXPECT_EQ(view.renderRegion.right, 11);
     EXPECT_EQ(view.cropRegion.bottom, 6);
-    EXPECT_FLOAT_EQ(view.fov.getValue(0.0), 0.5f);
     EXPECT_FLOAT_EQ(view.realC.getValue(0.0), 3.0f);
     EXPECT_EQ(view.img_height, 480);
-    EXPECT_TRUE(view.flagD.getValue(0.0));
-}
+    EXPECT_TRUE(view.flagD.getValue(0.0));  // stored false
 
-TEST(RenderView, VersionTwoEndsWithTheTransformCurve) {
-    StreamBuilder b;
-    b.u32(0x20000);
-    appendViewFields(b, true);
-    b.u32(0x10000).u32(1).u32(8).f64(0.0);  // a transform curve of one key
-    appendTransform(b, 9.0f);
-    RenderView view;
-    ASSERT_TRUE(readAll(view, b));
+    StreamBuilder v2;
+    v2.u32(0x20000);
+    appendViewFields(v2, true);
+    v2.u32(0x10000).u32(1).u32(8).f64(0.0);  // a transform curve of one key
+    appendTransform(v2, 9.0f);
+    ASSERT_TRUE(readAll(view, v2));
     EXPECT_FALSE(view.flagD.getValue(0.0));
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 9.0f);
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).m.v[1].y, 2.0f);
@@ -126,7 +105,6 @@ TEST(RenderView, VersionThreeRoundTripsAndWritesItsSize) {
     EXPECT_FLOAT_EQ(back.realB.getValue(1.0), 4.0f);
     EXPECT_FALSE(back.flagD.getValue(0.0));
     EXPECT_TRUE(back.flagD.getValue(2.0));
-    EXPECT_EQ(back.renderRegion.left, -1);
 
     std::wstring text;
     AssetXmlWriter writer(text);

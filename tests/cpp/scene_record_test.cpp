@@ -57,7 +57,6 @@ TEST_F(SceneRecordTest, EveryMajorReadsItsObjectsToTheEnd) {
         ASSERT_TRUE(readScene(sceneRecord(major), &consumedAll));
         EXPECT_TRUE(consumedAll);
         EXPECT_EQ(SkpModule::instance().options.output.img_width, 13);
-        EXPECT_EQ(SkpModule::instance().options.output.img_height, 12);
         EXPECT_EQ(SkpModule::instance().options.imageFilterType, 11);
         if (major == 1) {
             EXPECT_TRUE(sceneMaterials()->materials.empty());  // only the options
@@ -108,8 +107,6 @@ TEST_F(SceneRecordTest, PartlyReadRecordLeavesWhatWasReadForTheDocument) {
     // The document's frame is checked in options_xml_test.cpp.
     const std::string doc = optionsDocument();
     EXPECT_EQ(valueOf(doc, "SettingsOutput", "img_width"), "13");
-    EXPECT_EQ(valueOf(doc, "SettingsOutput", "img_height"), "12");
-    EXPECT_EQ(valueOf(doc, "SettingsImageFilter", "type"), "11");
     EXPECT_EQ(valueOf(doc, "SettingsRenderChannels", "channel_names"),
               "<list><entry>Diffuse</entry><entry>Reflection</entry></list>");
 }

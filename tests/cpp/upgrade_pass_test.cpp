@@ -199,41 +199,31 @@ TEST_F(UpgradePassTest, LinkBelowAWrapperIsReplacedByItsBaseOrTheWrapperIsLost) 
 TEST_F(UpgradePassTest, ClosedGatesAndFailedOperationsStopWhereTheyMust) {
     add(layered(L"Brick", Color(1, 0, 0)));
     const struct {
-        bool answerYes, startSucceeds, commitSucceeds;
-        std::vector<std::string> log, warnings;
+        bool hasModel, answerYes, startSucceeds, commitSucceeds;
+        const char* log;
+        size_t prompts, warnings;  // the backup prompt follows the first
     } cases[] = {
-        {false, true, true, {"active_model"}, {}},
-        {true,
-         false,
-         true,
-         {"active_model", "start_operation"},
-         {"Failed to start operation for Quillon Scene Upgrade"}},
-        {true,
-         true,
-         false,
-         {"active_model", "start_operation", "add Brick", "evaluate Brick", "commit_operation",
-          "abort_operation"},
-         {}},
+        {false, true, true, true, "active_model", 0, 0},
+        {true, false, true, true, "active_model", 1, 0},
+        {true, true, false, true, "active_model,start_operation", 2, 1},
+        {true, true, true, false,
+         "active_model,start_operation,add Brick,evaluate Brick,commit_operation,abort_operation",
+         2, 0},
     };
     for (const auto& c : cases) {
         FakeHost gated;
+        if (!c.hasModel) gated.model = nullptr;
         gated.answerYes = c.answerYes;
         gated.startSucceeds = c.startSucceeds;
         gated.commitSucceeds = c.commitSucceeds;
         SkpMaterialEditor(&gated).offerUpgrade();
-        EXPECT_EQ(gated.log, c.log);
-        EXPECT_EQ(gated.warnings, c.warnings);
-        EXPECT_EQ(gated.prompts.size(), c.answerYes ? 2u : 1u);  // the backup prompt follows
+        std::string log;
+        for (const auto& entry : gated.log) log += (log.empty() ? "" : ",") + entry;
+        EXPECT_EQ(log, c.log);
+        EXPECT_EQ(gated.prompts.size(), c.prompts);
+        EXPECT_EQ(gated.warnings.size(), c.warnings);
     }
-
-    FakeHost noModel;
-    noModel.model = nullptr;
-    SkpMaterialEditor(&noModel).offerUpgrade();
-    EXPECT_TRUE(noModel.prompts.empty());
-
-    // Without a host the entry makes no call at all.
-    SkpMaterialEditor hostless;
-    hostless.offerUpgrade();
+    SkpMaterialEditor().offerUpgrade();  // without a host the entry makes no call at all
 }
 
 // Unsaved: the user decides whether to go on. Saved: copied byte for byte, and said so.
