@@ -301,7 +301,6 @@ TEST(OptionsXml, EnvironmentTextureStandsBeforeTheEnvironmentAsset) {
     EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "bg_tex"),
               "/scene/SettingsEnvironment/bg_texture/StubTex");
     EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "bg_mult"), "3.5");
-    EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "gi_tex"), "<missing>");
     EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "gi_mult"), "0.25");
 }
 
