@@ -7,7 +7,9 @@
 #include "fake_host.h"
 #include "materials/brdf.h"
 #include "materials/material.h"
+#include "materials/material_linked.h"
 #include "materials/scene_materials.h"
+#include "materials/wrappers.h"
 #include "textures/procedural.h"
 #include "textures/texture.h"
 #include "upgrade/skp_material_editor.h"
@@ -17,44 +19,13 @@ using namespace upgrade_test;
 
 namespace {
 
-// Stand-ins for the linked, wrapper and reference materials, with just the parts the pass uses.
-class TestMaterial : public BaseMaterial {
-public:
-    TestMaterial(int type, std::wstring materialName) : type_(type) { name = materialName; }
-    bool serialize(QuickArchive&) override { return false; }
-    bool deserialize(QuickArchive&) override { return false; }
-    int getType() override { return type_; }
-    void setDefaults() override {}
-    MaterialPtr clone() override { return nullptr; }
-    MaterialPtr copy() override { return nullptr; }
-    bool isEqual(const MaterialPtr&) override { return false; }
-    std::vector<MaterialPtr> walkedMaterials() override { return children; }
-    std::wstring linkedHostName() override { return link; }
-    bool setBaseMaterial(const MaterialPtr& base) override {
-        children = {base};
-        return true;
-    }
-    std::wstring referenceTarget() override { return target; }
-
-    std::vector<MaterialPtr> children;
-    std::wstring link;
-    std::wstring target;
-
-private:
-    int type_;
-};
-
-std::shared_ptr<TestMaterial> wrapper(int type, const std::wstring& name,
-                                      std::vector<MaterialPtr> children) {
-    auto m = std::make_shared<TestMaterial>(type, name);
-    m->children = std::move(children);
-    return m;
-}
-
-std::shared_ptr<TestMaterial> linked(const std::wstring& name, const std::wstring& hostName,
-                                     const MaterialPtr& base) {
-    auto m = wrapper(6, name, {base});
-    m->link = hostName;
+std::shared_ptr<MaterialLinked> linked(const std::wstring& name, const std::wstring& hostName,
+                                       const MaterialPtr& base) {
+    auto m = std::make_shared<MaterialLinked>();
+    m->name = name;
+    m->linkId.kind = 0;  // text: the host material's name
+    m->linkId.text = hostName;
+    m->base_mtl = base;
     return m;
 }
 
@@ -178,10 +149,10 @@ TEST_F(UpgradePassTest, LinkedMaterialMovesOntoItsHostMaterialAndEntitiesFollow)
 TEST_F(UpgradePassTest, LinkBelowAWrapperIsReplacedByItsBaseOrTheWrapperIsLost) {
     auto inner = layered(L"Inner", Color(1, 0, 0));
     firstDiffuse(inner).layerFlagB = true;
-    auto bump = wrapper(3, L"Bumpy", {linked(L"Link", L"Host", inner)});
+    auto bump = std::make_shared<MaterialBump>();
+    bump->base_mtl = linked(L"Link", L"Host", inner);
     EXPECT_EQ(editor.resolveLinked(bump), bump);
-    ASSERT_EQ(bump->children.size(), 1u);
-    EXPECT_EQ(bump->children.front(), inner);
+    EXPECT_EQ(bump->base_mtl, inner);
     EXPECT_FALSE(firstDiffuse(inner).layerFlagB);
 
     auto link = linked(L"Own", L"Host", inner);
@@ -190,7 +161,11 @@ TEST_F(UpgradePassTest, LinkBelowAWrapperIsReplacedByItsBaseOrTheWrapperIsLost) 
 
     // Only wrappers with a base material slot can take the base; the others are lost.
     host.materials.push_back(hostMaterial(L"Host"));
-    add(wrapper(5, L"TwoSided", {linked(L"Link", L"Host", inner), layered(L"B", {})}));
+    auto twoSided = std::make_shared<Material2Sided>();
+    twoSided->name = L"TwoSided";
+    twoSided->front = linked(L"Link", L"Host", inner);
+    twoSided->back = layered(L"B", {});
+    add(twoSided);
     editor.offerUpgrade();
     EXPECT_FALSE(sceneMaterials()->findByName(L"TwoSided"));
     EXPECT_FALSE(host.materials.front()->hasDictionary);
@@ -278,7 +253,8 @@ TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {
     auto brick = layered(L"Brick", Color(0.7f, 0.1f, 0.1f));
     brick->uuid = L"uuid-brick";
     add(brick);
-    auto ref = std::make_shared<TestMaterial>(13, L"BrickRef");
+    auto ref = std::make_shared<MaterialReference>();
+    ref->name = L"BrickRef";
     ref->target = L"UUID-BRICK";
     add(ref);
     auto refHost = hostMaterial(L"RefHost");
