@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -119,19 +120,13 @@ std::string parameterLineStart(const std::string& entry) {
     std::istringstream in(entry);
     std::string name, tag, flag;
     in >> name >> tag >> flag;
-    std::string type = tag == "i"   ? "integer"
-                       : tag == "f" ? "float"
-                       : tag == "b" ? "bool"
-                       : tag == "F" ? "string"
-                       : tag == "c" ? "color"
-                       : tag == "p" ? "plugin"
-                                    : "list";
-    const std::string handler = tag == "F" ? "FileBrowserHandler" : "default";
-    const std::string listType = tag == "l" ? "string" : "none";
-    std::string line = "<parameter type=\"" + type + "\" name=\"" + name + "\" handler=\"" +
-                       handler + "\" listType=\"" + listType + "\"";
-    if (flag == "u") line += " isUserData=\"1\"";
-    return line + " label=\"";
+    static const std::map<std::string, std::string> types = {
+        {"i", "integer"}, {"f", "float"},  {"b", "bool"}, {"F", "string"},
+        {"c", "color"},   {"p", "plugin"}, {"l", "list"}};
+    return "<parameter type=\"" + types.at(tag) + "\" name=\"" + name + "\" handler=\"" +
+           (tag == "F" ? "FileBrowserHandler" : "default") + "\" listType=\"" +
+           (tag == "l" ? "string" : "none") + "\"" + (flag == "u" ? " isUserData=\"1\"" : "") +
+           " label=\"";
 }
 
 std::string defaultDocument() {
