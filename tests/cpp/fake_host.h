@@ -162,7 +162,8 @@ public:
     }
     bool eraseAttribute(const HostRef& owner, MaterialAttribute key) override {
         if (!asEntity(owner) || !asEntity(owner)->hasDictionary) return false;
-        return asEntity(owner)->dictionary.erase(key), true;
+        asEntity(owner)->dictionary.erase(key);
+        return true;
     }
 
     bool allEntities(std::vector<HostRef>& out) override {
