@@ -23,13 +23,13 @@ namespace {
 
 // Expected parameters per block, comma separated: "name tag [u]" with tag i integer, f float,
 // b bool, F file string, c color, p plugin, l list; u marks user data.
-struct BlockSpec {
+struct ExpectedBlock {
     const char* block;
     const char* params;
 };
 
-const std::vector<BlockSpec>& expectedBlocks() {
-    static const std::vector<BlockSpec> blocks = {
+const std::vector<ExpectedBlock>& expectedBlocks() {
+    static const std::vector<ExpectedBlock> blocks = {
         {"SettingsImageSampler",
          "type i, fixed_subdivs i, dmc_minSubdivs i, dmc_maxSubdivs i, dmc_threshold f,"
          " subdivision_minRate i, subdivision_maxRate i, subdivision_jitter b,"
@@ -163,7 +163,7 @@ TEST(OptionsXml, DefaultDocumentHasEveryBlockAndParameterInOrder) {
             got.push_back(line.substr(0, line.find(" label=\"") + 8));
         }
     }
-    for (const BlockSpec& block : expectedBlocks()) {
+    for (const ExpectedBlock& block : expectedBlocks()) {
         const std::string name = block.block;
         wanted.push_back("<Asset layout=\"\" renderer=\"ombra\" type=\"settings\" url=\"/" + name +
                          "\" >");
