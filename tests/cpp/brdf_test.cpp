@@ -9,12 +9,14 @@
 #include <string>
 #include <vector>
 
-#include "record_builder.h"
+#include "material_bytes.h"
 #include "textures/procedural.h"
 #include "textures/texture.h"
 #include "xml/asset_xml_writer.h"
 
 using namespace CorvaneCore;
+using material_test::readAs;
+using material_test::xmlOf;
 
 namespace {
 
@@ -43,21 +45,6 @@ RecordBuilder fresnelSlot(float ior) {
     return r;
 }
 
-// Reads the whole record into a new layer; the read must succeed.
-template <class T>
-T read(const RecordBuilder& record) {
-    T layer;
-    EXPECT_TRUE(readAll(layer, record));
-    return layer;
-}
-
-std::wstring xmlOf(Base_BRDF& layer, const std::wstring& url) {
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    layer.writeXML(writer, url);
-    return text;
-}
-
 // Glass of version `v` up to field 11, with values that differ from the defaults.
 RecordBuilder glass(uint32_t v) {
     RecordBuilder r;
@@ -82,36 +69,32 @@ TEST(BrdfFactory, KnowsOnlyTheSixSingleBitIds) {
 
 TEST(GlassBrdf, EveryVersion) {
     // Version 1 ends after field 11, without a section.
-    const auto g1 = read<Glass_BRDF>(glass(1));
+    const auto g1 = readAs<Glass_BRDF>(glass(1));
     EXPECT_EQ(g1.fog_color, Color(0.4f, 0.5f, 0.6f));
     EXPECT_EQ((F{g1.ior, g1.glossiness}), (F{1.3f, 0.7f}));
     EXPECT_EQ((I{g1.traceDepth, g1.affect_alpha}), (I{3, 2}));
     EXPECT_FLOAT_EQ(g1.transparency_tex_mult, 1.0f);
-
     // Versions 2 and 3 keep the transparency multiplier in the old place.
-    const auto g2 = read<Glass_BRDF>(
+    const auto g2 = readAs<Glass_BRDF>(
         glass(2).floats({0.25f, 0.5f, 0.75f}).text("t.png").text("").text("i.png"));
     EXPECT_EQ((F{g2.transparency_tex_mult, g2.color_tex_mult, g2.ior_tex_mult}),
               (F{0.25f, 1.0f, 0.75f}));
     EXPECT_EQ((Paths{pathOf(g2.transparency_tex), pathOf(g2.ior_texture)}),
               (Paths{L"t.png", L"i.png"}));
-
     RecordBuilder v3 = glass(3);
     v3.floats({0.25f, 0.5f, 0.75f}).text("").text("g.png").text("").i32(1);
-    const auto g3 =
-        read<Glass_BRDF>(v3.floats({20, 0.3f, 0.4f, 0.6f}).color(0.9f, 0.8f, 0.7f).text("tr.png"));
+    const auto g3 = readAs<Glass_BRDF>(
+        v3.floats({20, 0.3f, 0.4f, 0.6f}).color(0.9f, 0.8f, 0.7f).text("tr.png"));
     EXPECT_EQ(pathOf(g3.glossiness_tex), L"g.png");
     EXPECT_EQ(g3.translucency_on, 1);
     EXPECT_EQ(pathOf(g3.translucency_tex), L"tr.png");
-
     // Version 4 reads the child slots in the old order.
     RecordBuilder v4 = glass(4);
     v4.floats({0.25f, 0.5f, 0.75f}).i32(0).floats({10, 0.1f, 0.2f, 0.3f}).color(0.5f, 0.5f, 0.5f);
-    const auto g4 = read<Glass_BRDF>(v4.append(fresnelSlot(2.5f)).absent().absent().absent());
+    const auto g4 = readAs<Glass_BRDF>(v4.append(fresnelSlot(2.5f)).absent().absent().absent());
     EXPECT_FLOAT_EQ(g4.transparency_tex_mult, 0.25f);
     EXPECT_FLOAT_EQ(fresnelIorOf(g4.transparency_tex), 2.5f);
     EXPECT_FALSE(g4.color_tex);
-
     // Versions 5 and 6 read the current fields.
     auto current = [](uint32_t v) {
         RecordBuilder r = glass(v);
@@ -120,15 +103,13 @@ TEST(GlassBrdf, EveryVersion) {
         r.color(0.2f, 0.3f, 0.4f).f32(0.8f).absent();
         return r;
     };
-    const auto g5 = read<Glass_BRDF>(current(5));
+    const auto g5 = readAs<Glass_BRDF>(current(5));
     EXPECT_FLOAT_EQ(fresnelIorOf(g5.color_tex), 1.9f);
     EXPECT_EQ(g5.transparency, Color(0.2f, 0.3f, 0.4f));
     EXPECT_EQ(g5.name, L"BRDFRefraction");
-
-    const auto g6 = read<Glass_BRDF>(current(6).brdfSection("Clear\tGlass\n", false, true, true));
+    const auto g6 = readAs<Glass_BRDF>(current(6).brdfSection("Clear\tGlass\n", false, true, true));
     EXPECT_EQ(g6.name, L"ClearGlass");
     EXPECT_TRUE(g6.layerFlagB);
-
     // A read resets only the base part.
     Glass_BRDF g;
     g.color_tex_mult = 7.0f;
@@ -144,20 +125,17 @@ TEST(DiffuseBrdf, EveryVersion) {
         r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).f32(2).f32(3);
         return r;
     };
-    const auto d1 = read<Diffuse_BRDF>(head(1).text("c.jpg").text(""));
+    const auto d1 = readAs<Diffuse_BRDF>(head(1).text("c.jpg").text(""));
     EXPECT_EQ(d1.transparency, Color(0.4f, 0.5f, 0.6f));
     EXPECT_FLOAT_EQ(d1.transparency_tex_mult, 3);
     EXPECT_EQ((Paths{pathOf(d1.color_tex), pathOf(d1.transparency_tex)}), (Paths{L"c.jpg", L""}));
-
-    const auto d2 = read<Diffuse_BRDF>(head(2).absent().append(fresnelSlot(1.2f)));
+    const auto d2 = readAs<Diffuse_BRDF>(head(2).absent().append(fresnelSlot(1.2f)));
     EXPECT_FLOAT_EQ(fresnelIorOf(d2.transparency_tex), 1.2f);
-
-    const auto d3 = read<Diffuse_BRDF>(head(3).absent().absent().brdfSection("Base"));
+    const auto d3 = readAs<Diffuse_BRDF>(head(3).absent().absent().brdfSection("Base"));
     EXPECT_EQ(d3.name, L"Base");
     EXPECT_FALSE(d3.use_color_tex_alpha_as_transparency);
-    EXPECT_TRUE(read<Diffuse_BRDF>(head(4).absent().absent().brdfSection("B").boolean(true))
+    EXPECT_TRUE(readAs<Diffuse_BRDF>(head(4).absent().absent().brdfSection("B").boolean(true))
                     .use_color_tex_alpha_as_transparency);
-
     // Version 4 reads its last field even after a section of an unknown version.
     Diffuse_BRDF d;
     EXPECT_FALSE(readAll(d, head(4).absent().absent().version(5).boolean(true)));
@@ -174,39 +152,36 @@ static RecordBuilder reflectionOldHead(uint32_t v, float ior, int32_t on) {
 }
 
 TEST(ReflectionBrdf, EveryVersionAndTheFresnelFieldsOfTheOldOnes) {
-    const auto b1 = read<Blinn_BRDF>(reflectionOldHead(1, 1.7f, 1));
+    const auto b1 = readAs<Blinn_BRDF>(reflectionOldHead(1, 1.7f, 1));
     EXPECT_EQ(b1.reflectFilter, Color(0.25f, 0.5f, 1.5f));
     EXPECT_EQ((F{b1.reflectionGlossiness, b1.cutoff}), (F{0.7f, 0.05f}));
     EXPECT_EQ((I{b1.subdivs, b1.back_side, b1.traceDepth}), (I{12, 1, 4}));
     EXPECT_FLOAT_EQ(fresnelIorOf(b1.transparency_tex), 1.7f);
-    EXPECT_FALSE(read<Phong_BRDF>(reflectionOldHead(1, 1.7f, 0)).transparency_tex);
-
-    const auto p2 = read<Phong_BRDF>(
+    EXPECT_FALSE(readAs<Phong_BRDF>(reflectionOldHead(1, 1.7f, 0)).transparency_tex);
+    const auto p2 = readAs<Phong_BRDF>(
         reflectionOldHead(2, 1.0f, 0).floats({2, 3, 4}).text("c.png").text("").text("r.png"));
     EXPECT_EQ((F{p2.color_tex_mult, p2.reflectionGlossiness_tex_mult, p2.anisotropy}),
               (F{2, 4, 0.0f}));
     EXPECT_EQ((Paths{pathOf(p2.color_tex), pathOf(p2.reflectionGlossiness_tex)}),
               (Paths{L"c.png", L"r.png"}));
-
     auto withAnisotropy = [](uint32_t v, float ior, int32_t on) {
         RecordBuilder r = reflectionOldHead(v, ior, on).floats({2, 3, 4});
         if (v == 3) return r.text("").text("").text("").floats({0.5f, 45});
         return r.absent().absent().absent().floats({0.5f, 45});
     };
-    const auto b3 = read<Blinn_BRDF>(withAnisotropy(3, 1.0f, 0));
+    const auto b3 = readAs<Blinn_BRDF>(withAnisotropy(3, 1.0f, 0));
     EXPECT_EQ((F{b3.anisotropy, b3.anisotropy_rotation}), (F{0.5f, 45}));
-    const auto b4 = read<Blinn_BRDF>(withAnisotropy(4, 2.2f, 1));
+    const auto b4 = readAs<Blinn_BRDF>(withAnisotropy(4, 2.2f, 1));
     EXPECT_FLOAT_EQ(fresnelIorOf(b4.transparency_tex), 2.2f);
     EXPECT_EQ(b4.name, L"BRDFReflection");
-    const auto p5 = read<Phong_BRDF>(withAnisotropy(5, 1.0f, 0).brdfSection("Shine"));
+    const auto p5 = readAs<Phong_BRDF>(withAnisotropy(5, 1.0f, 0).brdfSection("Shine"));
     EXPECT_EQ(p5.name, L"Shine");
     EXPECT_FALSE(p5.transparency_tex);
-
     // Version 6 with an absent transparency slot has no fresnel texture.
     RecordBuilder v6;
     v6.version(6).color(1, 1, 1).color(1, 1, 1).f32(1).f32(1).f32(0.01f).ints({8, 0, 5});
     v6.floats({1, 1, 1, 0.3f}).absent().absent().absent().absent().f32(0).f32(0);
-    const auto p6 = read<Phong_BRDF>(v6.brdfSection("Plain"));
+    const auto p6 = readAs<Phong_BRDF>(v6.brdfSection("Plain"));
     EXPECT_FALSE(p6.transparency_tex);
     EXPECT_FLOAT_EQ(p6.transparency_tex_mult, 0.3f);
 }
@@ -218,46 +193,43 @@ TEST(MirrorBrdf, EveryVersion) {
         return r.i32(fresnelOn);
     };
     // Version 1: the fresnel flag replaces the path texture.
-    const auto fresnel = read<Mirror_BRDF>(head(1, 1).i32(3).text("old.png"));
+    const auto fresnel = readAs<Mirror_BRDF>(head(1, 1).i32(3).text("old.png"));
     EXPECT_FLOAT_EQ(fresnelIorOf(fresnel.transparency_tex), 1.6f);
     EXPECT_EQ((F{fresnel.transparency_tex_mult, fresnel.cutoff}), (F{0.9f, 0.02f}));
     EXPECT_EQ(fresnel.mirrorMode, 3);
-    EXPECT_EQ(pathOf(read<Mirror_BRDF>(head(1, 0).i32(2).text("kept.png")).transparency_tex),
+    EXPECT_EQ(pathOf(readAs<Mirror_BRDF>(head(1, 0).i32(2).text("kept.png")).transparency_tex),
               L"kept.png");
-
-    const auto m2 = read<Mirror_BRDF>(head(2, 0).i32(2).text("a.png").f32(4).text("b.png"));
+    const auto m2 = readAs<Mirror_BRDF>(head(2, 0).i32(2).text("a.png").f32(4).text("b.png"));
     EXPECT_EQ(pathOf(m2.color_tex), L"b.png");
     EXPECT_FLOAT_EQ(m2.color_tex_mult, 4);
-    EXPECT_FALSE(read<Mirror_BRDF>(head(3, 0).i32(2).f32(4).absent().absent()).transparency_tex);
+    EXPECT_FALSE(readAs<Mirror_BRDF>(head(3, 0).i32(2).f32(4).absent().absent()).transparency_tex);
     EXPECT_EQ(
-        read<Mirror_BRDF>(head(4, 0).i32(2).f32(4).absent().absent().brdfSection("Chrome")).name,
+        readAs<Mirror_BRDF>(head(4, 0).i32(2).f32(4).absent().absent().brdfSection("Chrome")).name,
         L"Chrome");
-
     RecordBuilder v5;
     v5.version(5).color(1, 1, 1).color(0.5f, 0.5f, 0.5f).floats({0.9f, 0.02f}).i32(2).f32(4);
-    const auto m5 = read<Mirror_BRDF>(v5.append(fresnelSlot(1.8f)).absent().brdfSection("Chrome"));
+    const auto m5 =
+        readAs<Mirror_BRDF>(v5.append(fresnelSlot(1.8f)).absent().brdfSection("Chrome"));
     EXPECT_FLOAT_EQ(fresnelIorOf(m5.transparency_tex), 1.8f);
 }
 
 TEST(LightBrdf, EveryVersion) {
     RecordBuilder v1;
     const auto l1 =
-        read<Light_BRDF>(v1.version(1).color(0.1f, 0.2f, 0.3f).f32(5).f32(0.5f).text("glow.png"));
+        readAs<Light_BRDF>(v1.version(1).color(0.1f, 0.2f, 0.3f).f32(5).f32(0.5f).text("glow.png"));
     EXPECT_EQ((F{l1.intensity, l1.transparency_tex_mult}), (F{5, 0.5f}));
     EXPECT_EQ(pathOf(l1.transparency_tex), L"glow.png");
-
     auto head = [](uint32_t v) {
         RecordBuilder r;
         r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).floats({5, 2, 3, 0.5f});
         return r;
     };
-    const auto l2 = read<Light_BRDF>(head(2).text("c.png").text("t.png"));
+    const auto l2 = readAs<Light_BRDF>(head(2).text("c.png").text("t.png"));
     EXPECT_EQ((F{l2.glowLevel, l2.color_tex_mult}), (F{2, 3}));
     EXPECT_EQ(pathOf(l2.transparency_tex), L"t.png");
-    read<Light_BRDF>(head(3).absent().absent());
-    EXPECT_EQ(read<Light_BRDF>(head(4).absent().absent().brdfSection("L")).doubleSided, 1);
-    EXPECT_EQ(read<Light_BRDF>(head(5).absent().absent().brdfSection("L").i32(0)).doubleSided, 0);
-
+    readAs<Light_BRDF>(head(3).absent().absent());
+    EXPECT_EQ(readAs<Light_BRDF>(head(4).absent().absent().brdfSection("L")).doubleSided, 1);
+    EXPECT_EQ(readAs<Light_BRDF>(head(5).absent().absent().brdfSection("L").i32(0)).doubleSided, 0);
     // Version 5 stops at a failed section.
     RecordBuilder r = head(5);
     r.absent().absent().u32(0x40001).i32(0);
@@ -298,7 +270,6 @@ TEST(BrdfLayers, SerializeReadsBackAndClonesShareNoChild) {
         EXPECT_EQ(back->name, L"Layer");
         EXPECT_TRUE(back->layerFlagC);
         EXPECT_TRUE(layer->isEqual(back)) << id;
-
         auto copy = layer->clone();
         EXPECT_TRUE(layer->isEqual(copy)) << id;
         if (diffuse) {
@@ -320,7 +291,6 @@ TEST(BrdfLayers, IsEqualIgnoresNamesAndFlagsButNotFieldsOrChildren) {
     other->transparency_tex = makeBitmapTexture(L"x.png");
     EXPECT_FALSE(a.isEqual(other));
     EXPECT_FALSE(a.isEqual(nullptr));
-
     auto blinn = std::make_shared<Blinn_BRDF>();
     auto phong = std::make_shared<Phong_BRDF>();
     EXPECT_FALSE(blinn->isEqual(phong));
@@ -398,7 +368,6 @@ TEST(BrdfXml, ChildWordsDifferFromParameterNames) {
                     L"/Mat/BRDFRefraction/glossy_texture/TexBitmap</value>"));
     // Children stand ahead of the layer's own block.
     EXPECT_LT(glassXml.find(L"TexBitmap\" >"), glassXml.find(L"url=\"/Mat/BRDFRefraction\" >"));
-
     Light_BRDF light;
     light.name = L"Glow";
     light.transparency_tex = makeBitmapTexture(L"t.png");

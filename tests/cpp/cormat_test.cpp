@@ -61,7 +61,6 @@ TEST_F(CorMatTest, WritesVersionThreeInOneBlockAndReadsItBack) {
     const std::string bytes = out.str();
     EXPECT_EQ(bytes.substr(0, 12), header(0x30000, 2) + std::string("\x01\x00\x00\x00", 4));
     ASSERT_EQ(bytes.size(), 8u + 4 + 4096);
-
     CorMatFile back;
     ASSERT_TRUE(readFile(back, bytes));
     ASSERT_EQ(back.materials.size(), 2u);
@@ -108,7 +107,6 @@ TEST_F(CorMatTest, ReadRefusesBadHeadersAndClaimedCountsAndLeavesTheListAlone) {
     CorMatFile file;
     ASSERT_TRUE(readFile(file, header(0x20000, 1) + entry));
     const MaterialPtr kept = file.materials.at(0);
-
     // Count zero, a minor half, unknown versions, a short header, no blocks.
     for (const std::string& bad :
          {header(0x20000, 0) + entry, header(0x20001, 1) + entry, header(0x40000, 1) + entry,
@@ -120,7 +118,6 @@ TEST_F(CorMatTest, ReadRefusesBadHeadersAndClaimedCountsAndLeavesTheListAlone) {
     }
     ASSERT_EQ(file.materials.size(), 1u);
     EXPECT_EQ(file.materials[0], kept);
-
     // Version 3 with a block count far beyond the data: the blocks end with the data.
     std::string payload = bytesOf(RecordBuilder().u32(0x7FFFFFFFu).append(layeredEntry("B", "")));
     payload.resize(4 + 4096, '\0');
@@ -140,7 +137,6 @@ TEST_F(CorMatTest, VersionOneCollapsesLineBreakPairsAndVersionTwoKeepsThem) {
     ASSERT_TRUE(readFile(v1, header(0x10000, 1) + textForm));
     EXPECT_EQ(v1.materials[0]->name, L"TenLetters");
     EXPECT_EQ(v1.materials[0]->uuid, L"a\nb");
-
     // The same bytes, "\r\n" inside a uuid: kept by version 2, collapsed by version 1.
     const std::string kept = bytesOf(layeredEntry("Plain", "a\r\nb"));
     ASSERT_TRUE(readFile(v1, header(0x20000, 1) + kept));

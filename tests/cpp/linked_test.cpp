@@ -41,7 +41,6 @@ TEST_F(LinkedTest, IdDataKeepsEveryKindAndRefusesOthers) {
     }
     auto id = readAs<MaterialLinked::IdData>(RecordBuilder().version(1).u32(2).i32(-7));
     EXPECT_EQ(id.number, -7);
-
     for (uint32_t kind : {3u, 0xFFFFFFFFu}) {
         EXPECT_FALSE(deserializeFrom(id, RecordBuilder().version(1).u32(kind).i32(0))) << kind;
     }
@@ -62,7 +61,6 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     ASSERT_TRUE(readAll(linked, r));
     EXPECT_EQ(linked.base_mtl->name, L"Inner");
     expectWritesBack(linked, r);
-
     auto shared = std::make_shared<MaterialLinked>(linked);
     EXPECT_EQ(collectMaterials(shared, 1), Materials{linked.base_mtl});
     auto clone = std::static_pointer_cast<MaterialLinked>(linked.clone());
@@ -71,7 +69,6 @@ TEST_F(LinkedTest, LinkedMaterialReadsItsOneVersionAndIsTransparentToTheWalk) {
     EXPECT_TRUE(clone->isEqual(shared));  // text compares without case
     clone->linkId.kind = 1;
     EXPECT_FALSE(clone->isEqual(shared));
-
     // An unknown id leaves no base material; without one nothing can be written.
     EXPECT_FALSE(
         deserializeFrom(linked, RecordBuilder().version(1).version(1).u32(2).i32(0).i32(15)));
@@ -87,13 +84,11 @@ TEST_F(LinkedTest, ReferenceReadsBothVersions) {
     ASSERT_TRUE(readAll(r1, section(RecordBuilder().version(1), "Ref").text("target-1")));
     EXPECT_EQ(r1.target, L"target-1");
     EXPECT_FALSE(r1.resolved);  // until a write or a walk finds the target
-
     RecordBuilder v2;
     plainLayered(section(v2.version(2), "Ref").text("target-2").boolean(true).i32(1), "Copy", "L");
     MaterialReference r2;
     ASSERT_TRUE(readAll(r2, v2));
     EXPECT_EQ(r2.resolved->name, L"Copy");
-
     MaterialReference refused;
     EXPECT_FALSE(deserializeFrom(
         refused, RecordBuilder().version(2).version(3).text("Ref").text("").text("t")));
@@ -109,7 +104,6 @@ TEST_F(LinkedTest, ReferenceWriteRefreshesResolvedFromTheSet) {
     QuickArchive missing;
     ASSERT_TRUE(reference.serialize(missing));
     EXPECT_EQ(reference.resolved->name, L"Stale");  // not found: the old copy stays
-
     auto live = layered(L"Live", L"id-1");
     sceneMaterials()->addMaterial(live);
     QuickArchive found;
@@ -118,7 +112,6 @@ TEST_F(LinkedTest, ReferenceWriteRefreshesResolvedFromTheSet) {
     MaterialReference back;
     ASSERT_TRUE(back.deserialize(found));
     EXPECT_EQ(back.resolved->name, L"Live");
-
     // A reference that its own target holds cannot be written, rather than recursing.
     auto loop = std::make_shared<MaterialReference>();
     loop->target = L"loop";
@@ -158,13 +151,11 @@ TEST_F(LinkedTest, ResolveIsUsableCopiesAndEquality) {
     EXPECT_FALSE(isUsable(inner));
     inner->target = L"t";
     EXPECT_TRUE(isUsable(inner));
-
     outer->name = L"Outer";
     sceneMaterials()->addMaterial(outer);
     auto clone = std::static_pointer_cast<MaterialReference>(outer->clone());
     EXPECT_EQ(clone->name, L"Outer");  // a reference keeps its name
     EXPECT_EQ(clone->resolved, inner);
-
     // Equal targets (without case) and equal materials behind them.
     auto a = std::make_shared<MaterialReference>();
     auto b = std::make_shared<MaterialReference>();
@@ -192,7 +183,6 @@ TEST_F(LinkedTest, ValidateNameTestsUseBeforeEmptiness) {
     EXPECT_TRUE(message.empty());
     EXPECT_FALSE(validateName(L"", message));
     EXPECT_EQ(message, L"A name must have at least one character");
-
     sceneMaterials()->addMaterial(layered(L"Brick", L""));
     EXPECT_FALSE(validateName(L"BRICK", message));
     EXPECT_EQ(message, L"The name, \"BRICK\", is already in use");

@@ -95,7 +95,6 @@ TEST_F(SceneMaterialsTest, UniqueNameOfDigitsAloneAndOfBlanks) {
     unnamed->name.clear();
     set().materials[L""] = unnamed;
     EXPECT_EQ(set().uniqueName(L"12"), L"a1");
-
     // The search looks for the blank form and sanitises after, so the result can collide.
     EXPECT_EQ(set().uniqueName(L"My Material"), L"My_Material");
     enter(L"My_Material");
@@ -114,7 +113,6 @@ TEST_F(SceneMaterialsTest, AddFindRemoveRename) {
     twin->name.clear();
     EXPECT_FALSE(set().addMaterial(twin));
     EXPECT_FALSE(set().addMaterial(nullptr));
-
     // A material without a uuid gets one in the table, not on itself.
     auto stone = enter(L"Stone");
     std::wstring stoneUuid;
@@ -123,7 +121,6 @@ TEST_F(SceneMaterialsTest, AddFindRemoveRename) {
     }
     EXPECT_FALSE(stoneUuid.empty());
     EXPECT_EQ(stone->uuid, L"");
-
     stone->name = L"Brick";
     EXPECT_FALSE(set().renameMaterial(L"Stone", stone));
     stone->name = L"Granite";
@@ -133,11 +130,9 @@ TEST_F(SceneMaterialsTest, AddFindRemoveRename) {
     std::vector<std::wstring> names{L"stale"};
     set().names(names);
     EXPECT_EQ(names, (std::vector<std::wstring>{L"Brick", L"Granite"}));
-
     EXPECT_TRUE(set().removeMaterial(L"BRICK"));
     EXPECT_EQ(set().ids.count(L"uuid-brick"), 0u);
     EXPECT_FALSE(set().removeMaterial(L"Brick"));
-
     std::wostringstream dump;
     set().dump(dump);
     EXPECT_EQ(dump.str(), L"Granite Granite\nBeginning UUIDs\n" + stoneUuid + L" Granite\n");
@@ -157,7 +152,6 @@ TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
     // A second load makes new ids for the material that brought none.
     ASSERT_TRUE(deserializeFrom(set(), r));
     EXPECT_FALSE(set().findByUuid(brickUuid));
-
     RecordBuilder duplicate;
     layeredMaterial(layeredMaterial(duplicate.version(1).u32(2), "Brick", ""), "BRICK", "");
     EXPECT_FALSE(deserializeFrom(set(), duplicate));
@@ -185,12 +179,10 @@ TEST_F(SceneMaterialsTest, RefusedStreamsAndBoundedCounts) {
     EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().u32(0x20001).u32(0)));
     EXPECT_TRUE(set().materials.empty());
     EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().version(2).u32(1).i32(15)));
-
     EXPECT_TRUE(deserializeFrom(
         set(), RecordBuilder().version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v")));
     EXPECT_EQ(set().ids.at(L"k"), L"v");
     EXPECT_LE(set().ids.size(), 2u);
-
     RecordBuilder hugeMaterials;
     layeredMaterial(hugeMaterials.version(1).u32(0xFFFFFFFFu), "Brick", "");
     EXPECT_FALSE(deserializeFrom(set(), hugeMaterials));
@@ -211,18 +203,15 @@ TEST(CollectMaterialsWalk, StopsAtLayeredMaterialsAndCutsCyclesAndSharedBlowUp) 
     EXPECT_TRUE(collectMaterials(first, 3).empty());
     EXPECT_TRUE(collectMaterials(std::make_shared<MaterialSingleBRDF>(), 1).empty());
     EXPECT_TRUE(collectMaterials(nullptr, 1).empty());
-
     auto second = std::make_shared<MaterialLayeredBRDF>();
     auto pair = std::make_shared<WalkNode>();
     pair->children = {first, nullptr, second, first};
     EXPECT_EQ(collectMaterials(pair, 1), (Materials{first, second, first}));
-
     // A reference back to itself on both sides ends instead of recursing.
     auto cycle = std::make_shared<WalkNode>();
     cycle->children = {cycle, cycle, first};
     EXPECT_EQ(collectMaterials(cycle, 1), Materials{first});
     cycle->children.clear();  // break the ownership cycle
-
     // 80 levels of two references to the next level: 2^80 paths, walked within a budget.
     std::vector<std::shared_ptr<WalkNode>> chain(80);
     for (auto& node : chain) node = std::make_shared<WalkNode>();

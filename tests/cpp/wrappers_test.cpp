@@ -98,7 +98,6 @@ TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
     ASSERT_TRUE(readAll(m1, plainLayered(v1.u32(1), "B", "L").text("")));
     EXPECT_EQ(nameOf(m1.materials.at(1)), "B");
     EXPECT_EQ(m1.name, L"DefaultMaterial");
-
     RecordBuilder v2;
     section(plainLayered(v2.version(2).u32(1).u32(1), "A", "L"), "Multi", "u");
     MaterialMulti m2;
@@ -107,7 +106,6 @@ TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
     auto clone = std::static_pointer_cast<MaterialMulti>(m2.clone());
     EXPECT_EQ(clone->materials[0], m2.materials[0]);
     EXPECT_EQ(clone->name, L"Multi1");
-
     // An unknown id fails the read and keeps the entries before it; a count beyond the data
     // ends with the data.
     MaterialMulti m3;
@@ -128,14 +126,12 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     ASSERT_TRUE(bitmap);
     EXPECT_EQ(std::static_pointer_cast<BitmapBuffer>(bitmap->bitmap)->file, L"C:/bump.png");
     EXPECT_EQ(nameOf(b1.base_mtl), "Base");
-
     // An empty path gives no texture; a base material that fails is not kept.
     MaterialBump b2;
     EXPECT_TRUE(
         readFails(b2, RecordBuilder().version(1).text("").text("").f32(1).i32(1).version(9)));
     EXPECT_FALSE(b2.base_mtl);
     EXPECT_FALSE(b2.bump_tex);
-
     // Version 2 holds no section: a uuid set before the read survives it, as the bump does
     // not reset before reading.
     RecordBuilder v2;
@@ -145,7 +141,6 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     ASSERT_TRUE(readAll(b3, v2));
     EXPECT_EQ(b3.name, L"Two");
     EXPECT_EQ(b3.uuid, L"old");
-
     RecordBuilder v3;
     section(plainLayered(bitmapSlot(v3.version(3).f32(2), "C:/b.png").i32(1), "Base", "L"), "B1",
             "u1");
@@ -157,7 +152,6 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     urls.push_back("/Set/B1");
     EXPECT_EQ(own.urls, urls);
     EXPECT_EQ(own.parameters, words("bump_tex_mult base_mtl bump_tex"));
-
     EXPECT_TRUE(readFails(b4, RecordBuilder().version(3).f32(1).absent().i32(15)));
     QuickArchive out;
     EXPECT_FALSE(MaterialBump().serialize(out));  // no base material
@@ -177,7 +171,6 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     Material2Sided sided;
     const std::wstring constructed = sided.name;
     sided.transparency = Color(0.25f, 0.25f, 0.25f);
-
     RecordBuilder v1;
     layeredSlot(layeredSlot(v1.version(1), "F"), "B").absent().color(0.1f, 0.2f, 0.3f).f32(2);
     ASSERT_TRUE(readAll(sided, v1.boolean(true)));
@@ -185,7 +178,6 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     EXPECT_TRUE(sided.force_1sided);
     EXPECT_FLOAT_EQ(sided.transparency.r, 0.25f);  // not in version 1, not reset
     EXPECT_EQ(sided.name, constructed);            // no section before version 3
-
     RecordBuilder v2;
     layeredSlot(v2.version(2).absent(), "B").absent().color(0, 0, 0).f32(1).boolean(false);
     bitmapSlot(v2, "C:/t.png").color(0.5f, 0.5f, 0.5f).f32(3);
@@ -193,7 +185,6 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     ASSERT_TRUE(readAll(s2, v2));
     EXPECT_TRUE(s2.transparency_tex);
     EXPECT_FLOAT_EQ(s2.transparency_tex_mult, 3);
-
     RecordBuilder v3;
     layeredSlot(layeredSlot(v3.version(3), "F"), "B");
     bitmapSlot(v3, "C:/a.png").color(0.1f, 0.1f, 0.1f).f32(1).boolean(false);
@@ -206,7 +197,6 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     EXPECT_EQ(own.parameters, words("front back translucency_tex transparency_tex translucency "
                                     "transparency translucency_tex_mult transparency_tex_mult "
                                     "force_1sided"));
-
     Material2Sided s4;
     EXPECT_TRUE(readFails(s4, unknownSlot(layeredSlot(RecordBuilder().version(3), "F"))));
     EXPECT_EQ(nameOf(s4.front), "F");  // children read so far stay
@@ -218,7 +208,6 @@ TEST_F(WrappersTest, HostTwoSidedHasOneVersionWithItsSectionFirst) {
     MaterialSkp2Sided skp;
     expectRoundTrip(skp, v1);
     EXPECT_EQ(ownOutline(skp).urls, words("/Skp/F/Layer /Skp/F /Skp"));
-
     MaterialSkp2Sided refused;
     EXPECT_TRUE(readFails(
         refused, layeredSlot(RecordBuilder().version(1).version(3).text("Skp").text(""), "F")));
@@ -251,7 +240,6 @@ TEST_F(WrappersTest, DisplacedResetsBeforeReadingAndWritesOnlyItsBase) {
     layeredSlot(section(v1.version(1), "Disp"), "Base").absent().f32(2);
     ASSERT_TRUE(readAll(displaced, v1));
     EXPECT_EQ((F{displaced.displace_tex_mult, displaced.displace_shift}), (F{2, 0}));
-
     RecordBuilder v2;
     layeredSlot(section(v2.version(2), "Disp"), "Base");
     bitmapSlot(v2, "C:/d.png").floats({2, 0.5f, 8}).ints({64, 0, 0, 0});
@@ -269,13 +257,11 @@ TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
     ASSERT_TRUE(readAll(e1, v1));
     EXPECT_EQ(e1.objects, (std::vector<std::wstring>{L"Wall", L"Roof"}));
     EXPECT_EQ(e1.name, constructed);  // version 1 has no section
-
     MaterialObjectExclusion e2;
     e2.short_circuit = false;
     ASSERT_TRUE(readAll(e2, section(RecordBuilder().version(2).i32(0).absent().u32(0), "Ex")));
     EXPECT_EQ(e2.name, L"Ex");
     EXPECT_TRUE(e2.short_circuit);  // reset before reading
-
     RecordBuilder v3;
     section(layeredSlot(v3.version(3).i32(1), "Base").u32(1).text("a<b"), "Ex").boolean(false);
     MaterialObjectExclusion e3;
@@ -284,7 +270,6 @@ TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
     EXPECT_EQ(outline(text).parameters, words("base_mtl mode short_circuit objects"));
     EXPECT_NE(text.find(L"listType=\"\" label=\"objects\">"), std::wstring::npos);
     EXPECT_NE(text.find(L"<string>\"a<b\"</string>"), std::wstring::npos);
-
     // A count beyond the data is refused once the data runs out.
     MaterialObjectExclusion e4;
     EXPECT_TRUE(
@@ -308,7 +293,6 @@ TEST_F(WrappersTest, AngleBlendHasOneVersionAndDefaultAngles) {
     EXPECT_EQ(outline(text).parameters, words("mtl_one mtl_two start_angle stop_angle"));
     EXPECT_NE(text.find(L"<value>75</value>"), std::wstring::npos);
     EXPECT_NE(text.find(L"<value>150</value>"), std::wstring::npos);
-
     RecordBuilder v1;
     expectRoundTrip(blend,
                     layeredSlot(section(v1.version(1), "Blend").absent(), "Two").f32(10).f32(20));
@@ -325,7 +309,6 @@ TEST_F(WrappersTest, ToonReadsBothVersionsAndNamesItsOwnParameters) {
     ASSERT_TRUE(readAll(t1, v1));
     EXPECT_EQ((F{t1.lineWidth, t1.line_units, t1.silhouetteMult}), (F{2, 2, 1.5f}));
     EXPECT_FALSE(t1.doSilhouetteMult);  // reset, and not in version 1
-
     RecordBuilder v2;
     layeredSlot(v2.version(2), "Base").f32(2).f32(1);
     bitmapSlot(v2, "C:/w.png").f32(0.5f).f32(1).absent().f32(0.1f).f32(1).absent();
@@ -350,17 +333,14 @@ TEST_F(WrappersTest, CloneDuplicatesChildrenUnderNewNamesAndCopyKeepsThem) {
     ASSERT_TRUE(readAll(*blend, v1));
     sceneMaterials()->addMaterial(blend);
     sceneMaterials()->addMaterial(blend->mtl_one);
-
     auto clone = std::static_pointer_cast<MaterialAngleBlend>(blend->clone());
     EXPECT_EQ((Names{nameOf(clone), nameOf(clone->mtl_one), nameOf(clone->mtl_two)}),
               (Names{"Blend1", "One1", "Two"}));
     EXPECT_NE(clone->mtl_one, blend->mtl_one);
     EXPECT_TRUE(clone->isEqual(blend));
-
     auto copy = std::static_pointer_cast<MaterialAngleBlend>(blend->copy());
     EXPECT_EQ((Names{nameOf(copy), nameOf(copy->mtl_one)}), (Names{"Blend", "One"}));
     EXPECT_NE(copy->mtl_one, blend->mtl_one);
-
     copy->stop_angle = std::nanf("");
     EXPECT_TRUE(copy->isEqual(blend));  // a NaN is never unequal
     copy->mtl_two.reset();
