@@ -18,15 +18,14 @@
 namespace material_test {
 
 // Each material test starts and ends with an empty scene material set.
-inline void clearSceneMaterials() {
-    CorvaneCore::sceneMaterials()->materials.clear();
-    CorvaneCore::sceneMaterials()->ids.clear();
-}
-
 class MaterialSetTest : public ::testing::Test {
 protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
+    void SetUp() override { clear(); }
+    void TearDown() override { clear(); }
+    static void clear() {
+        CorvaneCore::sceneMaterials()->materials.clear();
+        CorvaneCore::sceneMaterials()->ids.clear();
+    }
 };
 
 // The base section of version 2: name and uuid.

@@ -192,8 +192,14 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     Material2Sided s3;
     expectRoundTrip(s3, v3);
     const Outline own = ownOutline(s3);
-    EXPECT_EQ(own.urls.at(4), "/Sign/translucency_tex/TexBitmap/uvwgen/UVWGenChannel");
-    EXPECT_EQ(own.urls.back(), "/Sign");
+    Names urls = words("/Sign/F/Layer /Sign/F /Sign/B/Layer /Sign/B");
+    for (const char* tex : {"translucency_tex", "transparency_tex"}) {
+        for (const std::string& url : bitmapUrls("/Sign/" + std::string(tex) + "/TexBitmap")) {
+            urls.push_back(url);
+        }
+    }
+    urls.push_back("/Sign");
+    EXPECT_EQ(own.urls, urls);
     EXPECT_EQ(own.parameters, words("front back translucency_tex transparency_tex translucency "
                                     "transparency translucency_tex_mult transparency_tex_mult "
                                     "force_1sided"));
@@ -324,6 +330,7 @@ TEST_F(WrappersTest, ToonReadsBothVersionsAndNamesItsOwnParameters) {
                     "z_threshold trace_bias normal_threshold line_units silhouette_mult "
                     "do_secondary divide_by_distance do_silhouette_mult"));
     EXPECT_EQ(own.urls[own.urls.size() - 2], "/Toon/width_tex/TexBitmap");
+    EXPECT_EQ(own.urls[own.urls.size() - 5], "/Toon/color_tex/TexBitmap");
 }
 
 TEST_F(WrappersTest, CloneDuplicatesChildrenUnderNewNamesAndCopyKeepsThem) {
