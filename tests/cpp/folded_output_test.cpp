@@ -39,7 +39,6 @@ std::string plainBlocks(const std::string& name, const std::string& layer) {
 TEST_F(FoldedOutputTest, BumpAroundBrickTakesTheWrappersNameAndAddsItsParameters) {
     const RecordBuilder bump = bumpAround("B1", 0.8f, "C:/maps/brick_bump.png", 1, brickRecord());
     EXPECT_EQ(sampleBytes("material_type3_bump_brick.json"), bump.bytes());
-
     const std::string expected =
         document(bitmapBlocks("/B1/bump_tex/TexBitmap", "C:/maps/brick_bump.png") +
                  brickLayerBlocks("/B1") + foldedHead("/B1", {"BRDFDiffuse"}) +
@@ -69,7 +68,6 @@ TEST_F(FoldedOutputTest, TwoSidedWritesFrontBackAndTheLayoutInThatOrder) {
     layeredSlot(layeredSlot(r.version(3), "Front", "Paint"), "Back", "Primer");
     bitmapSlot(r, "C:/skipped.png").color(0.2f, 0.2f, 0.2f).f32(1).boolean(true);
     section(r.absent().color(0.5f, 0.5f, 0.5f).f32(1), "Sign");
-
     const std::string expected =
         document(plainBlocks("Front", "Paint") + plainBlocks("Back", "Primer") +
                  assetHead("material", "/Sign", "Mtl2Sided", "TwoSidedMatLayout") +
@@ -106,7 +104,6 @@ TEST_F(FoldedOutputTest, ToonLayoutNamesItsFieldsAndWritesEverySlot) {
     bitmapSlot(r, "C:/w.png").f32(1).f32(1).absent().f32(0).f32(1).absent();
     r.color(0, 0, 0).f32(1).absent().f32(0.95f).f32(0.02f).f32(0.7f).f32(3);
     section(r.boolean(true).boolean(false), "Toon").boolean(false).f32(1.5f);
-
     const std::string expected = document(
         plainBlocks("Base", "Layer") + bitmapBlocks("/Toon/width_tex/TexBitmap", "C:/w.png") +
         assetHead("material", "/Toon", "MtlToon", "ToonMatLayout") +
@@ -143,7 +140,6 @@ TEST_F(FoldedOutputTest, ReferenceWithAMissingTargetFoldsItsResolvedCopy) {
     RecordBuilder r;
     section(r.version(2), "Ref").text("no-such-uuid").boolean(true).i32(1).append(brickRecord());
     EXPECT_EQ(convert(r, MaterialReference::kType), expectedBrickDocument());
-
     // With nothing resolved the reference gives nothing, and a layout leaves its slot out.
     EXPECT_EQ(convert(section(RecordBuilder().version(1), "Ref").text("no-such-uuid"),
                       MaterialReference::kType),
@@ -191,7 +187,6 @@ TEST_F(FoldedOutputTest, EveryWrapperKindFoldsInItsOrder) {
     RecordBuilder alpha;
     section(alpha.version(1), "Top").boolean(true).i32(10).append(exclusion);
     bitmapSlot(alpha, "C:/alpha.png").f32(1).f32(0.5f);
-
     const Outline out = outline(convert(alpha, MaterialAlphaContribution::kType));
     Names urls;
     for (const char* word : {"bump_tex", "displace_tex", "gi_tex", "bg_tex", "alpha_tex"}) {
@@ -217,7 +212,6 @@ TEST_F(FoldedOutputTest, TreesWithoutALayeredMaterialGiveAnEmptyDocument) {
     EXPECT_EQ(convert(section(RecordBuilder().version(1), "Inst"), MaterialInstance::kType),
               document(""));
     EXPECT_EQ(convert(bumpAround("B", 1, "C:/b.png", 2, multi), MaterialBump::kType), document(""));
-
     // A linked material is transparent: its base material folds under the link's name.
     RecordBuilder linked;
     plainLayered(linked.version(1).version(1).u32(2).i32(5).i32(1), "Inner", "Layer");

@@ -18,15 +18,14 @@
 namespace material_test {
 
 // Each material test starts and ends with an empty scene material set.
-inline void clearSceneMaterials() {
-    CorvaneCore::sceneMaterials()->materials.clear();
-    CorvaneCore::sceneMaterials()->ids.clear();
-}
-
 class MaterialSetTest : public ::testing::Test {
 protected:
-    void SetUp() override { clearSceneMaterials(); }
-    void TearDown() override { clearSceneMaterials(); }
+    void SetUp() override { clear(); }
+    void TearDown() override { clear(); }
+    static void clear() {
+        CorvaneCore::sceneMaterials()->materials.clear();
+        CorvaneCore::sceneMaterials()->ids.clear();
+    }
 };
 
 // The base section of version 2: name and uuid.
@@ -84,23 +83,23 @@ inline RecordBuilder& unknownSlot(RecordBuilder& r) { return r.boolean(true).i32
 
 // ---------------------------------------------------------------- expected text
 
-inline std::string plain(const char* type, const std::string& name, const std::string& value) {
+inline std::string parameter(const char* type, const std::string& name) {
     return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
-           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
-           "              <value>" + value + "</value>\n" + "            </parameter>\n";
+           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n";
+}
+
+inline std::string plain(const char* type, const std::string& name, const std::string& value) {
+    return parameter(type, name) + "              <value>" + value + "</value>\n" +
+           "            </parameter>\n";
 }
 
 // A parameter with no value, such as an empty plugin slot.
 inline std::string empty(const char* type, const std::string& name) {
-    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
-           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
-           "            </parameter>\n";
+    return parameter(type, name) + "            </parameter>\n";
 }
 
 inline std::string open(const char* type, const char* name) {
-    return std::string("            <parameter type=\"") + type + "\" name=\"" + name +
-           "\" handler=\"default\" listType=\"none\" label=\"" + name + "\">\n" +
-           "              <value>\n";
+    return parameter(type, name) + "              <value>\n";
 }
 
 const char* const kClose = "              </value>\n            </parameter>\n";
@@ -132,8 +131,7 @@ const char* const kAssetTail =
 // its channel generator, its buffer holding `fileText` (as escaped), and itself.
 inline std::string bitmapBlocks(const std::string& url, const std::string& fileText) {
     std::string s = assetHead("uvw", url + "/uvwgen/UVWGenChannel", "UVWGenChannel");
-    s += std::string("            <parameter type=\"componentTransform\" name=\"uvw_transform\" ") +
-         "handler=\"default\" listType=\"none\" label=\"uvw_transform\">\n              <value>\n";
+    s += open("componentTransform", "uvw_transform");
     s += line("x_rotation", "0") + line("y_rotation", "0") + line("z_rotation", "0");
     s += line("x_scale", "1") + line("y_scale", "1") + line("z_scale", "1");
     s += line("x_offset", "0") + line("y_offset", "0") + line("z_offset", "0");

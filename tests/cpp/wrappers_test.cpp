@@ -24,7 +24,6 @@ namespace {
 class WrappersTest : public MaterialSetTest {};
 
 using F = std::vector<float>;
-using I = std::vector<int32_t>;
 using B = std::vector<bool>;
 
 bool readFails(BaseMaterial& material, const RecordBuilder& record) {
@@ -50,23 +49,13 @@ Names bitmapUrls(const std::string& url) {
     return {url + "/uvwgen/UVWGenChannel", url + "/buffer/BitmapBuffer", url};
 }
 
-Names join(std::initializer_list<Names> parts) {
-    Names all;
-    for (const Names& part : parts) all.insert(all.end(), part.begin(), part.end());
-    return all;
-}
-
 }  // namespace
 
 TEST_F(WrappersTest, FactoryMakesEveryClassWithItsId) {
     Names types;
     for (int id = 0; id <= 14; ++id) {
-        MaterialPtr material = createMaterial(id);
-        ASSERT_TRUE(material) << id;
-        EXPECT_EQ(material->getType(), id);
-        EXPECT_EQ(material->pluginKind(), L"material");
         // A reference (13) has no plugin type: asking ends the process.
-        const std::string type = id == 13 ? "?" : wideToUtf8(material->pluginType());
+        const std::string type = id == 13 ? "?" : wideToUtf8(createMaterial(id)->pluginType());
         types.push_back(type.empty() ? "-" : type);
     }
     EXPECT_EQ(types, words("MtlSingleBRDF MtlCORVANE MtlMulti MtlBump - Mtl2Sided - MtlSkp2Sided "
@@ -105,33 +94,24 @@ TEST_F(WrappersTest, AnUnknownChildIdFailsTheRead) {
 TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
     RecordBuilder v1;
     plainLayered(v1.version(1).u32(2).u32(1), "A", "L");
-    plainLayered(v1.u32(1), "B", "L").text("");
     MaterialMulti m1;
-    ASSERT_TRUE(readAll(m1, v1));
-    ASSERT_EQ(m1.materials.size(), 2u);
-    EXPECT_EQ(nameOf(m1.materials[1]), "B");
+    ASSERT_TRUE(readAll(m1, plainLayered(v1.u32(1), "B", "L").text("")));
+    EXPECT_EQ(nameOf(m1.materials.at(1)), "B");
     EXPECT_EQ(m1.name, L"DefaultMaterial");
-
     RecordBuilder v2;
     section(plainLayered(v2.version(2).u32(1).u32(1), "A", "L"), "Multi", "u");
     MaterialMulti m2;
     expectRoundTrip(m2, v2);
-    EXPECT_EQ(m2.name, L"Multi");
-
     sceneMaterials()->addMaterial(std::make_shared<MaterialMulti>(m2));
     auto clone = std::static_pointer_cast<MaterialMulti>(m2.clone());
     EXPECT_EQ(clone->materials[0], m2.materials[0]);
     EXPECT_EQ(clone->name, L"Multi1");
-    EXPECT_EQ(std::static_pointer_cast<MaterialMulti>(m2.copy())->materials[0], m2.materials[0]);
-    EXPECT_TRUE(clone->isEqual(std::make_shared<MaterialMulti>(m2)));
-    EXPECT_TRUE(ownOutline(m2).urls.empty());
-
     // An unknown id fails the read and keeps the entries before it; a count beyond the data
     // ends with the data.
     MaterialMulti m3;
     EXPECT_TRUE(
         readFails(m3, plainLayered(RecordBuilder().version(2).u32(3).u32(1), "Kept", "L").u32(15)));
-    ASSERT_EQ(m3.materials.size(), 1u);
+    EXPECT_EQ(m3.materials.size(), 1u);
     EXPECT_TRUE(readFails(
         m3, plainLayered(RecordBuilder().version(2).u32(0xFFFFFFFFu).u32(1), "Only", "L")));
     EXPECT_EQ(m3.materials.size(), 1u);
@@ -142,20 +122,16 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     const auto b1 = readAs<MaterialBump>(plainLayered(
         RecordBuilder().version(1).text("Old").text("C:/bump.png").f32(0.5f).i32(1), "Base", "L"));
     EXPECT_EQ(b1.name, L"Old");
-    EXPECT_FLOAT_EQ(b1.bump_tex_mult, 0.5f);
     auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(b1.bump_tex);
     ASSERT_TRUE(bitmap);
     EXPECT_EQ(std::static_pointer_cast<BitmapBuffer>(bitmap->bitmap)->file, L"C:/bump.png");
     EXPECT_EQ(nameOf(b1.base_mtl), "Base");
-
     // An empty path gives no texture; a base material that fails is not kept.
     MaterialBump b2;
     EXPECT_TRUE(
         readFails(b2, RecordBuilder().version(1).text("").text("").f32(1).i32(1).version(9)));
     EXPECT_FALSE(b2.base_mtl);
     EXPECT_FALSE(b2.bump_tex);
-    EXPECT_EQ(b2.name, L"DefaultMaterial");
-
     // Version 2 holds no section: a uuid set before the read survives it, as the bump does
     // not reset before reading.
     RecordBuilder v2;
@@ -164,44 +140,29 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     b3.uuid = L"old";
     ASSERT_TRUE(readAll(b3, v2));
     EXPECT_EQ(b3.name, L"Two");
-    EXPECT_TRUE(b3.bump_tex);
     EXPECT_EQ(b3.uuid, L"old");
-
     RecordBuilder v3;
     section(plainLayered(bitmapSlot(v3.version(3).f32(2), "C:/b.png").i32(1), "Base", "L"), "B1",
             "u1");
     MaterialBump b4;
     expectRoundTrip(b4, v3);
-    EXPECT_EQ(b4.uuid, L"u1");
-    const std::wstring text = xmlOf(b4, L"/Set");
-    EXPECT_EQ(outline(text).urls, join({{"/Set/B1/Base/L", "/Set/B1/Base"},
-                                        bitmapUrls("/Set/B1/bump_tex/TexBitmap"),
-                                        {"/Set/B1"}}));
-    EXPECT_EQ(outline(text).parameters, words("bump_tex_mult base_mtl bump_tex"));
-    EXPECT_NE(text.find(L"<value>/Set/B1/Base</value>"), std::wstring::npos);
-    EXPECT_NE(text.find(L"<value>/Set/B1/bump_tex/TexBitmap</value>"), std::wstring::npos);
-
-    // setDefaults resets the name and the uuid.
-    b4.setDefaults();
-    EXPECT_EQ(b4.name, L"DefaultMaterial");
-    EXPECT_TRUE(b4.uuid.empty());
-
+    const Outline own = ownOutline(b4, L"/Set");
+    Names urls{"/Set/B1/Base/L", "/Set/B1/Base"};
+    for (const std::string& url : bitmapUrls("/Set/B1/bump_tex/TexBitmap")) urls.push_back(url);
+    urls.push_back("/Set/B1");
+    EXPECT_EQ(own.urls, urls);
+    EXPECT_EQ(own.parameters, words("bump_tex_mult base_mtl bump_tex"));
     EXPECT_TRUE(readFails(b4, RecordBuilder().version(3).f32(1).absent().i32(15)));
-
-    MaterialBump empty;
     QuickArchive out;
-    EXPECT_FALSE(empty.serialize(out));
+    EXPECT_FALSE(MaterialBump().serialize(out));  // no base material
 }
 
 TEST_F(WrappersTest, InstanceHoldsOnlyItsSectionAndIsNeverEqual) {
     auto instance = std::make_shared<MaterialInstance>();
     expectRoundTrip(*instance, section(RecordBuilder().version(1), "Inst", "u"));
-    EXPECT_EQ(instance->name, L"Inst");
     EXPECT_FALSE(instance->isEqual(instance));
     instance->instanceOf = std::make_shared<MaterialLayeredBRDF>();
     EXPECT_EQ(std::static_pointer_cast<MaterialInstance>(instance->clone())->instanceOf,
-              instance->instanceOf);
-    EXPECT_EQ(std::static_pointer_cast<MaterialInstance>(instance->copy())->instanceOf,
               instance->instanceOf);
     EXPECT_TRUE(ownOutline(*instance).urls.empty());
 }
@@ -210,45 +171,38 @@ TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     Material2Sided sided;
     const std::wstring constructed = sided.name;
     sided.transparency = Color(0.25f, 0.25f, 0.25f);
-    sided.uuid = L"before";
-
     RecordBuilder v1;
     layeredSlot(layeredSlot(v1.version(1), "F"), "B").absent().color(0.1f, 0.2f, 0.3f).f32(2);
     ASSERT_TRUE(readAll(sided, v1.boolean(true)));
     EXPECT_EQ((Names{nameOf(sided.front), nameOf(sided.back)}), (Names{"F", "B"}));
-    EXPECT_FLOAT_EQ(sided.translucency.g, 0.2f);
     EXPECT_TRUE(sided.force_1sided);
     EXPECT_FLOAT_EQ(sided.transparency.r, 0.25f);  // not in version 1, not reset
     EXPECT_EQ(sided.name, constructed);            // no section before version 3
-    sided.setDefaults();
-    EXPECT_EQ(sided.name, constructed);  // setDefaults leaves name and uuid alone
-    EXPECT_EQ(sided.uuid, L"before");
-
     RecordBuilder v2;
     layeredSlot(v2.version(2).absent(), "B").absent().color(0, 0, 0).f32(1).boolean(false);
     bitmapSlot(v2, "C:/t.png").color(0.5f, 0.5f, 0.5f).f32(3);
     Material2Sided s2;
     ASSERT_TRUE(readAll(s2, v2));
-    EXPECT_FALSE(s2.front);
     EXPECT_TRUE(s2.transparency_tex);
     EXPECT_FLOAT_EQ(s2.transparency_tex_mult, 3);
-
     RecordBuilder v3;
     layeredSlot(layeredSlot(v3.version(3), "F"), "B");
     bitmapSlot(v3, "C:/a.png").color(0.1f, 0.1f, 0.1f).f32(1).boolean(false);
     section(bitmapSlot(v3, "C:/b.png").color(0.2f, 0.2f, 0.2f).f32(1), "Sign", "s");
     Material2Sided s3;
     expectRoundTrip(s3, v3);
-    EXPECT_EQ(s3.name, L"Sign");
     const Outline own = ownOutline(s3);
-    EXPECT_EQ(own.urls, join({{"/Sign/F/Layer", "/Sign/F", "/Sign/B/Layer", "/Sign/B"},
-                              bitmapUrls("/Sign/translucency_tex/TexBitmap"),
-                              bitmapUrls("/Sign/transparency_tex/TexBitmap"),
-                              {"/Sign"}}));
+    Names urls = words("/Sign/F/Layer /Sign/F /Sign/B/Layer /Sign/B");
+    for (const char* tex : {"translucency_tex", "transparency_tex"}) {
+        for (const std::string& url : bitmapUrls("/Sign/" + std::string(tex) + "/TexBitmap")) {
+            urls.push_back(url);
+        }
+    }
+    urls.push_back("/Sign");
+    EXPECT_EQ(own.urls, urls);
     EXPECT_EQ(own.parameters, words("front back translucency_tex transparency_tex translucency "
                                     "transparency translucency_tex_mult transparency_tex_mult "
                                     "force_1sided"));
-
     Material2Sided s4;
     EXPECT_TRUE(readFails(s4, unknownSlot(layeredSlot(RecordBuilder().version(3), "F"))));
     EXPECT_EQ(nameOf(s4.front), "F");  // children read so far stay
@@ -259,12 +213,7 @@ TEST_F(WrappersTest, HostTwoSidedHasOneVersionWithItsSectionFirst) {
     layeredSlot(section(v1.version(1), "Skp"), "F").absent().boolean(true);
     MaterialSkp2Sided skp;
     expectRoundTrip(skp, v1);
-    EXPECT_EQ(nameOf(skp.front), "F");
-    EXPECT_FALSE(skp.back);
-    const Outline own = ownOutline(skp);
-    EXPECT_EQ(own.urls, words("/Skp/F/Layer /Skp/F /Skp"));
-    EXPECT_EQ(own.parameters, words("front back force_1sided"));
-
+    EXPECT_EQ(ownOutline(skp).urls, words("/Skp/F/Layer /Skp/F /Skp"));
     MaterialSkp2Sided refused;
     EXPECT_TRUE(readFails(
         refused, layeredSlot(RecordBuilder().version(1).version(3).text("Skp").text(""), "F")));
@@ -286,29 +235,23 @@ TEST_F(WrappersTest, OverrideEnvironmentResetsAndStoresBgBeforeGi) {
     EXPECT_EQ((F{env.gi_color.r, env.gi_tex_mult}), (F{0.2f, 2}));
     // override_gi is reset before reading, then read as false.
     EXPECT_EQ((B{env.override_bg, env.override_gi, env.override_refract}), (B{true, false, true}));
-
     // Its own XML is only the base material's, under the url it was given.
     EXPECT_EQ(ownOutline(env, L"/Up").urls, words("/Up/Base/Layer /Up/Base"));
 }
 
-TEST_F(WrappersTest, DisplacedVersionOneKeepsTheDefaultsOfTheLaterFields) {
+TEST_F(WrappersTest, DisplacedResetsBeforeReadingAndWritesOnlyItsBase) {
     MaterialDisplaced displaced;
     displaced.displace_shift = 9;
     RecordBuilder v1;
     layeredSlot(section(v1.version(1), "Disp"), "Base").absent().f32(2);
     ASSERT_TRUE(readAll(displaced, v1));
-    EXPECT_EQ(
-        (F{displaced.displace_tex_mult, displaced.displace_shift, displaced.displace_edge_length}),
-        (F{2, 0, 4}));
-    EXPECT_EQ((I{displaced.displace_max_subdivs, displaced.displace_use_globals}), (I{256, 1}));
-
+    EXPECT_EQ((F{displaced.displace_tex_mult, displaced.displace_shift}), (F{2, 0}));
     RecordBuilder v2;
     layeredSlot(section(v2.version(2), "Disp"), "Base");
     bitmapSlot(v2, "C:/d.png").floats({2, 0.5f, 8}).ints({64, 0, 0, 0});
     MaterialDisplaced d2;
     expectRoundTrip(d2, v2);
-    EXPECT_EQ((I{d2.displace_max_subdivs, d2.displace_continuity}), (I{64, 0}));
-
+    EXPECT_EQ(d2.displace_max_subdivs, 64);
     EXPECT_EQ(ownOutline(d2, L"/Up").urls, words("/Up/Disp/Base/Layer /Up/Disp/Base"));
 }
 
@@ -318,27 +261,21 @@ TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
     RecordBuilder v1;
     layeredSlot(v1.version(1).i32(1), "Base").u32(2).text("Wall").text("Roof");
     ASSERT_TRUE(readAll(e1, v1));
-    EXPECT_EQ(e1.mode, 1);
     EXPECT_EQ(e1.objects, (std::vector<std::wstring>{L"Wall", L"Roof"}));
     EXPECT_EQ(e1.name, constructed);  // version 1 has no section
-
     MaterialObjectExclusion e2;
     e2.short_circuit = false;
     ASSERT_TRUE(readAll(e2, section(RecordBuilder().version(2).i32(0).absent().u32(0), "Ex")));
     EXPECT_EQ(e2.name, L"Ex");
     EXPECT_TRUE(e2.short_circuit);  // reset before reading
-
     RecordBuilder v3;
     section(layeredSlot(v3.version(3).i32(1), "Base").u32(1).text("a<b"), "Ex").boolean(false);
     MaterialObjectExclusion e3;
     expectRoundTrip(e3, v3);
-    EXPECT_FALSE(e3.short_circuit);
     const std::wstring text = xmlOf(e3);
-    EXPECT_EQ(outline(text).urls, words("/Ex/Base/Layer /Ex/Base /Ex"));
     EXPECT_EQ(outline(text).parameters, words("base_mtl mode short_circuit objects"));
     EXPECT_NE(text.find(L"listType=\"\" label=\"objects\">"), std::wstring::npos);
     EXPECT_NE(text.find(L"<string>\"a<b\"</string>"), std::wstring::npos);
-
     // A count beyond the data is refused once the data runs out.
     MaterialObjectExclusion e4;
     EXPECT_TRUE(
@@ -352,25 +289,20 @@ TEST_F(WrappersTest, AlphaContributionStoresTheMultiplierFirst) {
     MaterialAlphaContribution alpha;
     expectRoundTrip(alpha, v1.f32(0.25f).f32(0.75f));
     EXPECT_EQ((F{alpha.alpha_tex_mult, alpha.alpha}), (F{0.25f, 0.75f}));
-    const Outline own = ownOutline(alpha);
-    EXPECT_EQ(own.urls.back(), "/Alpha");
-    EXPECT_EQ(own.parameters, words("alpha alpha_tex_mult base_mtl alpha_tex"));
+    EXPECT_EQ(ownOutline(alpha).parameters, words("alpha alpha_tex_mult base_mtl alpha_tex"));
 }
 
 TEST_F(WrappersTest, AngleBlendHasOneVersionAndDefaultAngles) {
     MaterialAngleBlend blend;
     blend.name = L"Blend";
     const std::wstring text = xmlOf(blend);
-    EXPECT_EQ(outline(text).urls, Names{"/Blend"});
     EXPECT_EQ(outline(text).parameters, words("mtl_one mtl_two start_angle stop_angle"));
     EXPECT_NE(text.find(L"<value>75</value>"), std::wstring::npos);
     EXPECT_NE(text.find(L"<value>150</value>"), std::wstring::npos);
-
     RecordBuilder v1;
-    layeredSlot(section(v1.version(1), "Blend").absent(), "Two").f32(10).f32(20);
-    expectRoundTrip(blend, v1);
+    expectRoundTrip(blend,
+                    layeredSlot(section(v1.version(1), "Blend").absent(), "Two").f32(10).f32(20));
     EXPECT_FALSE(blend.mtl_one);
-    EXPECT_FLOAT_EQ(blend.stop_angle, 20);
 }
 
 TEST_F(WrappersTest, ToonReadsBothVersionsAndNamesItsOwnParameters) {
@@ -382,10 +314,7 @@ TEST_F(WrappersTest, ToonReadsBothVersionsAndNamesItsOwnParameters) {
     t1.doSilhouetteMult = true;
     ASSERT_TRUE(readAll(t1, v1));
     EXPECT_EQ((F{t1.lineWidth, t1.line_units, t1.silhouetteMult}), (F{2, 2, 1.5f}));
-    EXPECT_TRUE(t1.divideByDist);
     EXPECT_FALSE(t1.doSilhouetteMult);  // reset, and not in version 1
-    EXPECT_EQ(t1.name, L"Toon");
-
     RecordBuilder v2;
     layeredSlot(v2.version(2), "Base").f32(2).f32(1);
     bitmapSlot(v2, "C:/w.png").f32(0.5f).f32(1).absent().f32(0.1f).f32(1).absent();
@@ -393,7 +322,6 @@ TEST_F(WrappersTest, ToonReadsBothVersionsAndNamesItsOwnParameters) {
     section(v2.floats({0.9f, 0.01f, 0.6f, 2}).boolean(false).boolean(true), "Toon");
     MaterialToon t2;
     expectRoundTrip(t2, v2.boolean(true).f32(3));
-    EXPECT_TRUE(t2.doSilhouetteMult);
     EXPECT_FLOAT_EQ(t2.silhouetteMult, 3);
     const Outline own = ownOutline(t2);
     EXPECT_EQ(own.parameters,
@@ -412,19 +340,14 @@ TEST_F(WrappersTest, CloneDuplicatesChildrenUnderNewNamesAndCopyKeepsThem) {
     ASSERT_TRUE(readAll(*blend, v1));
     sceneMaterials()->addMaterial(blend);
     sceneMaterials()->addMaterial(blend->mtl_one);
-
     auto clone = std::static_pointer_cast<MaterialAngleBlend>(blend->clone());
-    EXPECT_EQ(clone->name, L"Blend1");
+    EXPECT_EQ((Names{nameOf(clone), nameOf(clone->mtl_one), nameOf(clone->mtl_two)}),
+              (Names{"Blend1", "One1", "Two"}));
     EXPECT_NE(clone->mtl_one, blend->mtl_one);
-    EXPECT_EQ(clone->mtl_one->name, L"One1");
-    EXPECT_EQ(clone->mtl_two->name, L"Two");
     EXPECT_TRUE(clone->isEqual(blend));
-
     auto copy = std::static_pointer_cast<MaterialAngleBlend>(blend->copy());
-    EXPECT_EQ(copy->name, L"Blend");
+    EXPECT_EQ((Names{nameOf(copy), nameOf(copy->mtl_one)}), (Names{"Blend", "One"}));
     EXPECT_NE(copy->mtl_one, blend->mtl_one);
-    EXPECT_EQ(copy->mtl_one->name, L"One");
-
     copy->stop_angle = std::nanf("");
     EXPECT_TRUE(copy->isEqual(blend));  // a NaN is never unequal
     copy->mtl_two.reset();
