@@ -44,28 +44,34 @@ std::shared_ptr<T> readAll(int id, const Bytes& record) {
     return std::dynamic_pointer_cast<T>(texture);
 }
 
+// Both records are read whole; `check` tests a field of version 1 and the one version 2 adds, which
+// keeps its default in version 1. The version 2 record is written back byte for byte.
+template <class T, class Check>
+void readBothVersions(int id, const Bytes& v1, const Bytes& v2, Check check) {
+    SCOPED_TRACE(id);
+    for (const Bytes* record : {&v1, &v2}) {
+        auto texture = readAll<T>(id, *record);
+        ASSERT_TRUE(texture);
+        check(*texture, record == &v2);
+        if (record == &v2) expectWritesBack(*texture, v2);
+    }
+}
+
 }  // namespace
 
 TEST(FresnelTexture, ReadsBothVersions) {
-    Bytes v1;
-    v1.version(1).floats({0.9f, 0.8f, 0.7f}).floats({0.1f, 0.2f, 0.3f}).floats({1.3f, 1.4f});
-    auto fresnel = readAll<FresnelTexture>(1, v1);
-    ASSERT_TRUE(fresnel);
-    EXPECT_EQ(fresnel->refract_ior, 1.4f);
-    EXPECT_EQ(fresnel->refract_ior_tex_mult, 1.0f);
-
-    Bytes record;
-    record.version(2).floats({1, 1, 1}).floats({0.5f, 0.5f, 0.5f}).floats({1.5f, 1.6f});
-    record.floats({0.1f, 0.2f, 0.3f, 0.4f});
-    record.flag(false).flag(true).append(colorChild(0, 1, 0, 1)).flag(false).flag(false);
-    fresnel = readAll<FresnelTexture>(1, record);
-    ASSERT_TRUE(fresnel);
-    EXPECT_EQ(fresnel->refract_ior_tex_mult, 0.4f);
-    EXPECT_FALSE(fresnel->black_color_tex);
-    auto white = std::dynamic_pointer_cast<AColorTexture>(fresnel->white_color_tex);
-    ASSERT_TRUE(white);
-    EXPECT_EQ(white->texture, AColor(0, 1, 0, 1));
-    expectWritesBack(*fresnel, record);
+    Bytes v1, v2;
+    v1.version(1).floats({0.9f, 0.8f, 0.7f}).floats({0.1f, 0.2f, 0.3f}).floats({1.3f, 1.6f});
+    v2.version(2).floats({1, 1, 1}).floats({0.5f, 0.5f, 0.5f}).floats({1.5f, 1.6f});
+    v2.floats({0.1f, 0.2f, 0.3f, 0.4f});
+    v2.flag(false).flag(true).append(colorChild(0, 1, 0, 1)).flag(false).flag(false);
+    readBothVersions<FresnelTexture>(1, v1, v2, [](const FresnelTexture& t, bool two) {
+        EXPECT_EQ(t.refract_ior, 1.6f);
+        EXPECT_EQ(t.refract_ior_tex_mult, two ? 0.4f : 1.0f);
+        EXPECT_FALSE(t.black_color_tex);
+        auto white = std::dynamic_pointer_cast<AColorTexture>(t.white_color_tex);
+        EXPECT_EQ(white ? white->texture : AColor(), two ? AColor(0, 1, 0, 1) : AColor());
+    });
     texture_test::expectRefusesWords<FresnelTexture>({0x30000, 0x20001});
 }
 
@@ -76,17 +82,12 @@ TEST(FresnelTexture, WritesDefaultsWithInvertedColours) {
         .scalars(L"color", L"white_color", {{L"r", L"0"}, {L"g", L"0"}, {L"b", L"0"}})
         .scalars(L"color", L"black_color",
                  {{L"r", L"0.745098"}, {L"g", L"0.745098"}, {L"b", L"0.745098"}})
-        .inlineParam(L"float", L"fresnel_ior", L"1.55")
-        .inlineParam(L"float", L"refract_ior", L"1.55")
-        .inlineParam(L"float", L"black_color_tex_mult", L"1")
-        .inlineParam(L"float", L"white_color_tex_mult", L"1")
-        .inlineParam(L"float", L"fresnel_ior_tex_mult", L"1")
-        .inlineParam(L"float", L"refract_ior_tex_mult", L"1")
-        .emptyPlugin(L"black_color_tex")
-        .emptyPlugin(L"white_color_tex")
-        .emptyPlugin(L"fresnel_ior_tex")
-        .emptyPlugin(L"refract_ior_tex")
-        .assetClose();
+        .real(L"fresnel_ior", L"1.55");
+    expected.real(L"refract_ior", L"1.55").real(L"black_color_tex_mult", L"1");
+    expected.real(L"white_color_tex_mult", L"1").real(L"fresnel_ior_tex_mult", L"1");
+    expected.real(L"refract_ior_tex_mult", L"1").emptyPlugin(L"black_color_tex");
+    expected.emptyPlugin(L"white_color_tex").emptyPlugin(L"fresnel_ior_tex");
+    expected.emptyPlugin(L"refract_ior_tex").assetClose();
     FresnelTexture fresnel;
     EXPECT_EQ(assetsOf(fresnel, L"/Glass"), expected.document());
     EXPECT_EQ(fresnel.sideColor, Color(65.0f / 255, 65.0f / 255, 65.0f / 255));  // stored as read
@@ -114,19 +115,6 @@ TEST(FresnelTexture, ClampsInvertedColoursAndPlacesChildrenUnderTheirPathWords) 
     EXPECT_LT(black, whiteAsset);
     EXPECT_LT(whiteAsset, parent);
     EXPECT_NE(parent, std::wstring::npos);
-}
-
-// Both records are read whole; `check` tests a field of version 1 and the one version 2 adds, which
-// keeps its default in version 1. The version 2 record is written back byte for byte.
-template <class T, class Check>
-void readBothVersions(int id, const Bytes& v1, const Bytes& v2, Check check) {
-    SCOPED_TRACE(id);
-    for (const Bytes* record : {&v1, &v2}) {
-        auto texture = readAll<T>(id, *record);
-        ASSERT_TRUE(texture);
-        check(*texture, record == &v2);
-        if (record == &v2) expectWritesBack(*texture, v2);
-    }
 }
 
 TEST(ProceduralTextures, ReadBothVersionsOfTwoVersionClasses) {
