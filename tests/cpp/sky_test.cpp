@@ -5,6 +5,7 @@
 #include "lights/sun_light.h"
 #include "texture_bytes.h"
 #include "xml/asset_xml_writer.h"
+#include "xml/text.h"
 
 using namespace CorvaneCore;
 using texture_test::Bytes;
@@ -51,33 +52,27 @@ std::shared_ptr<SkyTexture> readSky(const Bytes& record) {
 
 }  // namespace
 
-TEST(SkyTexture, VersionOneWithoutSunKeepsTheDefaultSun) {
+TEST(SkyTexture, VersionOneKeepsTheDefaultSunOrReadsItsOwn) {
     Bytes record;
     record.version(1).flag(false);
     auto sky = readSky(record);
     ASSERT_TRUE(sky);
     EXPECT_EQ(sky->sun, defaultSunLight());
-    EXPECT_TRUE(sky->hasSun());
-    EXPECT_TRUE(sky->usesDefaultSun());
-
+    EXPECT_TRUE(sky->hasSun() && sky->usesDefaultSun());
     std::wstring text;
     AssetXmlWriter writer(text);
     sky->writeXML(writer, L"/Env");
     EXPECT_EQ(writer.sunUrls.at(defaultSunLight()->sunId), L"/SunLight");
     EXPECT_NE(text.find(L"<value>/SunLight</value>"), std::wstring::npos);
-}
 
-TEST(SkyTexture, VersionOneReadsItsOwnSun) {
-    Bytes record;
+    record = Bytes();
     record.version(1).flag(true).append(sunRecord(kOtherSunId, 5));
-    auto sky = readSky(record);
+    sky = readSky(record);
     ASSERT_TRUE(sky);
     auto sun = std::dynamic_pointer_cast<SunLight>(sky->sun);
     ASSERT_TRUE(sun);
-    EXPECT_NE(sun, defaultSunLight());
     EXPECT_EQ(sun->turbidity, 5.0f);
-    EXPECT_TRUE(sky->hasSun());
-    EXPECT_FALSE(sky->usesDefaultSun());
+    EXPECT_TRUE(sky->hasSun() && !sky->usesDefaultSun());
 }
 
 TEST(SkyTexture, VersionTwoTakesAPlainTransformAheadOfItsFields) {
@@ -115,8 +110,7 @@ TEST(SkyTexture, VersionThreeReplacesTheSharedDefaultSun) {
     record.data.back() = 0;
     sky = readSky(record);
     ASSERT_TRUE(sky);
-    EXPECT_EQ(std::dynamic_pointer_cast<SunLight>(sky->sun)->sunId,
-              texture_test::wide(kOtherSunId));
+    EXPECT_EQ(std::dynamic_pointer_cast<SunLight>(sky->sun)->sunId, utf8ToWide(kOtherSunId));
     EXPECT_FALSE(sky->usesDefaultSun());
 
     // Written back, it is the same record.
@@ -133,7 +127,7 @@ TEST(SkyTexture, RefusesUnknownWordsAndFailingSuns) {
 // The sun stands at the document's root, once; both skies refer to it.
 TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
     auto sun = std::make_shared<SunLight>();
-    sun->sunId = texture_test::wide(kOtherSunId);
+    sun->sunId = utf8ToWide(kOtherSunId);
     SkyTexture first, second;
     first.sun = sun;
     second.sun = sun;
@@ -166,7 +160,7 @@ TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
     auto defaultIdSun = std::make_shared<SunLight>();
     defaultIdSun->sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";  // case does not matter
     auto otherSun = std::make_shared<SunLight>();
-    otherSun->sunId = texture_test::wide(kOtherSunId);
+    otherSun->sunId = utf8ToWide(kOtherSunId);
 
     std::wstring text;
     AssetXmlWriter writer(text);

@@ -15,11 +15,6 @@ namespace texture_test {
 
 using Bytes = ::RecordBuilder;
 
-// ASCII text as a wide string.
-inline std::wstring wide(const std::string& ascii) {
-    return std::wstring(ascii.begin(), ascii.end());
-}
-
 // Reading a record that holds only a version `word` must fail, for each of `words`.
 template <class T>
 void expectRefusesWords(std::initializer_list<uint32_t> words) {
@@ -49,10 +44,6 @@ public:
     explicit Xml(int shift = 0) : shift_(shift) {}
     Xml& line(int blanks, const std::wstring& text) {
         out += std::wstring(size_t(blanks + shift_), L' ') + text + L"\n";
-        return *this;
-    }
-    Xml& emptyLine() {
-        out += L"\n";
         return *this;
     }
     Xml& assetOpen(const std::wstring& url, const std::wstring& kind, const std::wstring& type) {
