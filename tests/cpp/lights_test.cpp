@@ -288,7 +288,7 @@ TEST(LightRoundTrip, MayaDirectLightComparesWithoutItsTransform) {
     EXPECT_TRUE(light.isEqual(other));  // a NaN equals anything
 }
 
-// ------------------------------------------------------------ factory, names, default sun
+// ------------------------------------------------------------ factory
 
 TEST(LightFactory, KnowsTheStoredIdsOnly) {
     for (int id : {0, 2, 3, 4, 5, 6, 7}) {
@@ -299,15 +299,6 @@ TEST(LightFactory, KnowsTheStoredIdsOnly) {
     for (int id : {-1, 1, 8, 9}) EXPECT_FALSE(createLight(id)) << id;
     EXPECT_EQ(lightDisplayName(1), L"Positional Direct Light");  // a name without a class
     EXPECT_EQ(lightDisplayName(8), L"Invalid Light");
-}
-
-TEST(LightFactory, DefaultSunIsOneSharedObject) {
-    std::shared_ptr<SunLight> sun = defaultSunLight();
-    ASSERT_TRUE(sun);
-    EXPECT_EQ(sun, defaultSunLight());
-    EXPECT_EQ(sun->sunId, L"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}");
-    EXPECT_EQ(sun->sunName, L"Default");
-    EXPECT_NE(SunLight().sunId, SunLight().sunId);
 }
 
 // ------------------------------------------------------------ XML
@@ -385,20 +376,6 @@ TEST(LightXml, SpotLightEndsWithTheLabelledLegacyFlag) {
     EXPECT_EQ(convert(spotRecord(4), 4), closed(e));
 }
 
-TEST(LightXml, RectangleLightParameterOrder) {
-    Xml e = lightAsset(L"LightRectangle");
-    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
-    e.real(L"cutoffThreshold", L"0.25").real(L"shadowBias", L"0.125").real(L"intensity", L"42");
-    e.real(L"u_size", L"2.5").real(L"v_size", L"3.5").integer(L"units", L"2");
-    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
-    e.integer(L"subdivs", L"44").flag(L"enabled", L"0").flag(L"doubleSided", L"1");
-    e.flag(L"invisible", L"1").flag(L"lightPortal", L"1").flag(L"noDecay", L"1");
-    e.flag(L"storeWithIrradianceMap", L"1").flag(L"ignoreLightNormals", L"0");
-    e.flag(L"shadows", L"0").flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
-    e.flag(L"affectReflections", L"0").transform(L"transform", kPlaceText);
-    EXPECT_EQ(convert(rectangleRecord(4), 3), closed(e));
-}
-
 TEST(LightXml, IESLightEscapesItsFilePath) {
     Xml e = lightAsset(L"LightIES");
     e.transform(L"transform", kPlaceText);
@@ -429,7 +406,7 @@ TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
               std::string::npos);
 }
 
-TEST(LightXml, SphereAndDomeLightsWriteNothing) {
+TEST(LightXml, SphereDomeAndRefusedRecordsWriteNothing) {
     EXPECT_EQ(convert(sphereRecord(2), 7), "");
     std::wstring text;
     AssetXmlWriter writer(text);
@@ -438,9 +415,8 @@ TEST(LightXml, SphereAndDomeLightsWriteNothing) {
     SphereLight sphere;
     EXPECT_EQ(xmlOf(sphere, writer, L"/anything"), "");
     EXPECT_EQ(writer.depth(), 0);
-}
 
-TEST(LightXml, ConvertRefusesTypesWithoutClassAndBadRecords) {
+    // Types without a class and records of an unknown version convert to nothing.
     for (int type : {1, 8, -1}) {
         QuickArchive archive = omniRecord(4).archive();
         EXPECT_FALSE(convertLight(archive, type)) << type;
@@ -449,7 +425,7 @@ TEST(LightXml, ConvertRefusesTypesWithoutClassAndBadRecords) {
     EXPECT_FALSE(convertLight(tooNew, 2));
 }
 
-TEST(LightXml, ASunIsWrittenOncePerWriterForTheModellingHost) {
+TEST(LightXml, ASunIsWrittenOncePerWriterUnderItsHostsName) {
     std::wstring text;
     AssetXmlWriter writer(text);
     SunLight first, again, second;
@@ -464,19 +440,18 @@ TEST(LightXml, ASunIsWrittenOncePerWriterForTheModellingHost) {
     EXPECT_EQ(writer.sunUrls.size(), 2u);
     EXPECT_EQ(writer.sunUrls[L"{AAAA}"], L"/SunLight");
     EXPECT_EQ(writer.sunUrls[L"{BBBB}"], L"/SunLight1");
-}
 
-TEST(LightXml, OtherHostsNameSunsByTheirIdentity) {
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.targetHost = 1;
+    // Other hosts name suns by their identity.
+    std::wstring otherText;
+    AssetXmlWriter other(otherText);
+    other.targetHost = 1;
     SunLight given, byDefault, byId;
     given.sunId = L"{AAAA}";
     byDefault.sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";
     byId.sunId = L"{CCCC}";
-    EXPECT_EQ(xmlOf(given, writer, L"/Given Sun").rfind(assetLine("/Given Sun"), 0), 0u);
-    EXPECT_EQ(xmlOf(byDefault, writer), "");
-    EXPECT_EQ(writer.sunUrls.count(byDefault.sunId), 0u);
-    EXPECT_EQ(xmlOf(byId, writer).rfind(assetLine("/{CCCC}"), 0), 0u);
-    EXPECT_EQ(writer.sunUrls[L"{CCCC}"], L"/{CCCC}");
+    EXPECT_EQ(xmlOf(given, other, L"/Given Sun").rfind(assetLine("/Given Sun"), 0), 0u);
+    EXPECT_EQ(xmlOf(byDefault, other), "");
+    EXPECT_EQ(other.sunUrls.count(byDefault.sunId), 0u);
+    EXPECT_EQ(xmlOf(byId, other).rfind(assetLine("/{CCCC}"), 0), 0u);
+    EXPECT_EQ(other.sunUrls[L"{CCCC}"], L"/{CCCC}");
 }
