@@ -97,7 +97,7 @@ TEST(AnimatedTransform, ADeclaredCountBeyondTheDataStopsWhereTheDataEnds) {
     EXPECT_LT(archive.remaining(), 56u);
 }
 
-TEST(AnimatedTransform, RoundTripsThroughTheArchive) {
+TEST(AnimatedCurves, RoundTripThroughTheArchive) {
     AnimatedTransform curve;
     curve.setValue(countingTransform(1), 0.0);
     curve.setValue(countingTransform(2), 0.75);
@@ -110,6 +110,16 @@ TEST(AnimatedTransform, RoundTripsThroughTheArchive) {
     EXPECT_TRUE(back.sameKeys(curve));
     back.setValue(countingTransform(9), 0.75);
     EXPECT_FALSE(back.sameKeys(curve));
+
+    AnimatedReal real(true);
+    real.setValue(1.5f, 0.0);
+    real.setValue(-2.0f, 3.0);
+    QuickArchive realArchive(1);
+    ASSERT_TRUE(real.serialize(realArchive));
+    EXPECT_EQ(realArchive.writePos(), 13u + 2 * 12u);
+    AnimatedReal realBack(false);
+    ASSERT_TRUE(realBack.deserialize(realArchive));
+    EXPECT_TRUE(realBack.sameKeys(real));
 }
 
 TEST(AnimatedReal, InterpolatesOnlyWhenAsked) {
@@ -123,7 +133,7 @@ TEST(AnimatedReal, InterpolatesOnlyWhenAsked) {
     EXPECT_EQ(stepped.getValue(9.0), 6.0f);
 }
 
-TEST(AnimatedReal, ReadKeepsTheDefaultKeyAtZero) {
+TEST(AnimatedReal, ReadKeepsTheDefaultKeyAtZeroAndRefusesKeySizeFour) {
     Bytes b = curveHeader(2);
     b.boolean(true).f64(1.0).f32(10.0f).f64(2.0).f32(20.0f);
     AnimatedReal curve(false);
@@ -133,26 +143,12 @@ TEST(AnimatedReal, ReadKeepsTheDefaultKeyAtZero) {
     EXPECT_EQ(curve.keyTime(0), 0.0);
     EXPECT_EQ(curve.getValue(0.0), 0.0f);
     EXPECT_EQ(curve.getValue(1.5), 15.0f);
-}
 
-TEST(AnimatedReal, RefusesKeySizeFourKeepingTheDefaultKey) {
-    Bytes b = curveHeader(1, 4);
+    // Key size 4 is refused, keeping the default key.
+    b = curveHeader(1, 4);
     b.boolean(false).f64(1.0).f32(10.0f);
-    AnimatedReal curve(true);
     curve.setValue(3.0f, 5.0);
     EXPECT_FALSE(deserializeFrom(curve, b));
     ASSERT_EQ(curve.keyCount(), 1);
     EXPECT_EQ(curve.getValue(5.0), 0.0f);  // the default key at zero
-}
-
-TEST(AnimatedReal, RoundTripsThroughTheArchive) {
-    AnimatedReal curve(true);
-    curve.setValue(1.5f, 0.0);
-    curve.setValue(-2.0f, 3.0);
-    QuickArchive archive(1);
-    ASSERT_TRUE(curve.serialize(archive));
-    EXPECT_EQ(archive.writePos(), 13u + 2 * 12u);
-    AnimatedReal back(false);
-    ASSERT_TRUE(back.deserialize(archive));
-    EXPECT_TRUE(back.sameKeys(curve));
 }
