@@ -90,7 +90,6 @@ TEST(FresnelTexture, WritesDefaultsWithInvertedColours) {
     expected.emptyPlugin(L"refract_ior_tex").assetClose();
     FresnelTexture fresnel;
     EXPECT_EQ(assetsOf(fresnel, L"/Glass"), expected.document());
-    EXPECT_EQ(fresnel.sideColor, Color(65.0f / 255, 65.0f / 255, 65.0f / 255));  // stored as read
 }
 
 TEST(FresnelTexture, ClampsInvertedColoursAndPlacesChildrenUnderTheirPathWords) {
