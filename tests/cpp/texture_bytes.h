@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "archive/quick_archive.h"
@@ -14,11 +15,6 @@
 namespace texture_test {
 
 using Bytes = ::RecordBuilder;
-
-// ASCII text as a wide string.
-inline std::wstring wide(const std::string& ascii) {
-    return std::wstring(ascii.begin(), ascii.end());
-}
 
 // Reading a record that holds only a version `word` must fail, for each of `words`.
 template <class T>
@@ -49,10 +45,6 @@ public:
     explicit Xml(int shift = 0) : shift_(shift) {}
     Xml& line(int blanks, const std::wstring& text) {
         out += std::wstring(size_t(blanks + shift_), L' ') + text + L"\n";
-        return *this;
-    }
-    Xml& emptyLine() {
-        out += L"\n";
         return *this;
     }
     Xml& assetOpen(const std::wstring& url, const std::wstring& kind, const std::wstring& type) {
@@ -91,14 +83,11 @@ public:
     }
     Xml& emptyPlugin(const std::wstring& name) { return paramOpen(L"plugin", name).paramClose(); }
     Xml& scalars(const std::wstring& type, const std::wstring& name,
-                 std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> tags) {
-        paramOpen(type, name);
-        line(14, L"<value>");
-        for (const auto& tag : tags) {
+                 const std::vector<std::pair<const wchar_t*, const wchar_t*>>& tags) {
+        paramOpen(type, name).line(14, L"<value>");
+        for (const auto& tag : tags)
             line(16, std::wstring(L"<") + tag.first + L">" + tag.second + L"</" + tag.first + L">");
-        }
-        line(14, L"</value>");
-        return paramClose();
+        return line(14, L"</value>").paramClose();
     }
     // A placement's twelve lines: rotations, scales, offsets, then mirrors, x to z each.
     Xml& components(const std::wstring& type, const std::wstring& name,
@@ -106,13 +95,9 @@ public:
         static const wchar_t* const kTags[] = {
             L"x_rotation", L"y_rotation", L"z_rotation", L"x_scale",  L"y_scale",  L"z_scale",
             L"x_offset",   L"y_offset",   L"z_offset",   L"x_mirror", L"y_mirror", L"z_mirror"};
-        paramOpen(type, name);
-        line(14, L"<value>");
-        for (size_t i = 0; i < 12; ++i) {
-            line(16, std::wstring(L"<") + kTags[i] + L">" + twelve.at(i) + L"</" + kTags[i] + L">");
-        }
-        line(14, L"</value>");
-        return paramClose();
+        std::vector<std::pair<const wchar_t*, const wchar_t*>> tags;
+        for (size_t i = 0; i < 12; ++i) tags.emplace_back(kTags[i], twelve.at(i));
+        return scalars(type, name, tags);
     }
     Xml& color(const std::wstring& name, const wchar_t* r, const wchar_t* g, const wchar_t* b) {
         return scalars(L"color", name, {{L"r", r}, {L"g", g}, {L"b", b}});
