@@ -376,6 +376,20 @@ TEST(LightXml, SpotLightEndsWithTheLabelledLegacyFlag) {
     EXPECT_EQ(convert(spotRecord(4), 4), closed(e));
 }
 
+TEST(LightXml, RectangleLightParameterOrder) {
+    Xml e = lightAsset(L"LightRectangle");
+    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
+    e.real(L"cutoffThreshold", L"0.25").real(L"shadowBias", L"0.125").real(L"intensity", L"42");
+    e.real(L"u_size", L"2.5").real(L"v_size", L"3.5").integer(L"units", L"2");
+    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
+    e.integer(L"subdivs", L"44").flag(L"enabled", L"0").flag(L"doubleSided", L"1");
+    e.flag(L"invisible", L"1").flag(L"lightPortal", L"1").flag(L"noDecay", L"1");
+    e.flag(L"storeWithIrradianceMap", L"1").flag(L"ignoreLightNormals", L"0");
+    e.flag(L"shadows", L"0").flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
+    e.flag(L"affectReflections", L"0").transform(L"transform", kPlaceText);
+    EXPECT_EQ(convert(rectangleRecord(4), 3), closed(e));
+}
+
 TEST(LightXml, IESLightEscapesItsFilePath) {
     Xml e = lightAsset(L"LightIES");
     e.transform(L"transform", kPlaceText);
