@@ -144,21 +144,6 @@ VALUE archive_round_trip(VALUE, VALUE array) {
     });
 }
 
-// Only the copy into an archive: the byte count, or nil when the array is refused.
-VALUE copy_to_archive(VALUE, VALUE array) {
-    return guarded([&] {
-        CorvaneCore::QuickArchive archive(1);
-        if (!RubyArrayToArchive(array, archive)) return Qnil;
-        return ULL2NUM(archive.writePos());
-    });
-}
-
-VALUE host_method_name(VALUE, VALUE index) {
-    const long i = NUM2LONG(index);
-    if (i < 0 || i >= kHostMethodCount) return Qnil;
-    return rb_str_new_cstr(hostMethodName(static_cast<HostMethod>(i)));
-}
-
 // The value classes and the upgrade pass's Ruby host, which the shipped module never sets up.
 VALUE register_host_classes(VALUE, VALUE module) {
     return guarded([&] {
@@ -195,8 +180,6 @@ extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {
     rb_define_module_function(m, "ask_yes_no", RUBY_METHOD_FUNC(ask_yes_no), 1);
     rb_define_module_function(m, "protected_eval", RUBY_METHOD_FUNC(protected_eval), 1);
     rb_define_module_function(m, "archive_round_trip", RUBY_METHOD_FUNC(archive_round_trip), 1);
-    rb_define_module_function(m, "copy_to_archive", RUBY_METHOD_FUNC(copy_to_archive), 1);
-    rb_define_module_function(m, "host_method_name", RUBY_METHOD_FUNC(host_method_name), 1);
     rb_define_module_function(m, "register_host_classes", RUBY_METHOD_FUNC(register_host_classes),
                               1);
     rb_define_module_function(m, "offer_upgrade", RUBY_METHOD_FUNC(offer_upgrade), 0);
