@@ -30,7 +30,7 @@ TEST(QuickArchive, PrimitivesAreLittleEndianAndUnaligned) {
     EXPECT_EQ(std::make_pair(x, y), std::make_pair(false, true));
 }
 
-TEST(QuickArchive, BlocksGrowOneAtATimeAndValuesStraddleThem) {
+TEST(QuickArchive, BlocksGrowOneAtATimeValuesStraddleThemAndANewOneIsCleared) {
     QuickArchive a(1);
     for (int k = 0; k < 4094; ++k) a.write(char(0));
     a.write(int32_t(0x11223344));
@@ -47,17 +47,15 @@ TEST(QuickArchive, BlocksGrowOneAtATimeAndValuesStraddleThem) {
     b.writeBytes(data.data(), data.size());
     EXPECT_EQ(std::make_pair(b.blockCount(), b.writePos()),
               std::make_pair(size_t(2), uint64_t(4097)));
-}
 
-TEST(QuickArchive, NewArchiveHoldsOneClearedBlockBeforeTheEnd) {
-    QuickArchive a(1);
-    EXPECT_EQ(a.remaining(), 4096u);
+    QuickArchive fresh(1);  // one cleared block
+    EXPECT_EQ(fresh.remaining(), 4096u);
     unsigned char byte = 9;
-    EXPECT_TRUE(a.peekByte(4095, byte) && byte == 0);
-    EXPECT_FALSE(a.peekByte(4096, byte));
-    a.setReadPos(4095);
-    EXPECT_TRUE(a.readByte(byte));
-    EXPECT_FALSE(a.readByte(byte));
+    EXPECT_TRUE(fresh.peekByte(4095, byte) && byte == 0);
+    EXPECT_FALSE(fresh.peekByte(4096, byte));
+    fresh.setReadPos(4095);
+    EXPECT_TRUE(fresh.readByte(byte));
+    EXPECT_FALSE(fresh.readByte(byte));
 }
 
 TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
@@ -88,7 +86,7 @@ TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
     EXPECT_EQ(uint32_t(cut), 0xAABB0000u);
 }
 
-TEST(QuickArchive, StringsCountBytesAndStopAtAnEmbeddedZero) {
+TEST(QuickArchive, StringsCountBytesStopAtAZeroAndAHugeCountStaysBounded) {
     QuickArchive a;
     a.write(std::wstring(L"h\u00e9"));  // UTF-8 takes three bytes
     a.write(uint32_t(5));
@@ -107,16 +105,13 @@ TEST(QuickArchive, StringsCountBytesAndStopAtAnEmbeddedZero) {
     ansi.write(std::string("caf\xE9"));
     ansi.read(w);
     EXPECT_EQ(w, L"caf\u00e9");
-}
 
-TEST(QuickArchive, HugeDeclaredStringCountStaysBounded) {
-    QuickArchive a;
-    a.write(uint32_t(0xFFFFFFF0));
-    a.writeBytes("xyz", 3);
-    std::string s;
-    a.read(s);
+    QuickArchive huge;
+    huge.write(uint32_t(0xFFFFFFF0));
+    huge.writeBytes("xyz", 3);
+    huge.read(s);
     EXPECT_EQ(s, "xyz");  // the cleared rest of the block ends the text
-    EXPECT_EQ(a.readPos(), 4u + 0xFFFFFFF0u);
+    EXPECT_EQ(huge.readPos(), 4u + 0xFFFFFFF0u);
 }
 
 TEST(QuickArchive, ReadBufferCopiesAtMostItsCapacity) {
@@ -165,7 +160,7 @@ TEST(QuickArchive, CopiesShareTheirBlocks) {
     EXPECT_EQ(v, 42);
 }
 
-TEST(QuickArchive, WholeArchiveStreamForm) {
+TEST(QuickArchive, WholeArchiveStreamAndFileForms) {
     QuickArchive a;
     a.write(int32_t(7));
     std::stringstream out;
@@ -200,17 +195,12 @@ TEST(QuickArchive, WholeArchiveStreamForm) {
     char c = 0;
     fromCut.read(c);
     EXPECT_EQ(std::make_pair(fromCut.blockCount(), c), std::make_pair(size_t(1), 'q'));
-}
 
-TEST(QuickArchive, FileFormRoundTrip) {
     const std::string path = ::testing::TempDir() + "archive_roundtrip.bin";
-    QuickArchive a;
-    a.write(std::wstring(L"file"));
     ASSERT_TRUE(a.saveToFile(path));
-    QuickArchive b;
-    ASSERT_TRUE(b.loadFromFile(path));
-    std::wstring w;
-    b.read(w);
-    EXPECT_EQ(w, L"file");
-    EXPECT_FALSE(b.loadFromFile(path + ".missing"));
+    QuickArchive fromFile;
+    ASSERT_TRUE(fromFile.loadFromFile(path));
+    fromFile.read(v);
+    EXPECT_EQ(v, 7);
+    EXPECT_FALSE(fromFile.loadFromFile(path + ".missing"));
 }

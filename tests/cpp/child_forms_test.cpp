@@ -127,10 +127,10 @@ TEST(ChildForms, GroupWritesBothIdsFirst) {
     ASSERT_TRUE(writeChildPair(a, first, second));
     int32_t ids[2] = {0, 0};
     a.read(ids[0]), a.read(ids[1]);
-    EXPECT_EQ(std::make_pair(ids[0], ids[1]), std::make_pair(3, 3));
     a.setReadPos(0);
     std::shared_ptr<Node> x, y;
     ASSERT_TRUE((readChildPair<Node, Node>(a, x, &Node::create, y, &Node::create)));
+    EXPECT_EQ(std::make_pair(ids[0], ids[1]), std::make_pair(3, 3));
     EXPECT_EQ(std::make_pair(x->value, y->value), std::make_pair(1, 2));
 
     QuickArchive none;
@@ -138,7 +138,7 @@ TEST(ChildForms, GroupWritesBothIdsFirst) {
     EXPECT_EQ(none.writePos(), 0u);
 }
 
-TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
+TEST(ReadTrace, NamesTheInnermostRefusalOrTheUnknownTypeId) {
     QuickArchive a = parentOf(3);
     a.write(uint32_t(0x70000));  // the child's word: a major it does not know
     ReadTrace trace;
@@ -151,21 +151,15 @@ TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
     EXPECT_EQ(trace.treeText(),
               "(anonymous namespace)::Node version 1 bytes 0..17 REFUSED\n"
               "  (anonymous namespace)::Node version 7 bytes 13..17 REFUSED\n");
-}
 
-TEST(ReadTrace, ReportsAnUnknownTypeIdWithItsOffset) {
-    QuickArchive a = parentOf(42);
-    ReadTrace trace;
-    a.setTrace(&trace);
-    Node root;
-    EXPECT_FALSE(readTracedObject(a, root));
-    EXPECT_EQ(trace.failureText(),
+    QuickArchive unknown = parentOf(42);
+    ReadTrace idTrace;
+    unknown.setTrace(&idTrace);
+    EXPECT_FALSE(readTracedObject(unknown, root));
+    EXPECT_EQ(idTrace.failureText(),
               "type id 42 at byte 9 has no class in the (anonymous namespace)::Node family");
-}
 
-TEST(ReadTrace, ReadingWithoutATraceIsUnchanged) {
-    QuickArchive a;
-    ASSERT_TRUE(chain(4)->serialize(a));
-    Node back;
-    EXPECT_TRUE(readTracedObject(a, back) && a.trace() == nullptr);
+    QuickArchive untraced;  // reading without a trace is unchanged
+    ASSERT_TRUE(chain(4)->serialize(untraced));
+    EXPECT_TRUE(readTracedObject(untraced, root) && untraced.trace() == nullptr);
 }

@@ -55,9 +55,16 @@ TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
   <value>C:\a&amp;b&lt;c.png</value>
 </parameter>
 )");
+    out.clear();  // narrow names are decoded as UTF-8
+    w.writeInteger(
+        "gr\xC3\xB6\xC3\x9F"
+        "e",
+        -3);
+    EXPECT_NE(out.find(L"name=\"gr\u00f6\u00dfe\""), std::wstring::npos);
+    EXPECT_NE(out.find(L"<value>-3</value>"), std::wstring::npos);
 }
 
-TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineAndTransformHasNone) {
+TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     Matrix m;
     w.writeMatrix("m", m);
     EXPECT_EQ(out,
@@ -116,10 +123,8 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineAndTransformHasNone) {
   </value>
 </parameter>
 )");
-}
 
-// Colors, vectors and component transforms are inside the light and texture documents.
-TEST_F(AssetXmlWriterTest, AColor) {
+    out.clear();  // colors, vectors and component transforms: the light and texture documents
     w.writeAColor("a", AColor(0.1f, 0.2f, 0.3f, 1));
     EXPECT_EQ(out,
               LR"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
@@ -199,13 +204,4 @@ TEST_F(AssetXmlWriterTest, ListsRootAndEscapedAssetUrl) {
   </Asset>
 </cormat>
 )");
-}
-
-TEST_F(AssetXmlWriterTest, NarrowNamesAreDecodedAsUtf8) {
-    w.writeInteger(
-        "gr\xC3\xB6\xC3\x9F"
-        "e",
-        -3);
-    EXPECT_NE(out.find(L"name=\"gr\u00f6\u00dfe\""), std::wstring::npos);
-    EXPECT_NE(out.find(L"<value>-3</value>"), std::wstring::npos);
 }

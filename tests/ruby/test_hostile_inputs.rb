@@ -5,9 +5,6 @@ require_relative "helper"
 class HostileInputsTest < Minitest::Test
   include QuillonTestHelper
 
-  OMNI = JSON.parse(File.read(File.join(SAMPLES, "light_type2_omni.json"))).freeze
-  BRICK = JSON.parse(File.read(File.join(SAMPLES, "material_type1_brick.json"))).freeze
-
   def light(bytes, type = 2) = Quillonbin2xml.convert_light(bytes, type)
   def material(bytes, type = 1) = Quillonbin2xml.convert_material(bytes, type)
 

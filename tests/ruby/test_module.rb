@@ -5,9 +5,6 @@ require_relative "helper"
 class ModuleTest < Minitest::Test
   include QuillonTestHelper
 
-  OMNI = JSON.parse(File.read(File.join(SAMPLES, "light_type2_omni.json"))).freeze
-  BRICK = JSON.parse(File.read(File.join(SAMPLES, "material_type1_brick.json"))).freeze
-
   def u32(*v) = v.pack("L<*").bytes
   def f32(*v) = v.pack("e*").bytes
 
