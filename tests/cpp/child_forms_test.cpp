@@ -45,10 +45,7 @@ std::shared_ptr<Node> chain(int length) {
 // A node of version 1 and value 0 whose present child starts with the type id `childId`.
 QuickArchive parentOf(int32_t childId) {
     QuickArchive a;
-    writeVersion(a, 1);
-    a.write(int32_t(0));
-    a.write(true);
-    a.write(childId);
+    writeVersion(a, 1), a.write(int32_t(0)), a.write(true), a.write(childId);
     return a;
 }
 
