@@ -71,8 +71,7 @@ class ValueClassesTest < Minitest::Test
       [argument, -> { Quillon::Vector.new("x") }], [argument, -> { Quillon::Vector.new(1, :b, 2) }],
       ["invalid Geom::Vector3d#[] result - Quillon::Vector#set",
        -> { Quillon::Vector.new(Geom::Vector3d.new(1, nil, 3)) }],
-      ["invalid Geom::Point3d#[] result - Quillon::Vector#set",
-       -> { Quillon::Vector.new(Geom::Point3d.new(1, 2)) }],
+      ["invalid Geom::Point3d#[] result - Quillon::Vector#set", -> { Quillon::Vector.new(Geom::Point3d.new(1, 2)) }],
       ["invalid Geom::Vertex#position result - Quillon::Vector#set",
        -> { Quillon::Vector.new(Sketchup::Vertex.new(nil)) }],
       ["Quillon::Color#initialize - invalid to_a in 1 argc color init",
@@ -82,8 +81,7 @@ class ValueClassesTest < Minitest::Test
       ["Quillon::Color#initialize - invalid arguments: when passing 3 they must be fixnum / " \
        "floats", -> { Quillon::Color.new(1, "2", 3) }],
       ["#{prefix}invalid ruby array length - should be 16", -> { Quillon::Transform.new([0] * 15) }],
-      ["#{prefix}Geom::Transformation#to_a failed",
-       -> { Quillon::Transform.new(Geom::Transformation.new([1, 2])) }],
+      ["#{prefix}Geom::Transformation#to_a failed", -> { Quillon::Transform.new(Geom::Transformation.new([1, 2])) }],
       ["#{prefix}1 arg version should be a Geom::Transformation / Quillon::Transform / an array " \
        "with 16 doubles", -> { Quillon::Transform.new("matrix") }],
       ["#{prefix}4 argument version should be 3 Sketchup::Vector3d / 1 Sketchup::Point3d or 4 " \
