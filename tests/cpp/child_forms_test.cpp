@@ -45,37 +45,26 @@ std::shared_ptr<Node> chain(int length) {
 // A node of version 1 and value 0 whose present child starts with the type id `childId`.
 QuickArchive parentOf(int32_t childId) {
     QuickArchive a;
-    writeVersion(a, 1);
-    a.write(int32_t(0));
-    a.write(true);
-    a.write(childId);
+    writeVersion(a, 1), a.write(int32_t(0)), a.write(true), a.write(childId);
     return a;
 }
 
 }  // namespace
 
-TEST(ChildForms, AbsentOptionalChildTakesOneByte) {
+TEST(ChildForms, OptionalChildRoundTripAndAnAbsentOneTakesOneByte) {
     QuickArchive a;
-    Node n;
-    ASSERT_TRUE(n.serialize(a));
-    EXPECT_EQ(a.writePos(), 4u + 4u + 1u);
-    Node back;
-    back.child = std::make_shared<Node>();  // an absent child leaves the slot as it is
-    ASSERT_TRUE(back.deserialize(a));
-    EXPECT_EQ(a.readPos(), 9u);
-    EXPECT_NE(back.child, nullptr);
-}
-
-TEST(ChildForms, OptionalChildRoundTrip) {
-    QuickArchive a;
-    auto root = chain(3);
-    ASSERT_TRUE(root->serialize(a));
+    ASSERT_TRUE(chain(3)->serialize(a));
     Node back;
     ASSERT_TRUE(back.deserialize(a));
-    ASSERT_NE(back.child, nullptr);
     ASSERT_NE(back.child->child, nullptr);
     EXPECT_EQ(back.child->child->value, 2);
     EXPECT_EQ(a.readPos(), a.writePos());
+
+    QuickArchive leaf;
+    ASSERT_TRUE(Node().serialize(leaf));
+    EXPECT_EQ(leaf.writePos(), 4u + 4u + 1u);
+    ASSERT_TRUE(back.deserialize(leaf));
+    EXPECT_NE(back.child, nullptr);  // an absent child leaves the slot as it is
 }
 
 TEST(ChildForms, UnknownChildIdAndNonZeroMinorRefuseTheRead) {
@@ -86,7 +75,7 @@ TEST(ChildForms, UnknownChildIdAndNonZeroMinorRefuseTheRead) {
 
     QuickArchive minor;
     minor.write(uint32_t(0x10001));
-    EXPECT_FALSE(back.deserialize(minor));
+    EXPECT_FALSE(Node().deserialize(minor));
 }
 
 TEST(ChildForms, NestingDeeperThanTheLimitIsRefused) {
@@ -106,14 +95,9 @@ TEST(ChildForms, NestingDeeperThanTheLimitIsRefused) {
 TEST(ChildForms, HostileSelfNestingStopsAtTheLimit) {
     // A record that nests itself without end, as far as its bytes go.
     QuickArchive a;
-    for (int i = 0; i < 100000; ++i) {
-        writeVersion(a, 1);
-        a.write(int32_t(i));
-        a.write(true);
-        a.write(int32_t(3));
-    }
-    Node back;
-    EXPECT_FALSE(back.deserialize(a));
+    for (int i = 0; i < 100000; ++i)
+        writeVersion(a, 1), a.write(int32_t(i)), a.write(true), a.write(int32_t(3));
+    EXPECT_FALSE(Node().deserialize(a));
 }
 
 TEST(ChildForms, RequiredChildIsStoredOnlyAfterItRead) {
@@ -140,19 +124,18 @@ TEST(ChildForms, GroupWritesBothIdsFirst) {
     ASSERT_TRUE(writeChildPair(a, first, second));
     int32_t ids[2] = {0, 0};
     a.read(ids[0]), a.read(ids[1]);
-    EXPECT_EQ(std::make_pair(ids[0], ids[1]), std::make_pair(3, 3));
     a.setReadPos(0);
     std::shared_ptr<Node> x, y;
     ASSERT_TRUE((readChildPair<Node, Node>(a, x, &Node::create, y, &Node::create)));
-    EXPECT_EQ(x->value, 1);
-    EXPECT_EQ(y->value, 2);
+    EXPECT_EQ(std::make_pair(ids[0], ids[1]), std::make_pair(3, 3));
+    EXPECT_EQ(std::make_pair(x->value, y->value), std::make_pair(1, 2));
 
     QuickArchive none;
     EXPECT_FALSE(writeChildPair(none, first, std::shared_ptr<Node>()));
     EXPECT_EQ(none.writePos(), 0u);
 }
 
-TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
+TEST(ReadTrace, NamesTheInnermostRefusalOrTheUnknownTypeId) {
     QuickArchive a = parentOf(3);
     a.write(uint32_t(0x70000));  // the child's word: a major it does not know
     ReadTrace trace;
@@ -162,27 +145,18 @@ TEST(ReadTrace, NamesTheInnermostRefusingObjectAndItsWord) {
     EXPECT_EQ(trace.failureText(),
               "(anonymous namespace)::Node refused the read at version word "
               "0x70000 (byte 13)");
-    ASSERT_EQ(trace.nodes().size(), 2u);
-    EXPECT_EQ(trace.nodes()[1].parent, 0);
     EXPECT_EQ(trace.treeText(),
               "(anonymous namespace)::Node version 1 bytes 0..17 REFUSED\n"
               "  (anonymous namespace)::Node version 7 bytes 13..17 REFUSED\n");
-}
 
-TEST(ReadTrace, ReportsAnUnknownTypeIdWithItsOffset) {
-    QuickArchive a = parentOf(42);
-    ReadTrace trace;
-    a.setTrace(&trace);
-    Node root;
-    EXPECT_FALSE(readTracedObject(a, root));
-    EXPECT_EQ(trace.failureText(),
+    QuickArchive unknown = parentOf(42);
+    ReadTrace idTrace;
+    unknown.setTrace(&idTrace);
+    EXPECT_FALSE(readTracedObject(unknown, root));
+    EXPECT_EQ(idTrace.failureText(),
               "type id 42 at byte 9 has no class in the (anonymous namespace)::Node family");
-}
 
-TEST(ReadTrace, ReadingWithoutATraceIsUnchanged) {
-    QuickArchive a;
-    ASSERT_TRUE(chain(4)->serialize(a));
-    Node back;
-    EXPECT_TRUE(readTracedObject(a, back));
-    EXPECT_EQ(a.trace(), nullptr);
+    QuickArchive untraced;  // reading without a trace is unchanged
+    ASSERT_TRUE(chain(4)->serialize(untraced));
+    EXPECT_TRUE(readTracedObject(untraced, root) && untraced.trace() == nullptr);
 }

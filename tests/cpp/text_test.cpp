@@ -13,7 +13,7 @@
 
 using namespace CorvaneCore;
 
-TEST(Text, Utf8RoundTripAndStrictness) {
+TEST(Text, Utf8RoundTripStrictnessAndAnsiFallback) {
     const std::wstring text = L"a\u00e9\u20ac\U0001F600";
     EXPECT_EQ(wideToUtf8(text), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
     EXPECT_EQ(utf8ToWide(wideToUtf8(text)), text);
@@ -21,9 +21,6 @@ TEST(Text, Utf8RoundTripAndStrictness) {
     EXPECT_EQ(utf8ToWide(std::string("\xC0\xAF")), L"\u00c0\u00af");
     EXPECT_EQ(utf8ToWide(std::string("\xED\xA0\x80")), L"\u00ed\u00a0\u20ac");
     EXPECT_EQ(utf8ToWide(std::string("\xE2\x82")), L"\u00e2\u201a");
-}
-
-TEST(Text, AnsiFallbackZeroBytesAndNonScalarValues) {
     EXPECT_EQ(utf8ToWide(std::string("\xE9")), L"\u00e9");  // the fallback is Windows-1252
     EXPECT_EQ(utf8ToWide(std::string("\x80\x99\x81")), L"\u20ac\u2122\u0081");
     EXPECT_EQ(utf8ToWide(std::string("ab\0cd", 5)), L"ab");  // decoding stops at a zero byte
@@ -44,19 +41,14 @@ TEST(Text, EscapeIsStableAndLeavesQuotes) {
     EXPECT_EQ(unescapeXml(L"&lt;&gt;&amp;&amp;lt;"), L"<>&&lt;");
 }
 
-TEST(Text, ControlCharactersAreStripped) {
+TEST(Text, ControlCharactersAndFileNames) {
     std::wstring name = L"\tBrick\nWall\u0085\u007f!";
     stripControlChars(name);
     EXPECT_EQ(name, L"BrickWall!");
-    EXPECT_TRUE(isControlChar(L'\0'));
-    EXPECT_FALSE(isControlChar(L'\u00a0'));
-}
-
-TEST(Text, FileNameOfTakesTheLastComponent) {
-    EXPECT_EQ(fileNameOf(L"C:\\maps\\wood.jpg"), L"wood.jpg");
-    EXPECT_EQ(fileNameOf(L"/home/u/maps/stone.png"), L"stone.png");
-    EXPECT_EQ(fileNameOf(L"D:brick.tif"), L"brick.tif");
-    EXPECT_EQ(fileNameOf(L"plain"), L"plain");
+    EXPECT_TRUE(isControlChar(L'\0') && !isControlChar(L'\u00a0'));
+    for (const wchar_t* path :
+         {L"C:\\maps\\wood.jpg", L"/home/u/maps/wood.jpg", L"D:wood.jpg", L"wood.jpg"})
+        EXPECT_EQ(fileNameOf(path), L"wood.jpg") << path;
     EXPECT_EQ(fileNameOf(L"dir/"), L"");
 }
 
@@ -72,26 +64,15 @@ TEST(Text, UuidsAreFreshLowercaseAndBraceless) {
 }
 
 TEST(Text, CaseIsFoldedForAsciiOnly) {
-    EXPECT_TRUE(equalsIgnoreCase(L"Brick", L"bRICK"));
-    EXPECT_FALSE(equalsIgnoreCase(L"\u00c9", L"\u00e9"));
+    EXPECT_TRUE(equalsIgnoreCase(L"Brick", L"bRICK") && !equalsIgnoreCase(L"\u00c9", L"\u00e9"));
     EXPECT_LT(compareIgnoreCase(L"abc", L"ABD"), 0);
     EXPECT_LT(compareIgnoreCase(L"ab", L"ABC"), 0);
-    EXPECT_TRUE(isAsciiDigit(L'7'));
-    EXPECT_FALSE(isAsciiDigit(L'\u0663'));  // an Arabic-Indic digit is no digit here
+    EXPECT_TRUE(isAsciiDigit(L'7') && !isAsciiDigit(L'\u0663'));  // an Arabic-Indic digit is none
 }
 
-TEST(NumberFormat, MatchesTheDefaultStreamFormat) {
-    const std::pair<float, const wchar_t*> floats[] = {
-        {1.0f, L"1"},         {0.5f, L"0.5"},           {1.6f, L"1.6"},
-        {0.1f, L"0.1"},       {0.745098f, L"0.745098"}, {1234567.0f, L"1.23457e+06"},
-        {0.0001f, L"0.0001"}, {0.00001f, L"1e-05"},     {-0.0f, L"-0"}};
-    for (const auto& [value, text] : floats) EXPECT_EQ(numberText(double(value)), text) << text;
-    EXPECT_EQ(numberText(100000.0), L"100000");
+TEST(NumberFormat, IntegersAndTheProcessLocale) {
     EXPECT_EQ(numberText(int64_t(-42)), L"-42");
     EXPECT_EQ(numberText(int64_t(4000000000)), L"4000000000");
-}
-
-TEST(NumberFormat, IgnoresTheProcessLocale) {
     // A comma-decimal locale, where one is installed, must not change the text.
     const char* candidates[] = {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "C.UTF-8"};
     std::string previous = std::setlocale(LC_ALL, nullptr);
@@ -103,7 +84,12 @@ TEST(NumberFormat, IgnoresTheProcessLocale) {
     std::setlocale(LC_ALL, previous.c_str());
 }
 
-TEST(NumberFormat, AgreesWithAClassicLocaleStreamOnManyValues) {
+// The edge values first, then random bit patterns, against a classic-locale stream.
+TEST(NumberFormat, AgreesWithAClassicLocaleStream) {
+    const std::pair<float, const wchar_t*> edges[] = {
+        {1234567.0f, L"1.23457e+06"}, {0.0001f, L"0.0001"}, {0.00001f, L"1e-05"}, {-0.0f, L"-0"}};
+    for (const auto& [value, text] : edges) EXPECT_EQ(numberText(double(value)), text) << text;
+    EXPECT_EQ(numberText(100000.0), L"100000");
     uint32_t state = 12345;
     for (int i = 0; i < 20000; ++i) {
         state = state * 1664525u + 1013904223u;

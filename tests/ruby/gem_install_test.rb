@@ -15,8 +15,7 @@ class GemInstallTest < Minitest::Test
 
   def test_gem_builds_installs_and_converts
     Dir.mktmpdir do |dir|
-      gem_file = File.join(dir, "quillonbin2xml.gem")
-      home = File.join(dir, "home")
+      gem_file, home = File.join(dir, "quillonbin2xml.gem"), File.join(dir, "home")
       env = { "GEM_HOME" => home, "GEM_PATH" => home, "MAKEFLAGS" => "-j2" }
       run!(env, "gem", "build", "quillonbin2xml.gemspec", "-o", gem_file)
       run!(env, "gem", "install", "--local", "--no-document", "--install-dir", home, gem_file)
@@ -29,8 +28,7 @@ class GemInstallTest < Minitest::Test
       RUBY
       out = run!(env, "ruby", "-e", script)
       assert_equal "convert_light,convert_material,old_deserialize,serialize_to_xml", out
-      installed = Dir[File.join(home, "**", "Quillonbin2xml.so")].first
-      refute_nil installed
+      installed = Dir[File.join(home, "**", "Quillonbin2xml.so")].first or flunk "no extension installed"
       exports = run!({}, "nm", "-D", "--defined-only", installed).lines.map { |l| l.split.last }
       assert_equal ["Init_Quillonbin2xml"], exports - %w[_init _fini __bss_start _edata _end]
     end

@@ -12,23 +12,17 @@ module QuillonTestHelper
   GUID = "{DD17A615-9867-4806-8F46-B37031D7F153}".freeze
   SAMPLES = ENV.fetch("QUILLON_SAMPLES_DIR", File.expand_path("../../samples", __dir__))
   CLI = ENV.fetch("QUILLON_CLI", File.expand_path("../../build/bin/quillonbin2xml", __dir__))
+  OMNI = JSON.parse(File.read(File.join(SAMPLES, "light_type2_omni.json"))).freeze
+  BRICK = JSON.parse(File.read(File.join(SAMPLES, "material_type1_brick.json"))).freeze
 
-  # A stand-in for the host model: one attribute dictionary, looked up by name.
+  # A stand-in for the host model: attribute dictionaries looked up by name, each lookup noted.
   class FakeModel
     attr_reader :asked
 
-    def initialize(dictionaries = {})
-      @dictionaries = dictionaries
-      @asked = []
-    end
-
-    def attribute_dictionary(name, create = false)
-      @asked << [name, create]
-      @dictionaries[name]
-    end
+    def initialize(dictionaries = {}) = (@dictionaries, @asked = dictionaries, [])
+    def attribute_dictionary(name, create = false) = (@asked << [name, create]; @dictionaries[name])
   end
 
-  def sample(file) = JSON.parse(File.read(File.join(SAMPLES, file)))
   def model_holding(bytes) = FakeModel.new(GUID => { "serial_data" => bytes })
 
   # The tool's standard output, standard error and exit code.

