@@ -91,6 +91,16 @@ VALUE archive_round_trip(VALUE, VALUE array) {
 }
 
 // The value classes and the upgrade pass's Ruby host, which the shipped module never sets up.
+// Only the copy into an archive, for the copy benchmark: the byte count, or nil when the array
+// is refused.
+VALUE copy_to_archive(VALUE, VALUE array) {
+    return guarded([&] {
+        CorvaneCore::QuickArchive archive(1);
+        if (!RubyArrayToArchive(array, archive)) return Qnil;
+        return ULL2NUM(archive.writePos());
+    });
+}
+
 VALUE register_host_classes(VALUE, VALUE module) {
     return guarded([&] {
         RegisterHostClasses(module);
@@ -119,6 +129,7 @@ extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {
     rb_define_module_function(m, "delete_dictionary_key", RUBY_METHOD_FUNC(delete_dictionary_key),
                               3);
     rb_define_module_function(m, "archive_round_trip", RUBY_METHOD_FUNC(archive_round_trip), 1);
+    rb_define_module_function(m, "copy_to_archive", RUBY_METHOD_FUNC(copy_to_archive), 1);
     rb_define_module_function(m, "register_host_classes", RUBY_METHOD_FUNC(register_host_classes),
                               1);
     rb_define_module_function(m, "offer_upgrade", RUBY_METHOD_FUNC(offer_upgrade), 0);
