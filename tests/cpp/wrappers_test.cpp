@@ -106,6 +106,8 @@ TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
     auto clone = std::static_pointer_cast<MaterialMulti>(m2.clone());
     EXPECT_EQ(clone->materials[0], m2.materials[0]);
     EXPECT_EQ(clone->name, L"Multi1");
+    EXPECT_TRUE(clone->isEqual(std::make_shared<MaterialMulti>(m2)));
+    EXPECT_FALSE(clone->isEqual(std::make_shared<MaterialMulti>(m1)));  // two entries, not one
     // An unknown id fails the read and keeps the entries before it; a count beyond the data
     // ends with the data.
     MaterialMulti m3;

@@ -1,9 +1,8 @@
 require_relative "helper"
 require "QuillonProbe"
 
-# The bridge's helpers that the module's functions and the value classes do not reach, through
-# the test-only probe. The value converters and the host prompt: test_value_classes.rb; the
-# dictionary lookup and the array copy: test_module.rb and test_hostile_inputs.rb.
+# The bridge's helpers, through the test-only probe, where the module's functions and the value
+# classes do not reach every branch.
 class BridgeTest < Minitest::Test
   include QuillonTestHelper
 
@@ -24,12 +23,39 @@ class BridgeTest < Minitest::Test
     assert_nil $!, "the swallowed exception does not linger"
   end
 
+  def test_converters_check_the_kind_first
+    # An Integer is no Float, and nil leaves the value alone.
+    [[:to_float, 1, [false, -1.0]], [:to_float, 0.5, [true, 0.5]], [:to_long, 7, [true, 7]],
+     [:to_long, 7.0, [false, -1]], [:to_long, 2**40, [true, 2**40]],
+     [:to_bool, nil, [false, true]], [:to_bool, false, [true, false]]].each do |name, arg, result|
+      assert_equal result, QuillonProbe.public_send(name, arg), "#{name}(#{arg.inspect})"
+    end
+    assert_raises(RangeError) { QuillonProbe.to_long(2**100) }
+  end
+
+  def test_text_between_ruby_and_wide
+    assert_equal [[true, "h\u00e9llo"], [false, ""], [true, "\u00e9"], [false, ""]],
+                 ["h\u00e9llo", nil, "\xE9".b, Class.new(String).new("x")].map { QuillonProbe.ruby_to_wide(_1) },
+                 "ANSI fallback; only String itself"
+    assert_raises(TypeError) { QuillonProbe.ruby_to_wide(5) }
+  end
+
+  def test_ask_yes_no_is_always_false_and_protected_eval
+    assert_equal false, QuillonProbe.ask_yes_no("'Continue?'")
+    Object.const_set(:UI, Module.new { def self.messagebox(*) = 6 }) unless defined?(::UI)
+    assert_equal false, QuillonProbe.ask_yes_no("'Continue?'"), "even when the host says yes"
+    assert_equal [[true, 3], [false, nil]], ["1 + 2", "raise 'x'"].map { QuillonProbe.protected_eval(_1) }
+  end
+
   def test_color_channels_round_half_up_without_clamping
     assert_equal [[128, 0, 255], [-26, 510, 1]],
                  [[0.5, 0.0, 1.0], [-0.1, 2.0, 0.002]].map { QuillonProbe.color_to_ruby(*_1) }
   end
 
   def test_dictionaries
+    model = FakeModel.new(GUID => { "serial_data" => [1, 2] })
+    assert_equal [[true, [1, 2], true], [false, nil, true], [false, nil, true]],
+                 [model, FakeModel.new, nil].map { QuillonProbe.serial_data(_1) }, "holders consumed"
     dict = {}
     # Hash#[]= answers the stored value, not the dictionary: the test is false by design.
     assert_equal false, QuillonProbe.set_dictionary_value(FakeModel.new("d" => dict), "d", "k", 5, true)
@@ -48,6 +74,8 @@ class BridgeTest < Minitest::Test
     assert_equal [4096, [44, 255, 255, 7, 0]], [bytes.length, bytes.first(5)]
     assert_equal 8192, QuillonProbe.archive_round_trip(Array.new(4097, 1)).length
     assert_nil QuillonProbe.archive_round_trip([])
+    assert_nil QuillonProbe.archive_round_trip(Class.new(Array).new([1]))
+    assert_raises(TypeError) { QuillonProbe.archive_round_trip([1, nil]) }
   end
 
   def test_probe_under_gc_stress

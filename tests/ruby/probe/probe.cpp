@@ -9,6 +9,7 @@
 #include "bridge/ruby_value.h"
 #include "bridge/value_classes.h"
 #include "upgrade/skp_material_editor.h"
+#include "xml/text.h"
 
 namespace {
 
@@ -23,6 +24,8 @@ VALUE guarded(const Body& body) {
     raisePendingException();
     return result;
 }
+
+VALUE pair(bool ok, VALUE value) { return rb_ary_new_from_args(2, ok ? Qtrue : Qfalse, value); }
 
 VALUE keep_alive_count(VALUE) { return LONG2NUM(keepAliveCount()); }
 
@@ -42,6 +45,26 @@ VALUE holder_counts(VALUE, VALUE value) {
     });
 }
 
+// A converter's answer and its output, which starts as `start` and stays so when refused.
+template <class T, class ToRuby>
+VALUE converted(VALUE v, bool (*convert)(VALUE, T&), T start, ToRuby toRuby) {
+    return guarded([&] {
+        T out = start;
+        const bool ok = convert(v, out);
+        return pair(ok, toRuby(out));
+    });
+}
+
+VALUE to_float(VALUE, VALUE v) {
+    return converted<float>(v, toFloat, -1.0f, [](float f) { return DBL2NUM(f); });
+}
+VALUE to_long(VALUE, VALUE v) {
+    return converted<long>(v, toLong, -1, [](long l) { return LONG2NUM(l); });
+}
+VALUE to_bool(VALUE, VALUE v) {
+    return converted<bool>(v, toBool, true, [](bool b) { return b ? Qtrue : Qfalse; });
+}
+
 VALUE protected_call(int argc, VALUE* argv, VALUE) {
     if (argc < 2) rb_raise(rb_eArgError, "receiver and method name needed");
     const VALUE receiver = argv[0];
@@ -53,6 +76,16 @@ VALUE protected_call(int argc, VALUE* argv, VALUE) {
     });
 }
 
+VALUE ruby_to_wide(VALUE, VALUE v) {
+    return guarded([&] {
+        std::wstring text = L"unchanged";
+        const bool ok = rubyToWide(v, text);
+        VALUE back = Qnil;
+        wideToRuby(text, back);
+        return pair(ok, back);
+    });
+}
+
 VALUE color_to_ruby(VALUE, VALUE r, VALUE g, VALUE b) {
     return guarded([&] {
         VALUE out = Qnil;
@@ -61,6 +94,15 @@ VALUE color_to_ruby(VALUE, VALUE r, VALUE g, VALUE b) {
                                static_cast<float>(NUM2DBL(b))),
             out);
         return out;
+    });
+}
+
+VALUE serial_data(VALUE, VALUE owner) {
+    return guarded([&] {
+        RubyValueHolder o(owner), name = GuidValue(), key = SerialDataKeyValue(), out;
+        const bool ok = GetDictionaryValue(o, name, key, out);
+        const bool consumed = !o.isTruthy() && !name.isTruthy() && !key.isTruthy();
+        return rb_ary_new_from_args(3, ok ? Qtrue : Qfalse, out.get(), consumed ? Qtrue : Qfalse);
     });
 }
 
@@ -79,6 +121,18 @@ VALUE delete_dictionary_key(VALUE, VALUE owner, VALUE dict, VALUE key) {
     });
 }
 
+VALUE ask_yes_no(VALUE, VALUE text) {
+    return guarded([&] { return AskYesNo(StringValueCStr(text)) ? Qtrue : Qfalse; });
+}
+
+VALUE protected_eval(VALUE, VALUE text) {
+    return guarded([&] {
+        RubyValueHolder out;
+        const bool ok = protectedEval(StringValueCStr(text), &out);
+        return pair(ok, out.get());
+    });
+}
+
 // Bytes in through the attribute form and out again, whole blocks.
 VALUE archive_round_trip(VALUE, VALUE array) {
     return guarded([&] {
@@ -90,9 +144,7 @@ VALUE archive_round_trip(VALUE, VALUE array) {
     });
 }
 
-// The value classes and the upgrade pass's Ruby host, which the shipped module never sets up.
-// Only the copy into an archive, for the copy benchmark: the byte count, or nil when the array
-// is refused.
+// Only the copy into an archive: the byte count, or nil when the array is refused.
 VALUE copy_to_archive(VALUE, VALUE array) {
     return guarded([&] {
         CorvaneCore::QuickArchive archive(1);
@@ -101,6 +153,7 @@ VALUE copy_to_archive(VALUE, VALUE array) {
     });
 }
 
+// The value classes and the upgrade pass's Ruby host, which the shipped module never sets up.
 VALUE register_host_classes(VALUE, VALUE module) {
     return guarded([&] {
         RegisterHostClasses(module);
@@ -123,11 +176,18 @@ extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {
     internHostMethods();
     rb_define_module_function(m, "keep_alive_count", RUBY_METHOD_FUNC(keep_alive_count), 0);
     rb_define_module_function(m, "holder_counts", RUBY_METHOD_FUNC(holder_counts), 1);
+    rb_define_module_function(m, "to_float", RUBY_METHOD_FUNC(to_float), 1);
+    rb_define_module_function(m, "to_long", RUBY_METHOD_FUNC(to_long), 1);
+    rb_define_module_function(m, "to_bool", RUBY_METHOD_FUNC(to_bool), 1);
     rb_define_module_function(m, "protected_call", RUBY_METHOD_FUNC(protected_call), -1);
+    rb_define_module_function(m, "ruby_to_wide", RUBY_METHOD_FUNC(ruby_to_wide), 1);
     rb_define_module_function(m, "color_to_ruby", RUBY_METHOD_FUNC(color_to_ruby), 3);
+    rb_define_module_function(m, "serial_data", RUBY_METHOD_FUNC(serial_data), 1);
     rb_define_module_function(m, "set_dictionary_value", RUBY_METHOD_FUNC(set_dictionary_value), 5);
     rb_define_module_function(m, "delete_dictionary_key", RUBY_METHOD_FUNC(delete_dictionary_key),
                               3);
+    rb_define_module_function(m, "ask_yes_no", RUBY_METHOD_FUNC(ask_yes_no), 1);
+    rb_define_module_function(m, "protected_eval", RUBY_METHOD_FUNC(protected_eval), 1);
     rb_define_module_function(m, "archive_round_trip", RUBY_METHOD_FUNC(archive_round_trip), 1);
     rb_define_module_function(m, "copy_to_archive", RUBY_METHOD_FUNC(copy_to_archive), 1);
     rb_define_module_function(m, "register_host_classes", RUBY_METHOD_FUNC(register_host_classes),
