@@ -1,11 +1,12 @@
-// The extension's entry: the Ruby module Quillonbin2xml and its four functions. Every function
-// catches C++ exceptions here and re-raises a Ruby exception only after its C++ objects are gone.
+// The extension's entry: the Ruby module Quillonbin2xml and its four functions, each run
+// through rubyEntry (entry_guard.h).
 #include <ruby.h>
 #include <ruby/encoding.h>
 
 #include <optional>
 #include <string>
 
+#include "bridge/entry_guard.h"
 #include "bridge/host_dictionary.h"
 #include "bridge/host_ids.h"
 #include "bridge/ruby_archive.h"
@@ -27,65 +28,78 @@ VALUE optionalResult(const std::optional<std::string>& text) {
     return text ? utf8Result(*text) : Qnil;
 }
 
-// Runs one entry's body. Nothing C++ is alive here when a pending Ruby exception is raised.
-template <class Body>
-VALUE guardedEntry(const Body& body) {
-    VALUE result = Qnil;
-    try {
-        result = body();
-    } catch (...) {
-        result = Qnil;
-    }
-    raisePendingException();
-    return result;
-}
-
 VALUE num2long(VALUE v) { return LONG2NUM(rb_num2long(v)); }
 
-// The plain Ruby integer conversion, cut to 32 bits; a non-number raises (pending).
-int32_t typeId(VALUE type) {
-    if (FIXNUM_P(type)) return static_cast<int32_t>(FIX2LONG(type));
+// The plain Ruby integer conversion, cut to 32 bits; a non-number raises (kept by the call).
+bool typeId(VALUE type, int32_t& out) {
+    if (FIXNUM_P(type)) {
+        out = static_cast<int32_t>(FIX2LONG(type));
+        return true;
+    }
     const VALUE converted = callRaising(num2long, type);
-    if (hasPendingException()) return -1;
-    return static_cast<int32_t>(NUM2LONG(converted));
+    if (NIL_P(converted)) return false;
+    out = static_cast<int32_t>(NUM2LONG(converted));
+    return true;
 }
 
 using Converter = std::optional<std::string> (*)(QuickArchive&, int32_t, CorvaneCore::ReadTrace*);
 
+// The Ruby side is done before any C++ object exists: a call that never returns (a fiber
+// abandoned in an element's to_int) then leaves nothing behind but garbage-collected memory.
 VALUE convertRecord(VALUE bytes, VALUE type, Converter convert) {
-    QuickArchive archive(1);
-    if (!RubyArrayToArchive(bytes, archive)) return Qnil;
-    const int32_t id = typeId(type);
-    if (hasPendingException()) return Qnil;
-    return optionalResult(convert(archive, id, nullptr));
+    VALUE copied = RubyArrayToBytes(bytes);
+    if (NIL_P(copied)) return Qnil;
+    int32_t id = 0;
+    if (!typeId(type, id)) return Qnil;
+    VALUE result = Qnil;
+    {
+        QuickArchive archive(RSTRING_PTR(copied), static_cast<size_t>(RSTRING_LEN(copied)));
+        result = optionalResult(convert(archive, id, nullptr));
+    }
+    RB_GC_GUARD(copied);
+    return result;
 }
 
-VALUE oldDeserialize(VALUE model) {
-    if (!RTEST(model)) return Qnil;
+// The stored record, or nil when the model holds none.
+VALUE storedRecord(VALUE model) {
     RubyValueHolder owner(model);
     RubyValueHolder name = GuidValue();
     RubyValueHolder key = SerialDataKeyValue();
     RubyValueHolder value;
-    if (!GetDictionaryValue(owner, name, key, value)) return Qfalse;
-    QuickArchive archive(1);
-    if (!RubyArrayToArchive(value.get(), archive)) return Qfalse;
-    return CorvaneCore::readSceneRecord(archive) ? Qtrue : Qfalse;
+    if (!GetDictionaryValue(owner, name, key, value)) return Qnil;
+    return value.release();  // stays on this thread's stack, where the collector sees it
+}
+
+VALUE oldDeserialize(VALUE model) {
+    if (!RTEST(model)) return Qnil;
+    VALUE record = storedRecord(model);
+    if (NIL_P(record)) return Qfalse;
+    VALUE copied = RubyArrayToBytes(record);
+    RB_GC_GUARD(record);
+    if (NIL_P(copied)) return Qfalse;
+    bool read = false;
+    {
+        QuickArchive archive(RSTRING_PTR(copied), static_cast<size_t>(RSTRING_LEN(copied)));
+        read = CorvaneCore::readSceneRecord(archive);
+    }
+    RB_GC_GUARD(copied);
+    return read ? Qtrue : Qfalse;
 }
 
 VALUE rb_old_deserialize(VALUE, VALUE model) {
-    return guardedEntry([&] { return oldDeserialize(model); });
+    return rubyEntry([&] { return oldDeserialize(model); });
 }
 
 VALUE rb_serialize_to_xml(VALUE, VALUE) {
-    return guardedEntry([] { return utf8Result(CorvaneCore::optionsDocument()); });
+    return rubyEntry([] { return utf8Result(CorvaneCore::optionsDocument()); });
 }
 
 VALUE rb_convert_material(VALUE, VALUE bytes, VALUE type) {
-    return guardedEntry([&] { return convertRecord(bytes, type, CorvaneCore::convertMaterial); });
+    return rubyEntry([&] { return convertRecord(bytes, type, CorvaneCore::convertMaterial); });
 }
 
 VALUE rb_convert_light(VALUE, VALUE bytes, VALUE type) {
-    return guardedEntry([&] { return convertRecord(bytes, type, CorvaneCore::convertLight); });
+    return rubyEntry([&] { return convertRecord(bytes, type, CorvaneCore::convertLight); });
 }
 
 }  // namespace

@@ -1,72 +1,58 @@
 #include "bridge/ruby_archive.h"
 
-#include <new>
-#include <string>
-
 namespace {
 
 struct CopyJob {
     VALUE array;
-    std::string* bytes;
-    bool outOfMemory;
+    VALUE bytes;  // a String the copy grows as the array grows
 };
 
-// Grows the byte buffer without letting a C++ exception unwind through Ruby's frames.
-bool growTo(std::string& bytes, long length) {
-    if (bytes.size() >= static_cast<size_t>(length)) return true;
-    try {
-        bytes.resize(static_cast<size_t>(length));
-        return true;
-    } catch (...) {
-        return false;
-    }
-}
-
-// Runs under rb_protect: rb_num2ulong raises for a non-number, so this frame holds no object
-// with a destructor. Fixnums, the usual case, are copied in a tight loop over the array's
-// memory; any other element goes through rb_num2ulong, which may run Ruby code that changes
-// the array, so its length and memory are fetched again after each such element.
+// Runs under rb_protect, and its frame holds no object with a destructor: rb_num2ulong raises
+// for a non-number, and growing the String may raise NoMemoryError. Fixnums, the usual case,
+// are copied in a tight loop over the array's memory; any other element goes through
+// rb_num2ulong, which may run Ruby code that changes the array, so its length and memory are
+// fetched again after each such element.
 VALUE copyElements(VALUE data) {
     auto* job = reinterpret_cast<CopyJob*>(data);
-    std::string& bytes = *job->bytes;
     long i = 0;
     for (;;) {
         const long length = RARRAY_LEN(job->array);
         if (i >= length) break;
-        if (!growTo(bytes, length)) {
-            job->outOfMemory = true;
-            return Qnil;
-        }
+        if (RSTRING_LEN(job->bytes) < length) rb_str_resize(job->bytes, length);
         const VALUE* elements = RARRAY_CONST_PTR(job->array);
-        char* out = &bytes[0];
+        char* out = RSTRING_PTR(job->bytes);
         while (i < length && FIXNUM_P(elements[i])) {
             out[i] = static_cast<char>(FIX2LONG(elements[i]) & 0xFF);
             ++i;
         }
         if (i < length) {
             const unsigned long value = rb_num2ulong(elements[i]);
-            bytes[static_cast<size_t>(i)] = static_cast<char>(value & 0xFF);
+            RSTRING_PTR(job->bytes)[i] = static_cast<char>(value & 0xFF);
             ++i;
         }
     }
-    bytes.resize(static_cast<size_t>(i));  // shrinking never allocates
-    return Qnil;
+    rb_str_set_len(job->bytes, i);
+    return Qtrue;
 }
 
 }  // namespace
 
-bool RubyArrayToArchive(VALUE value, CorvaneCore::QuickArchive& archive) {
-    if (!isClass(value, rb_cArray)) return false;
+VALUE RubyArrayToBytes(VALUE value) {
+    if (!isClass(value, rb_cArray)) return Qnil;
     const long length = RARRAY_LEN(value);
-    if (length == 0) return false;
-    std::string bytes;
-    bytes.reserve(static_cast<size_t>(length));
-    CopyJob job{value, &bytes, false};
-    callRaising(copyElements, reinterpret_cast<VALUE>(&job));
+    if (length == 0) return Qnil;
+    CopyJob job{value, rb_str_new(nullptr, length)};
+    const VALUE copied = callRaising(copyElements, reinterpret_cast<VALUE>(&job));
     RB_GC_GUARD(value);
-    if (hasPendingException()) return false;
-    if (job.outOfMemory) throw std::bad_alloc();
-    archive.writeBytes(bytes.data(), bytes.size());
+    RB_GC_GUARD(job.bytes);
+    return copied == Qtrue ? job.bytes : Qnil;
+}
+
+bool RubyArrayToArchive(VALUE value, CorvaneCore::QuickArchive& archive) {
+    VALUE bytes = RubyArrayToBytes(value);
+    if (NIL_P(bytes)) return false;
+    archive.writeBytes(RSTRING_PTR(bytes), static_cast<size_t>(RSTRING_LEN(bytes)));
+    RB_GC_GUARD(bytes);
     return true;
 }
 

@@ -3,14 +3,13 @@
 #include <ruby/encoding.h>
 
 #include <cmath>
+#include <limits>
 
 #include "xml/text.h"
 
 namespace {
 
 VALUE g_keepAlive = Qnil;
-VALUE g_pendingError = Qnil;
-int g_pendingState = 0;
 
 void ensureKeepAlive() {
     if (!NIL_P(g_keepAlive)) return;
@@ -74,37 +73,6 @@ VALUE RubyValueHolder::release() {
     return value;
 }
 
-// ---------------------------------------------------------------- pending exceptions
-
-VALUE callRaising(VALUE (*fn)(VALUE), VALUE arg) {
-    int state = 0;
-    const VALUE result = rb_protect(fn, arg, &state);
-    if (state == 0) return result;
-    if (g_pendingState == 0) {
-        g_pendingState = state;
-        static bool registered = false;
-        if (!registered) {
-            rb_gc_register_address(&g_pendingError);
-            registered = true;
-        }
-        g_pendingError = rb_errinfo();
-    }
-    rb_set_errinfo(Qnil);
-    return Qnil;
-}
-
-bool hasPendingException() { return g_pendingState != 0; }
-
-void raisePendingException() {
-    if (g_pendingState == 0) return;
-    const int state = g_pendingState;
-    const VALUE error = g_pendingError;
-    g_pendingState = 0;
-    g_pendingError = Qnil;
-    if (rb_obj_is_kind_of(error, rb_eException)) rb_exc_raise(error);
-    rb_jump_tag(state);
-}
-
 // ---------------------------------------------------------------- classes and numbers
 
 VALUE classOf(VALUE value) {
@@ -137,7 +105,7 @@ bool integerVia(VALUE value, T& out, VALUE (*convert)(VALUE), T (*unwrap)(VALUE)
         return true;
     }
     const VALUE converted = callRaising(convert, value);
-    if (hasPendingException()) return false;
+    if (NIL_P(converted)) return false;  // it raised: the entry call has the error
     out = unwrap(converted);
     return true;
 }
@@ -219,7 +187,7 @@ bool rubyToWide(VALUE value, std::wstring& out) {
     out.clear();
     if (NIL_P(value)) return false;
     VALUE str = callRaising(stringValue, value);
-    if (hasPendingException()) return false;
+    if (NIL_P(str)) return false;
     if (!isClass(value, rb_cString)) return false;
     out = CorvaneCore::utf8ToWide(RSTRING_PTR(str), static_cast<size_t>(RSTRING_LEN(str)));
     RB_GC_GUARD(str);
@@ -246,20 +214,25 @@ bool wideToRuby(const std::wstring& text, RubyValueHolder& out) {
 
 namespace {
 
-long colorChannel(float value) {
+long long colorChannel(float value) {
     const double scaled = static_cast<double>(value) * 255.0;
+    if (std::isnan(scaled)) return 0;
     double f = std::floor(scaled);
     if (scaled - f >= 0.5) f += 1.0;
-    return static_cast<long>(f);
+    // 2^63 is exact in a double; everything from there on is beyond the range.
+    constexpr double kLimit = 9223372036854775808.0;
+    if (f >= kLimit) return std::numeric_limits<long long>::max();
+    if (f < -kLimit) return std::numeric_limits<long long>::min();
+    return static_cast<long long>(f);
 }
 
 }  // namespace
 
 bool colorToRuby(const CorvaneCore::Color& color, VALUE& out) {
     out = rb_ary_new_capa(3);
-    rb_ary_push(out, LONG2NUM(colorChannel(color.r)));
-    rb_ary_push(out, LONG2NUM(colorChannel(color.g)));
-    rb_ary_push(out, LONG2NUM(colorChannel(color.b)));
+    rb_ary_push(out, LL2NUM(colorChannel(color.r)));
+    rb_ary_push(out, LL2NUM(colorChannel(color.g)));
+    rb_ary_push(out, LL2NUM(colorChannel(color.b)));
     return true;
 }
 
@@ -289,11 +262,8 @@ bool respondsTo(VALUE receiver, ID method) {
     RespondQuery query{receiver, method};
     int state = 0;
     const VALUE answer = rb_protect(respondTrampoline, reinterpret_cast<VALUE>(&query), &state);
-    if (state != 0) {
-        rb_set_errinfo(Qnil);
-        return false;
-    }
-    return answer == Qtrue;
+    forgetFailure(state);
+    return state == 0 && answer == Qtrue;
 }
 
 VALUE callTrampoline(VALUE data) {
@@ -307,7 +277,7 @@ VALUE callTrampoline(VALUE data) {
 }  // namespace
 
 void protectedCall(RubyValueHolder& out, VALUE receiver, ID method, int count, const VALUE* args) {
-    if (!RTEST(receiver) || !respondsTo(receiver, method)) {
+    if (!RTEST(receiver) || hasPendingException() || !respondsTo(receiver, method)) {
         out = Qnil;
         return;
     }
@@ -317,7 +287,7 @@ void protectedCall(RubyValueHolder& out, VALUE receiver, ID method, int count, c
     for (int i = 0; i < count; ++i) rb_ary_push(call.get(), args[i]);
     int state = 0;
     const VALUE result = rb_protect(callTrampoline, call.get(), &state);
-    if (state != 0) rb_set_errinfo(Qnil);  // the exception becomes a nil result
+    forgetFailure(state);  // a failure becomes a nil result
     out = state == 0 ? result : Qnil;
 }
 
@@ -336,10 +306,11 @@ void protectedCall(RubyValueHolder& out, VALUE receiver, ID method, VALUE a, VAL
 
 bool protectedEval(const std::string& utf8Source, RubyValueHolder* out) {
     if (out) out->reset();
+    if (hasPendingException()) return false;
     int state = 0;
     const VALUE result = rb_eval_string_protect(utf8Source.c_str(), &state);
     if (state != 0) {
-        rb_set_errinfo(Qnil);
+        forgetFailure(state);
         return false;
     }
     if (out) *out = result;

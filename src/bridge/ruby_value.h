@@ -7,6 +7,7 @@
 #include <string>
 
 #include "archive/value_types.h"
+#include "bridge/entry_guard.h"
 
 // Pins a Ruby value in the keep-alive array for as long as the holder holds it.
 class RubyValueHolder {
@@ -37,7 +38,8 @@ VALUE classOf(VALUE value);
 bool isClass(VALUE value, VALUE klass);
 
 // Converters: false when the value is of the wrong kind. A value of the right kind that Ruby
-// cannot convert (a bignum out of range) raises, through the pending-exception path below.
+// cannot convert (a bignum out of range) raises: the current entry call keeps the error
+// (entry_guard.h).
 bool toFloat(VALUE value, float& out);
 bool toDouble(VALUE value, double& out);
 bool toInt(VALUE value, int& out);
@@ -53,20 +55,16 @@ bool wideToRuby(const std::wstring& text, VALUE& out);
 bool wideToRuby(const std::wstring& text, RubyValueHolder& out);
 bool narrowToRuby(const std::string& text, VALUE& out);
 bool narrowToRuby(const std::string& text, RubyValueHolder& out);
+// Each channel times 255, rounded half up; NaN gives 0 and values beyond the 64-bit range
+// stop at its ends. Channels outside 0 to 255 are not clamped.
 bool colorToRuby(const CorvaneCore::Color& color, VALUE& out);
 bool colorToRuby(const CorvaneCore::Color& color, RubyValueHolder& out);
 
-// Calls a method by id; an exception inside it, or a receiver that is nil, false or does not
-// answer the method, gives nil.
+// Calls a method by id; a receiver that is nil, false or does not answer the method gives nil,
+// and so does a raise or jump out of the method, which is then forgotten (but a thread kill,
+// which the entry call resumes). Once the entry call has kept a jump, no method is called.
 void protectedCall(RubyValueHolder& out, VALUE receiver, ID method, int count, const VALUE* args);
 void protectedCall(RubyValueHolder& out, VALUE receiver, ID method);
 void protectedCall(RubyValueHolder& out, VALUE receiver, ID method, VALUE a);
 void protectedCall(RubyValueHolder& out, VALUE receiver, ID method, VALUE a, VALUE b);
 bool protectedEval(const std::string& utf8Source, RubyValueHolder* out = nullptr);
-
-// Runs fn(arg) under rb_protect. If it raises, the exception is kept as pending (the first
-// one wins) and Qnil is returned; the entry point re-raises it once C++ frames are gone.
-VALUE callRaising(VALUE (*fn)(VALUE), VALUE arg);
-bool hasPendingException();
-// Re-raises the pending exception, if any. Call only from a frame with no live C++ objects.
-void raisePendingException();

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string>
 
+#include "bridge/entry_guard.h"
 #include "bridge/host_ids.h"
 #include "bridge/ruby_value.h"
 #include "xml/text.h"
@@ -133,36 +134,19 @@ BasicMaterialRecord* materialOf(VALUE v) { return recordOf<BasicMaterialRecord>(
 
 // ---------------------------------------------------------------- method entries
 
-// A Ruby error to raise once the method's C++ objects are gone. Messages are literals.
-struct RaiseRequest {
-    VALUE klass = Qnil;
-    const char* message = nullptr;
-    VALUE fail(VALUE errorClass, const char* text) {
-        klass = errorClass;
-        message = text;
-        return Qnil;
-    }
-};
+VALUE bignumToFloat(VALUE value) { return DBL2NUM(rb_big2dbl(value)); }
 
-// Runs one method's body; raises only from this frame, which holds no C++ object.
-template <class Body>
-VALUE methodEntry(const Body& body) {
-    RaiseRequest request;
-    VALUE result = Qnil;
-    try {
-        result = body(request);
-    } catch (...) {
-        result = Qnil;
-    }
-    raisePendingException();
-    if (request.message) rb_raise(request.klass, "%s", request.message);
-    return result;
-}
-
-// Integers and floats both count as numbers here, as the host hands out either.
+// Integers and floats both count as numbers here, as the host hands out either. A bignum
+// beyond a double's range warns, and a warning runs Ruby code, which may raise or jump.
 bool numberOf(VALUE value, float& out) {
-    if (!FIXNUM_P(value) && !RB_FLOAT_TYPE_P(value) && !RB_TYPE_P(value, T_BIGNUM)) return false;
-    out = static_cast<float>(NUM2DBL(value));
+    if (FIXNUM_P(value) || RB_FLOAT_TYPE_P(value)) {
+        out = static_cast<float>(NUM2DBL(value));
+        return true;
+    }
+    if (!RB_TYPE_P(value, T_BIGNUM)) return false;
+    const VALUE converted = callRaising(bignumToFloat, value);
+    if (NIL_P(converted)) return false;
+    out = static_cast<float>(RFLOAT_VALUE(converted));
     return true;
 }
 
@@ -213,7 +197,7 @@ VALUE textValue(const std::string& utf8) {
 // ---------------------------------------------------------------- Vector
 
 VALUE vectorSet(int argc, VALUE* argv, VALUE self) {
-    return methodEntry([&](RaiseRequest& error) -> VALUE {
+    return rubyEntry([&](EntryCall& error) -> VALUE {
         Vector* record = vectorOf(self);
         if (!record) return error.fail(rb_eArgError, "invalid self - Quillon::Vector#set");
         if (argc == 3) {
@@ -258,7 +242,7 @@ VALUE vectorSet(int argc, VALUE* argv, VALUE self) {
 }
 
 VALUE vectorToS(VALUE self) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         const Vector* v = vectorOf(self);
         if (!v) return Qnil;
         return textValue("(" + numbersText({v->x, v->y, v->z}, ", ") + ")");
@@ -266,7 +250,7 @@ VALUE vectorToS(VALUE self) {
 }
 
 VALUE vectorToA(VALUE self) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         const Vector* v = vectorOf(self);
         return v ? floatArray({v->x, v->y, v->z}) : Qnil;
     });
@@ -277,7 +261,7 @@ VALUE vectorToA(VALUE self) {
 constexpr float kByteToUnit = 0.003921569f;
 
 VALUE colorInitialize(int argc, VALUE* argv, VALUE self) {
-    return methodEntry([&](RaiseRequest& error) -> VALUE {
+    return rubyEntry([&](EntryCall& error) -> VALUE {
         Color* record = colorOf(self);
         if (!record) return error.fail(rb_eArgError, "invalid self in Quillon::Color#initialize");
         if (argc == 0) return self;
@@ -322,7 +306,7 @@ VALUE colorInitialize(int argc, VALUE* argv, VALUE self) {
 }
 
 VALUE colorToS(VALUE self) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         const Color* c = colorOf(self);
         if (!c) return Qnil;
         return textValue("(" + numbersText({c->r, c->g, c->b}, ", ") + ")");
@@ -364,7 +348,7 @@ bool transformFromFour(VALUE* argv, Transform& out) {
 }
 
 VALUE transformInitialize(int argc, VALUE* argv, VALUE self) {
-    return methodEntry([&](RaiseRequest& error) -> VALUE {
+    return rubyEntry([&](EntryCall& error) -> VALUE {
         Transform* record = transformOf(self);
         if (!record)
             return error.fail(rb_eArgError,
@@ -416,7 +400,7 @@ VALUE transformInitialize(int argc, VALUE* argv, VALUE self) {
 }
 
 VALUE transformToS(VALUE self) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         const Transform* t = transformOf(self);
         if (!t) return Qnil;
         std::string text;
@@ -428,7 +412,7 @@ VALUE transformToS(VALUE self) {
 }
 
 VALUE transformTimes(VALUE self, VALUE other) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         const Transform* a = transformOf(self);
         const Transform* b = transformOf(other);
         if (!a || !b) return Qnil;
@@ -440,7 +424,7 @@ VALUE transformTimes(VALUE self, VALUE other) {
 }
 
 VALUE transformTimesAssign(VALUE self, VALUE other) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         Transform* a = transformOf(self);
         const Transform* b = transformOf(other);
         if (!a || !b) return Qnil;
@@ -450,7 +434,7 @@ VALUE transformTimesAssign(VALUE self, VALUE other) {
 }
 
 VALUE transformToA(VALUE self) {
-    return methodEntry([&](RaiseRequest& error) -> VALUE {
+    return rubyEntry([&](EntryCall& error) -> VALUE {
         if (!rb_typeddata_is_kind_of(self, &kTransformType)) {
             return error.fail(rb_eArgError, "invalid self - Quillon::Transform#to_a");
         }
@@ -465,7 +449,7 @@ VALUE transformToA(VALUE self) {
 // ---------------------------------------------------------------- Material
 
 VALUE materialInitialize(VALUE self) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         BasicMaterialRecord* record = materialOf(self);
         if (record) *record = BasicMaterialRecord();
         return self;
@@ -474,7 +458,7 @@ VALUE materialInitialize(VALUE self) {
 
 template <class Read>
 VALUE materialGetter(VALUE self, const Read& read) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         const BasicMaterialRecord* record = materialOf(self);
         return record ? read(*record) : Qnil;
     });
@@ -483,7 +467,7 @@ VALUE materialGetter(VALUE self, const Read& read) {
 // A setter gives self, or nil when the value is of the wrong kind.
 template <class Write>
 VALUE materialSetter(VALUE self, const Write& write) {
-    return methodEntry([&](RaiseRequest&) -> VALUE {
+    return rubyEntry([&](EntryCall&) -> VALUE {
         BasicMaterialRecord* record = materialOf(self);
         return record && write(*record) ? self : Qnil;
     });
@@ -588,7 +572,7 @@ struct ComparisonTexts {
 };
 
 VALUE compareMaterials(VALUE self, VALUE other, const ComparisonTexts& texts, bool wantEqual) {
-    return methodEntry([&](RaiseRequest& error) -> VALUE {
+    return rubyEntry([&](EntryCall& error) -> VALUE {
         const BasicMaterialRecord* mine = materialOf(self);
         if (!mine) return error.fail(rb_eRuntimeError, "[Quillon::Material#==] - invalid self\n");
         if (NIL_P(other)) return error.fail(rb_eRuntimeError, texts.invalidArgument);
@@ -677,7 +661,9 @@ void defineMaterial(VALUE under) {
 
 void installRubyUpgradeHost();  // skp_material_editor_host.cpp
 
-void RegisterHostClasses(VALUE module) {
+namespace {
+
+void registerHostClasses(VALUE module) {
     Handles& h = handles();
     static bool pinned = false;
     if (!pinned) {
@@ -703,6 +689,16 @@ void RegisterHostClasses(VALUE module) {
     defineTransform(quillon);
     defineMaterial(quillon);
     installRubyUpgradeHost();
+}
+
+}  // namespace
+
+// A call of its own: a missing class raises here and now, never in a later call.
+void RegisterHostClasses(VALUE module) {
+    rubyEntry([&] {
+        registerHostClasses(module);
+        return Qnil;
+    });
 }
 
 // ---------------------------------------------------------------- conversions

@@ -31,8 +31,8 @@ enum class HostClass {
 };
 
 // Keeps `module`, looks up the host's handles, defines the four classes under Quillon and
-// gives the upgrade pass its Ruby host. A missing host class raises ArgumentError (pending,
-// see callRaising); the classes are then left undefined.
+// gives the upgrade pass its Ruby host. A missing host class raises ArgumentError when this
+// returns; the classes are then left undefined.
 void RegisterHostClasses(VALUE module);
 
 // Nil until RegisterHostClasses has run.

@@ -38,3 +38,21 @@ module QuillonTestHelper
     GC.stress = false
   end
 end
+
+# Runs Ruby source in a child interpreter with the extension and the probe on its load path,
+# so that a crash fails one test instead of the runner. Gives standard output, standard error
+# and the exit status (a signal shows as nil).
+module IsolatedRuby
+  PRELUDE = <<~RUBY.freeze
+    $LOAD_PATH.unshift #{ENV.fetch("QUILLON_EXT_DIR", File.expand_path("../../build/ext", __dir__)).inspect}
+    $LOAD_PATH.unshift #{ENV.fetch("QUILLON_PROBE_DIR", File.expand_path("../../build/ext-test", __dir__)).inspect}
+    require "Quillonbin2xml"
+    require "json"
+    OMNI = JSON.parse(File.read(#{File.join(QuillonTestHelper::SAMPLES, "light_type2_omni.json").inspect}))
+  RUBY
+
+  def run_isolated(source, env: {})
+    out, err, status = Open3.capture3(env, RbConfig.ruby, "-e", PRELUDE + source)
+    [out, err, status.exitstatus]
+  end
+end

@@ -50,6 +50,9 @@ class BridgeTest < Minitest::Test
   def test_color_channels_round_half_up_without_clamping
     assert_equal [[128, 0, 255], [-26, 510, 1]],
                  [[0.5, 0.0, 1.0], [-0.1, 2.0, 0.002]].map { QuillonProbe.color_to_ruby(*_1) }
+    # Beyond what a channel can mean: NaN is 0, and the 64-bit range is where rounding stops.
+    assert_equal [0, 2**63 - 1, -2**63], QuillonProbe.color_to_ruby(Float::NAN, Float::INFINITY, -Float::INFINITY)
+    assert_equal [2**63 - 1, -2**63, 255 * 2**40], QuillonProbe.color_to_ruby(1e30, -1e30, 2.0**40)
   end
 
   def test_dictionaries

@@ -3,6 +3,7 @@
 #include <ruby.h>
 
 #include "archive/quick_archive.h"
+#include "bridge/entry_guard.h"
 #include "bridge/host_dictionary.h"
 #include "bridge/host_ids.h"
 #include "bridge/ruby_archive.h"
@@ -13,25 +14,13 @@
 
 namespace {
 
-template <class Body>
-VALUE guarded(const Body& body) {
-    VALUE result = Qnil;
-    try {
-        result = body();
-    } catch (...) {
-        result = Qnil;
-    }
-    raisePendingException();
-    return result;
-}
-
 VALUE pair(bool ok, VALUE value) { return rb_ary_new_from_args(2, ok ? Qtrue : Qfalse, value); }
 
 VALUE keep_alive_count(VALUE) { return LONG2NUM(keepAliveCount()); }
 
 // Counts in the keep-alive array: after one holder, after a copy, after dropping the copy.
 VALUE holder_counts(VALUE, VALUE value) {
-    return guarded([&] {
+    return rubyEntry([&] {
         const long base = keepAliveCount();
         RubyValueHolder first(value);
         const long one = keepAliveCount() - base;
@@ -48,7 +37,7 @@ VALUE holder_counts(VALUE, VALUE value) {
 // A converter's answer and its output, which starts as `start` and stays so when refused.
 template <class T, class ToRuby>
 VALUE converted(VALUE v, bool (*convert)(VALUE, T&), T start, ToRuby toRuby) {
-    return guarded([&] {
+    return rubyEntry([&] {
         T out = start;
         const bool ok = convert(v, out);
         return pair(ok, toRuby(out));
@@ -69,7 +58,7 @@ VALUE protected_call(int argc, VALUE* argv, VALUE) {
     if (argc < 2) rb_raise(rb_eArgError, "receiver and method name needed");
     const VALUE receiver = argv[0];
     const ID method = rb_intern_str(rb_String(argv[1]));
-    return guarded([&] {
+    return rubyEntry([&] {
         RubyValueHolder out;
         protectedCall(out, receiver, method, argc - 2, argv + 2);
         return out.release();
@@ -77,7 +66,7 @@ VALUE protected_call(int argc, VALUE* argv, VALUE) {
 }
 
 VALUE ruby_to_wide(VALUE, VALUE v) {
-    return guarded([&] {
+    return rubyEntry([&] {
         std::wstring text = L"unchanged";
         const bool ok = rubyToWide(v, text);
         VALUE back = Qnil;
@@ -87,7 +76,7 @@ VALUE ruby_to_wide(VALUE, VALUE v) {
 }
 
 VALUE color_to_ruby(VALUE, VALUE r, VALUE g, VALUE b) {
-    return guarded([&] {
+    return rubyEntry([&] {
         VALUE out = Qnil;
         colorToRuby(
             CorvaneCore::Color(static_cast<float>(NUM2DBL(r)), static_cast<float>(NUM2DBL(g)),
@@ -98,7 +87,7 @@ VALUE color_to_ruby(VALUE, VALUE r, VALUE g, VALUE b) {
 }
 
 VALUE serial_data(VALUE, VALUE owner) {
-    return guarded([&] {
+    return rubyEntry([&] {
         RubyValueHolder o(owner), name = GuidValue(), key = SerialDataKeyValue(), out;
         const bool ok = GetDictionaryValue(o, name, key, out);
         const bool consumed = !o.isTruthy() && !name.isTruthy() && !key.isTruthy();
@@ -107,14 +96,14 @@ VALUE serial_data(VALUE, VALUE owner) {
 }
 
 VALUE set_dictionary_value(VALUE, VALUE owner, VALUE dict, VALUE key, VALUE value, VALUE create) {
-    return guarded([&] {
+    return rubyEntry([&] {
         RubyValueHolder o(owner), n(dict), k(key), v(value);
         return SetDictionaryValue(o, n, k, v, RTEST(create)) ? Qtrue : Qfalse;
     });
 }
 
 VALUE delete_dictionary_key(VALUE, VALUE owner, VALUE dict, VALUE key) {
-    return guarded([&] {
+    return rubyEntry([&] {
         RubyValueHolder out, o(owner), n(dict), k(key);
         DeleteDictionaryKey(out, o, n, k);
         return out.get();
@@ -122,11 +111,11 @@ VALUE delete_dictionary_key(VALUE, VALUE owner, VALUE dict, VALUE key) {
 }
 
 VALUE ask_yes_no(VALUE, VALUE text) {
-    return guarded([&] { return AskYesNo(StringValueCStr(text)) ? Qtrue : Qfalse; });
+    return rubyEntry([&] { return AskYesNo(StringValueCStr(text)) ? Qtrue : Qfalse; });
 }
 
 VALUE protected_eval(VALUE, VALUE text) {
-    return guarded([&] {
+    return rubyEntry([&] {
         RubyValueHolder out;
         const bool ok = protectedEval(StringValueCStr(text), &out);
         return pair(ok, out.get());
@@ -135,7 +124,7 @@ VALUE protected_eval(VALUE, VALUE text) {
 
 // Bytes in through the attribute form and out again, whole blocks.
 VALUE archive_round_trip(VALUE, VALUE array) {
-    return guarded([&] {
+    return rubyEntry([&] {
         CorvaneCore::QuickArchive archive(1);
         if (!RubyArrayToArchive(array, archive)) return Qnil;
         VALUE out = Qnil;
@@ -146,7 +135,7 @@ VALUE archive_round_trip(VALUE, VALUE array) {
 
 // Only the copy into an archive: the byte count, or nil when the array is refused.
 VALUE copy_to_archive(VALUE, VALUE array) {
-    return guarded([&] {
+    return rubyEntry([&] {
         CorvaneCore::QuickArchive archive(1);
         if (!RubyArrayToArchive(array, archive)) return Qnil;
         return ULL2NUM(archive.writePos());
@@ -155,7 +144,7 @@ VALUE copy_to_archive(VALUE, VALUE array) {
 
 // The value classes and the upgrade pass's Ruby host, which the shipped module never sets up.
 VALUE register_host_classes(VALUE, VALUE module) {
-    return guarded([&] {
+    return rubyEntry([&] {
         RegisterHostClasses(module);
         return Qtrue;
     });
@@ -163,7 +152,7 @@ VALUE register_host_classes(VALUE, VALUE module) {
 
 // The upgrade pass's entry, as a record older than the upgraded layout reaches it.
 VALUE offer_upgrade(VALUE) {
-    return guarded([] {
+    return rubyEntry([] {
         SkpMaterialEditor::instance().offerUpgrade();
         return Qnil;
     });
