@@ -374,3 +374,12 @@ TEST(CorOptFile, RefusesEmptyAndMissingFiles) {
     EXPECT_FALSE(file.read(options, utf8ToWide(path)));
     EXPECT_FALSE(file.write(options, L"/nonexistent-dir/x.coropt"));
 }
+
+TEST(CorOptFile, RefusesDirectoriesAndOtherNonRegularFiles) {
+    AllOptions options;
+    options.output.img_width = 1234;
+    CorOptFile file;
+    EXPECT_FALSE(file.read(options, utf8ToWide(::testing::TempDir())));
+    EXPECT_FALSE(file.read(options, L"."));
+    EXPECT_EQ(options.output.img_width, 1234);  // nothing was read
+}
