@@ -201,10 +201,16 @@ TEST_F(UpgradePassTest, ClosedGatesAndFailedOperationsStopWhereTheyMust) {
     SkpMaterialEditor().offerUpgrade();  // without a host the entry makes no call at all
 }
 
-// Unsaved: the user decides whether to go on. Saved: copied byte for byte, and said so.
+// Unsaved: the user decides whether to go on, and the target is opened all the same, which
+// empties an old backup. Saved: copied byte for byte, and said so.
 TEST_F(UpgradePassTest, BackupAsksForAnUnsavedModelAndCopiesASavedOne) {
+    std::ofstream(SkpMaterialEditor::kBackupFileName, std::ios::binary) << "an older backup";
     host.answerYes = false;
     EXPECT_FALSE(editor.backupModel(host.model));
+    std::ifstream emptied(SkpMaterialEditor::kBackupFileName, std::ios::binary | std::ios::ate);
+    ASSERT_TRUE(emptied.is_open());
+    EXPECT_EQ(emptied.tellg(), 0);
+    emptied.close();
     host.answerYes = true;
     EXPECT_TRUE(editor.backupModel(host.model));
     EXPECT_EQ(host.prompts.size(), 2u);
