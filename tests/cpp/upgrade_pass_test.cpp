@@ -12,6 +12,8 @@
 #include "materials/wrappers.h"
 #include "textures/procedural.h"
 #include "textures/texture.h"
+#include "textures/uvw.h"
+#include "upgrade/basic_material.h"
 #include "upgrade/skp_material_editor.h"
 
 using namespace CorvaneCore;
@@ -274,6 +276,33 @@ TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {
     EXPECT_EQ(*refHost->color, Color(0.7f, 0.1f, 0.1f));
     EXPECT_EQ(host.log,
               (std::vector<std::string>{"evaluate Brick", "evaluate RefHost", "evaluate RefHost"}));
+}
+
+TEST(MaterialToLayered, ABitmapTypeGetsABitmapEvenForAnEmptyFile) {
+    BasicMaterialRecord record;
+    record.color = Color(0.5f, 0.25f, 1.0f);
+    record.type = BasicMaterialRecord::kBitmapOnly;
+    const LayeredPair pair = materialToLayered(record);
+    for (const auto& material : {pair.front, pair.back}) {
+        ASSERT_EQ(material->brdfs.size(), 1u);
+        auto* layer = dynamic_cast<Diffuse_BRDF*>(material->brdfs[0].get());
+        ASSERT_TRUE(layer);
+        auto* bitmap = dynamic_cast<BitmapTexture*>(layer->color_tex.get());
+        ASSERT_TRUE(bitmap);
+        EXPECT_TRUE(dynamic_cast<GenChannelUVW*>(bitmap->uvwgen.get()));
+        auto* buffer = dynamic_cast<BitmapBuffer*>(bitmap->bitmap.get());
+        ASSERT_TRUE(buffer);
+        EXPECT_EQ(buffer->file, L"");
+    }
+
+    record.type = BasicMaterialRecord::kBitmapBlendedWithColor;
+    auto* blend = dynamic_cast<BlendTexture*>(
+        dynamic_cast<Diffuse_BRDF&>(*materialToLayered(record).front->brdfs[0]).color_tex.get());
+    ASSERT_TRUE(blend);
+    EXPECT_TRUE(dynamic_cast<BitmapTexture*>(blend->color_a.get()));
+    auto* color = dynamic_cast<AColorTexture*>(blend->color_b.get());
+    ASSERT_TRUE(color);
+    EXPECT_EQ(color->texture, AColor(0.5f, 0.25f, 1.0f, 1.0f));
 }
 
 TEST_F(UpgradePassTest, BasicMaterialWithoutBitmapDropsTheLayersBitmap) {
