@@ -425,7 +425,8 @@ TEST(LightXml, ASunKeyCutByTheEndOfTheDataIsReadWithZeros) {
     // first six numbers (2 0 0 0 2 0); the id pads the record to the block's end.
     auto sunWithId = [](const std::string& id) {
         Bytes b;
-        b.version(4).vec(kUp).f32(0.125f).f32(4).f32(2.5f).f32(1.25f).f32(2).f32(60).f32(170).f32(0.5f);
+        b.version(4).vec(kUp).f32(0.125f).f32(4).f32(2.5f).f32(1.25f).f32(2).f32(60).f32(170).f32(
+            0.5f);
         b.i32(111).i32(222).i32(33).boolean(false).text(id).text("Noon");
         b.boolean(false).boolean(true).u32(0x10000).u32(1).u32(8).f64(0.0);
         return b.floats({2, 0, 0, 0, 2, 0});
