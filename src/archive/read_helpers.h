@@ -71,24 +71,44 @@ bool readTracedObject(QuickArchive& archive, T& object) {
     return ok;
 }
 
-// Makes the child for a stored id and lets it read itself, within the depth limit.
+// True while the nesting stays within kMaxNestingDepth; reports the refusal to the trace.
+inline bool depthAllowed(const ChildDepthGuard& guard, QuickArchive& archive) {
+    if (guard.withinLimit()) return true;
+    if (ReadTrace* trace = archive.trace()) trace->depthExceeded(archive.readPos());
+    return false;
+}
+
+// The factory's object for a stored id; null, reported to the trace, for an id it does not know.
 template <class Base>
-std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, uint64_t idOffset,
-                                    ChildFactory<Base> factory) {
-    ChildDepthGuard guard(archive);
-    if (!guard.withinLimit()) {
-        if (ReadTrace* trace = archive.trace()) trace->depthExceeded(archive.readPos());
-        return nullptr;
-    }
+std::shared_ptr<Base> makeChild(QuickArchive& archive, int32_t id, uint64_t idOffset,
+                                ChildFactory<Base> factory) {
     std::shared_ptr<Base> child = factory(id);
     if (!child) {
         if (ReadTrace* trace = archive.trace()) {
             trace->unknownTypeId(typeid(Base).name(), id, idOffset);
         }
-        return nullptr;
     }
-    if (!readTracedObject(archive, *child)) return nullptr;
     return child;
+}
+
+// Puts the child for a stored id in `slot`, then lets it read itself, within the depth limit.
+// A child that fails stays in its slot, partly read, and is written out like any other; an
+// unknown id leaves the slot empty. Beyond the depth limit the slot is not touched.
+template <class Base>
+bool readChildInPlace(QuickArchive& archive, int32_t id, uint64_t idOffset,
+                      ChildFactory<Base> factory, std::shared_ptr<Base>& slot) {
+    ChildDepthGuard guard(archive);
+    if (!depthAllowed(guard, archive)) return false;
+    slot = makeChild(archive, id, idOffset, factory);
+    return slot && readTracedObject(archive, *slot);
+}
+
+// The child for a stored id once it has read itself in full; null otherwise.
+template <class Base>
+std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, uint64_t idOffset,
+                                    ChildFactory<Base> factory) {
+    std::shared_ptr<Base> child;
+    return readChildInPlace(archive, id, idOffset, factory, child) ? child : nullptr;
 }
 
 // Form A, optional child: bool present; if present, int type id and the child's own stream.
@@ -100,8 +120,9 @@ bool writeOptionalChild(QuickArchive& archive, const std::shared_ptr<Base>& chil
     return child->serialize(archive);
 }
 
-// An absent child leaves `slot` as it is. An id the factory does not know refuses the read,
-// since the length of the child's data is unknown.
+// An absent child leaves `slot` as it is. A present one enters the slot before it reads itself.
+// An id the factory does not know refuses the read, since the length of the child's data is
+// unknown.
 template <class Base>
 bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
                        ChildFactory<Base> factory) {
@@ -111,10 +132,7 @@ bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
     const uint64_t idOffset = archive.readPos();
     int32_t id = 0;
     archive.read(id);
-    std::shared_ptr<Base> child = readChildBody(archive, id, idOffset, factory);
-    if (!child) return false;
-    slot = child;
-    return true;
+    return readChildInPlace(archive, id, idOffset, factory, slot);
 }
 
 // Form B, required child: int type id, then the child's stream.
@@ -138,6 +156,17 @@ bool readRequiredChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
     return true;
 }
 
+// The texture family's mandatory child: the same stream as form B, but the child enters its
+// slot before it reads itself, as in form A.
+template <class Base>
+bool readRequiredChildInPlace(QuickArchive& archive, std::shared_ptr<Base>& slot,
+                              ChildFactory<Base> factory) {
+    const uint64_t idOffset = archive.readPos();
+    int32_t id = 0;
+    archive.read(id);
+    return readChildInPlace(archive, id, idOffset, factory, slot);
+}
+
 // Form C, two required children in a group: both ids first, then both streams.
 template <class First, class Second>
 bool writeChildPair(QuickArchive& archive, const std::shared_ptr<First>& first,
@@ -148,6 +177,8 @@ bool writeChildPair(QuickArchive& archive, const std::shared_ptr<First>& first,
     return first->serialize(archive) && second->serialize(archive);
 }
 
+// Both children enter their slots as soon as the factories made them; an unknown id in either
+// refuses the read before any child data is read.
 template <class First, class Second>
 bool readChildPair(QuickArchive& archive, std::shared_ptr<First>& first,
                    ChildFactory<First> firstFactory, std::shared_ptr<Second>& second,
@@ -156,13 +187,12 @@ bool readChildPair(QuickArchive& archive, std::shared_ptr<First>& first,
     int32_t firstId = 0, secondId = 0;
     archive.read(firstId);
     archive.read(secondId);
-    std::shared_ptr<First> a = readChildBody(archive, firstId, idOffset, firstFactory);
-    if (!a) return false;
-    first = a;
-    std::shared_ptr<Second> b = readChildBody(archive, secondId, idOffset + 4, secondFactory);
-    if (!b) return false;
-    second = b;
-    return true;
+    ChildDepthGuard guard(archive);
+    if (!depthAllowed(guard, archive)) return false;
+    first = makeChild(archive, firstId, idOffset, firstFactory);
+    second = makeChild(archive, secondId, idOffset + 4, secondFactory);
+    return first && second && readTracedObject(archive, *first) &&
+           readTracedObject(archive, *second);
 }
 
 }  // namespace CorvaneCore

@@ -150,6 +150,11 @@ bool numberOf(VALUE value, float& out) {
     return true;
 }
 
+// The narrower form a colour's three components take: no bignum.
+bool fixnumOrFloatOf(VALUE value, float& out) {
+    return !RB_TYPE_P(value, T_BIGNUM) && numberOf(value, out);
+}
+
 // x, y and z of a host point or vector through its "[]".
 bool coordinatesOf(VALUE value, Vector& out) {
     float xyz[3];
@@ -264,7 +269,6 @@ VALUE colorInitialize(int argc, VALUE* argv, VALUE self) {
     return rubyEntry([&](EntryCall& error) -> VALUE {
         Color* record = colorOf(self);
         if (!record) return error.fail(rb_eArgError, "invalid self in Quillon::Color#initialize");
-        if (argc == 0) return self;
         if (argc == 1) {
             const VALUE arg = argv[0];
             if (isHost(arg, HostClass::Color)) {
@@ -293,8 +297,8 @@ VALUE colorInitialize(int argc, VALUE* argv, VALUE self) {
                               "Sketchup::Color or Quillon::Color");
         }
         float rgb[3];
-        const bool three = argc == 3 && numberOf(argv[0], rgb[0]) && numberOf(argv[1], rgb[1]) &&
-                           numberOf(argv[2], rgb[2]);
+        const bool three = argc == 3 && fixnumOrFloatOf(argv[0], rgb[0]) &&
+                           fixnumOrFloatOf(argv[1], rgb[1]) && fixnumOrFloatOf(argv[2], rgb[2]);
         if (!three) {
             return error.fail(rb_eArgError,
                               "Quillon::Color#initialize - invalid arguments: when passing 3 they "
@@ -353,10 +357,6 @@ VALUE transformInitialize(int argc, VALUE* argv, VALUE self) {
         if (!record)
             return error.fail(rb_eArgError,
                               "Quillon::Transform#initialize - invalid argument count");
-        if (argc == 0) {
-            *record = Transform::identity();
-            return self;
-        }
         if (argc == 4) {
             if (!transformFromFour(argv, *record)) {
                 return error.fail(rb_eArgError,

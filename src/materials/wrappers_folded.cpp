@@ -309,7 +309,12 @@ bool MaterialObjectExclusion::readObjects(QuickArchive& archive) {
     uint32_t count = 0;
     archive.read(count);
     for (uint32_t i = 0; i < count; ++i) {
-        if (archive.remaining() == 0) return false;
+        if (archive.remaining() == 0) {
+            // Entries past the end of the data read as empty strings. The first is kept; the
+            // rest would only repeat it, and a declared count must not size the list.
+            objects.emplace_back();
+            return true;
+        }
         std::wstring object;
         archive.read(object);
         objects.push_back(object);

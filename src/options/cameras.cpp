@@ -137,7 +137,6 @@ bool PhysicalCamera::deserialize(QuickArchive& archive) {
 namespace {
 constexpr uint32_t kFlagCurveWord = 0x10000;
 constexpr uint32_t kFlagKeySize = 8;  // the width of the stored time
-constexpr uint64_t kFlagKeyBytes = 8 + 1;
 constexpr double kFlagTimeTolerance = 1e-12;
 }  // namespace
 
@@ -183,7 +182,8 @@ bool AnimatedFlag::deserialize(QuickArchive& archive) {
     archive.read(count);
     archive.read(keySize);
     if (keySize != kFlagKeySize) return false;
-    for (uint32_t i = 0; i < count && archive.remaining() >= kFlagKeyBytes; ++i) {
+    // A key cut by the end of the data still counts, its missing bytes reading as zero.
+    for (uint32_t i = 0; i < count && archive.remaining() > 0; ++i) {
         double time = 0.0;
         bool value = false;
         archive.read(time);

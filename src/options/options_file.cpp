@@ -1,6 +1,8 @@
 #include "options/options_file.h"
 
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 #include <vector>
 
 #include "archive/quick_archive.h"
@@ -24,7 +26,11 @@ bool CorOptFile::write(AllOptions& options, const std::wstring& path) {
 }
 
 bool CorOptFile::read(AllOptions& options, const std::wstring& path) {
-    std::ifstream in(wideToUtf8(path), std::ios::binary);
+    // A directory, pipe or device opens as a stream too but has no size to read by.
+    const std::filesystem::path file = std::filesystem::u8path(wideToUtf8(path));
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) return false;
+    std::ifstream in(file, std::ios::binary);
     if (!in) return false;
     in.seekg(0, std::ios::end);
     const std::streamoff size = in.tellg();

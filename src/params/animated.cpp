@@ -15,8 +15,6 @@ namespace {
 constexpr uint32_t kCurveVersionWord = 0x10000;
 // Stored key size: the width of the time. Any other value means a layout this reader lacks.
 constexpr uint32_t kStoredKeySize = 8;
-constexpr uint64_t kTransformKeyBytes = 8 + 48;
-constexpr uint64_t kRealKeyBytes = 8 + 4;
 
 bool sameTime(double a, double b) { return std::abs(a - b) < kKeyTimeTolerance; }
 
@@ -78,11 +76,12 @@ bool sameKeyMaps(const Keys& a, const Keys& b, SameValue sameValue) {
     return true;
 }
 
-// Reads up to `count` keys. A declared count beyond what the archive still holds means the
-// stored curve ended early: reading stops there and the keys read so far stand.
+// Reads up to `count` keys. A key cut by the end of the data is still read, its missing bytes
+// reading as zero; a declared count beyond the data stops once no bytes remain, so the loop
+// stays linear in the record's size.
 template <class Curve, class Value>
-void readKeys(QuickArchive& archive, Curve& curve, uint32_t count, uint64_t keyBytes) {
-    for (uint32_t i = 0; i < count && archive.remaining() >= keyBytes; ++i) {
+void readKeys(QuickArchive& archive, Curve& curve, uint32_t count) {
+    for (uint32_t i = 0; i < count && archive.remaining() > 0; ++i) {
         double time = 0.0;
         Value value{};
         archive.read(time);
@@ -139,7 +138,7 @@ bool AnimatedTransform::deserialize(QuickArchive& archive) {
     archive.read(count);
     archive.read(keySize);
     if (keySize != kStoredKeySize) return false;
-    readKeys<AnimatedTransform, Transform>(archive, *this, count, kTransformKeyBytes);
+    readKeys<AnimatedTransform, Transform>(archive, *this, count);
     return true;
 }
 
@@ -192,7 +191,7 @@ bool AnimatedReal::deserialize(QuickArchive& archive) {
     archive.read(keySize);
     if (keySize != kStoredKeySize) return false;
     archive.read(interpolate_);
-    readKeys<AnimatedReal, float>(archive, *this, count, kRealKeyBytes);
+    readKeys<AnimatedReal, float>(archive, *this, count);
     return true;
 }
 

@@ -162,7 +162,7 @@ bool InvertTexture::serialize(QuickArchive& archive) {
 bool InvertTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 1, major)) return false;
-    if (!readRequiredChild(archive, texture, createTexture)) return false;
+    if (!readRequiredChildInPlace(archive, texture, createTexture)) return false;
     archive.read(invert_alpha);
     return true;
 }

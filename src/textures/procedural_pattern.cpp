@@ -17,7 +17,7 @@ bool UVWTexture::serialize(QuickArchive& archive) {
 bool UVWTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 1, major)) return false;
-    return readRequiredChild(archive, uvwgen, createUVW);
+    return readRequiredChildInPlace(archive, uvwgen, createUVW);
 }
 
 void UVWTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
@@ -62,8 +62,8 @@ bool RampTexture::serialize(QuickArchive& archive) {
 bool RampTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 1, major)) return false;
-    if (!readRequiredChild(archive, uvwgen, createUVW) ||
-        !readRequiredChild(archive, colors, createTexture)) {
+    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
+        !readRequiredChildInPlace(archive, colors, createTexture)) {
         return false;
     }
     archive.read(positions);
@@ -123,7 +123,7 @@ bool BulgeTexture::serialize(QuickArchive& archive) {
 bool BulgeTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 1, major)) return false;
-    if (!readRequiredChild(archive, uvwgen, createUVW)) return false;
+    if (!readRequiredChildInPlace(archive, uvwgen, createUVW)) return false;
     archive.read(u_width);
     archive.read(v_width);
     return true;
@@ -177,9 +177,9 @@ bool GridTexture::serialize(QuickArchive& archive) {
 bool GridTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 2, major)) return false;
-    if (!readRequiredChild(archive, uvwgen, createUVW) ||
-        !readRequiredChild(archive, line_color, createTexture) ||
-        !readRequiredChild(archive, fill_color, createTexture)) {
+    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
+        !readRequiredChildInPlace(archive, line_color, createTexture) ||
+        !readRequiredChildInPlace(archive, fill_color, createTexture)) {
         return false;
     }
     if (major >= 2) {
@@ -250,7 +250,7 @@ bool ClothTexture::serialize(QuickArchive& archive) {
 bool ClothTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 2, major)) return false;
-    if (!readRequiredChild(archive, uvwgen, createUVW)) return false;
+    if (!readRequiredChildInPlace(archive, uvwgen, createUVW)) return false;
     archive.read(gap_color);
     archive.read(u_color);
     archive.read(v_color);
@@ -329,7 +329,7 @@ bool NoiseTexture::serialize(QuickArchive& archive) {
 bool NoiseTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 1, major)) return false;
-    if (!readRequiredChild(archive, uvwgen, createUVW) ||
+    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
         !readOptionalChild(archive, color1_tex, createTexture) ||
         !readOptionalChild(archive, color2_tex, createTexture)) {
         return false;
@@ -423,9 +423,9 @@ bool CheckerTexture::serialize(QuickArchive& archive) {
 bool CheckerTexture::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readTextureVersion(archive, *this, 2, major)) return false;
-    if (!readRequiredChild(archive, uvwgen, createUVW) ||
-        !readRequiredChild(archive, white_color, createTexture) ||
-        !readRequiredChild(archive, black_color, createTexture)) {
+    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
+        !readRequiredChildInPlace(archive, white_color, createTexture) ||
+        !readRequiredChildInPlace(archive, black_color, createTexture)) {
         return false;
     }
     archive.read(tile_u);

@@ -80,11 +80,11 @@ bool SkyTexture::deserialize(QuickArchive& archive) {
     bool present = false;
     archive.read(present);
     if (present) {
-        // No id is stored: the sun's data follows the flag directly.
-        std::shared_ptr<BaseLight> stored =
-            readChildBody(archive, kSunLightType, archive.readPos(), createLight);
-        if (!stored) return false;
-        sun = stored;
+        // No id is stored: the sun's data follows the flag directly. The new sun takes the
+        // slot before it reads, as every optional child does.
+        if (!readChildInPlace(archive, kSunLightType, archive.readPos(), createLight, sun)) {
+            return false;
+        }
     }
     if (major == 1) return true;
     if (major == 2) {

@@ -3,13 +3,25 @@
 #include "materials/brdf.h"
 #include "textures/procedural.h"
 #include "textures/texture.h"
+#include "textures/uvw.h"
 
 using namespace CorvaneCore;
 
 namespace {
 
+// A channel generator and a buffer of the record's file, even an empty one: unlike the old
+// material layouts, the record asks for a bitmap whenever its type says so.
+std::shared_ptr<BaseTexture> recordBitmap(const BasicMaterialRecord& record) {
+    auto buffer = std::make_shared<BitmapBuffer>();
+    buffer->file = record.texture;
+    auto bitmap = std::make_shared<BitmapTexture>();
+    bitmap->uvwgen = createUVW(4);
+    bitmap->bitmap = buffer;
+    return bitmap;
+}
+
 std::shared_ptr<BaseTexture> recordTexture(const BasicMaterialRecord& record) {
-    std::shared_ptr<BaseTexture> bitmap = makeBitmapTexture(record.texture);
+    std::shared_ptr<BaseTexture> bitmap = recordBitmap(record);
     if (record.type != BasicMaterialRecord::kBitmapBlendedWithColor) return bitmap;
     auto blend = std::make_shared<BlendTexture>();
     blend->color_a = bitmap;

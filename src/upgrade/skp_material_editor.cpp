@@ -147,10 +147,10 @@ void SkpMaterialEditor::offerUpgrade() {
 
 bool SkpMaterialEditor::backupModel(const HostRef& model) {
     const std::string source = wideToUtf8(host_->modelPath(model));
-    std::ifstream in;
-    if (!source.empty()) in.open(source, std::ios::binary);
-    std::ofstream out;
-    if (in.is_open()) out.open(kBackupFileName, std::ios::binary | std::ios::trunc);
+    // Both are opened whatever the other gave, so the target is created or emptied even for an
+    // unsaved model, whose empty path opens nothing.
+    std::ifstream in(source, std::ios::binary);
+    std::ofstream out(kBackupFileName, std::ios::binary | std::ios::trunc);
     if (!in.is_open() || !out.is_open()) return host_->askYesNo(kNoBackupPrompt);
     char chunk[kCopyChunk];
     while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {

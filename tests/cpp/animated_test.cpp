@@ -92,9 +92,27 @@ TEST(AnimatedTransform, ADeclaredCountBeyondTheDataStopsWhereTheDataEnds) {
     ASSERT_TRUE(curve.deserialize(archive));
     EXPECT_GE(curve.keyCount(), 2);
     EXPECT_EQ(curve.getValue(1.0), countingTransform(1));
-    // Whatever the unwritten tail of the block holds, no more keys than the block can carry.
-    EXPECT_LE(curve.keyCount(), int(QuickArchive::kBlockSize / 56));
-    EXPECT_LT(archive.remaining(), 56u);
+    // Whatever the unwritten tail of the block holds, no more keys than the block can carry,
+    // and the last key, cut by the end, was read too.
+    EXPECT_LE(curve.keyCount(), int(QuickArchive::kBlockSize / 56) + 1);
+    EXPECT_EQ(archive.remaining(), 0u);
+}
+
+TEST(AnimatedCurves, AKeyCutByTheEndReadsItsMissingBytesAsZero) {
+    Bytes key = curveHeader(1);
+    key.f64(2.0).floats({1, 2, 3, 4, 5, 6});  // half a transform: the block ends here
+    const size_t lead = QuickArchive::kBlockSize - key.size();
+    Bytes record;
+    record.raw(std::string(lead, '\0')).append(key);
+    QuickArchive archive = record.archive();
+    archive.setReadPos(lead);
+    AnimatedTransform curve;
+    ASSERT_TRUE(curve.deserialize(archive));
+    ASSERT_EQ(curve.keyCount(), 1);
+    Transform expected;
+    expected.m.v[0] = Vector(1, 2, 3), expected.m.v[1] = Vector(4, 5, 6);
+    expected.m.v[2] = Vector(0, 0, 0), expected.offset = Vector(0, 0, 0);
+    EXPECT_EQ(curve.getValue(2.0), expected);
 }
 
 TEST(AnimatedCurves, RoundTripThroughTheArchive) {

@@ -100,18 +100,36 @@ TEST(ChildForms, HostileSelfNestingStopsAtTheLimit) {
     EXPECT_FALSE(Node().deserialize(a));
 }
 
-TEST(ChildForms, RequiredChildIsStoredOnlyAfterItRead) {
+TEST(ChildForms, AFailingOptionalChildStaysInItsSlotPartlyRead) {
+    // The child (value 7) reads its value, then its own child names an unknown id.
+    QuickArchive a = parentOf(3);
+    writeVersion(a, 1), a.write(int32_t(7)), a.write(true), a.write(int32_t(99));
+    Node back;
+    back.child = std::make_shared<Node>();
+    const std::shared_ptr<Node> before = back.child;
+    EXPECT_FALSE(back.deserialize(a));
+    ASSERT_NE(back.child, nullptr);
+    EXPECT_NE(back.child, before);  // the new child, not the old one
+    EXPECT_EQ(back.child->value, 7);
+    EXPECT_EQ(back.child->child, nullptr);  // an unknown id leaves its slot empty
+}
+
+TEST(ChildForms, RequiredChildIsStoredOnlyAfterItReadUnlessReadInPlace) {
     QuickArchive a;
     a.write(int32_t(3));
     a.write(uint32_t(0x20000));  // a version the child refuses
     std::shared_ptr<Node> slot;
     EXPECT_FALSE(readRequiredChild<Node>(a, slot, &Node::create));
     EXPECT_EQ(slot, nullptr);
+    a.setReadPos(0);
+    EXPECT_FALSE(readRequiredChildInPlace<Node>(a, slot, &Node::create));
+    EXPECT_NE(slot, nullptr);
 
     QuickArchive b;
     auto child = chain(1);
     child->value = 5;
     ASSERT_TRUE(writeRequiredChild(b, child));
+    slot.reset();
     ASSERT_TRUE(readRequiredChild<Node>(b, slot, &Node::create));
     EXPECT_EQ(slot->value, 5);
     EXPECT_FALSE(writeRequiredChild(b, std::shared_ptr<Node>()));
@@ -133,6 +151,24 @@ TEST(ChildForms, GroupWritesBothIdsFirst) {
     QuickArchive none;
     EXPECT_FALSE(writeChildPair(none, first, std::shared_ptr<Node>()));
     EXPECT_EQ(none.writePos(), 0u);
+
+    // Both enter their slots before reading: a second child that fails stays, as made.
+    QuickArchive refused;
+    refused.write(int32_t(3)), refused.write(int32_t(3));
+    ASSERT_TRUE(first->serialize(refused));
+    refused.write(uint32_t(0x20000));
+    std::shared_ptr<Node> p, q;
+    EXPECT_FALSE((readChildPair<Node, Node>(refused, p, &Node::create, q, &Node::create)));
+    ASSERT_TRUE(p && q);
+    EXPECT_EQ(std::make_pair(p->value, q->value), std::make_pair(1, 0));
+
+    // An unknown id in either refuses the pair before any child reads.
+    QuickArchive unknown;
+    unknown.write(int32_t(3)), unknown.write(int32_t(8));
+    ASSERT_TRUE(first->serialize(unknown));
+    EXPECT_FALSE((readChildPair<Node, Node>(unknown, p, &Node::create, q, &Node::create)));
+    EXPECT_EQ(q, nullptr);
+    EXPECT_EQ(p->value, 0);  // made, but never read
 }
 
 TEST(ReadTrace, NamesTheInnermostRefusalOrTheUnknownTypeId) {

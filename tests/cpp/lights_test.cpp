@@ -420,6 +420,33 @@ TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
               std::string::npos);
 }
 
+TEST(LightXml, ASunKeyCutByTheEndOfTheDataIsReadWithZeros) {
+    // A version 4 sun of exactly one block: one key at time 0 whose transform holds only its
+    // first six numbers (2 0 0 0 2 0); the id pads the record to the block's end.
+    auto sunWithId = [](const std::string& id) {
+        Bytes b;
+        b.version(4).vec(kUp).f32(0.125f).f32(4).f32(2.5f).f32(1.25f).f32(2).f32(60).f32(170).f32(
+            0.5f);
+        b.i32(111).i32(222).i32(33).boolean(false).text(id).text("Noon");
+        b.boolean(false).boolean(true).u32(0x10000).u32(1).u32(8).f64(0.0);
+        return b.floats({2, 0, 0, 0, 2, 0});
+    };
+    const size_t fixed = sunWithId("").size();
+    const Bytes cut = sunWithId(std::string(QuickArchive::kBlockSize - fixed, 'i'));
+    ASSERT_EQ(cut.size(), QuickArchive::kBlockSize);
+    Xml e = lightAsset(L"SunLight");
+    e.vectorParam(L"up_vector", L"0.1", L"0.2", L"0.9").real(L"shadowBias", L"0.125");
+    e.real(L"turbidity", L"4").real(L"water_vapour", L"2.5");
+    e.real(L"intensity_multiplier", L"1.25").real(L"size_multiplier", L"2");
+    e.real(L"photon_radius", L"60").real(L"photon_emit_distance", L"170").real(L"ozone", L"0.5");
+    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
+    e.integer(L"shadow_subdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
+    e.flag(L"invisible", L"1")
+        .transform(L"transform",
+                   {L"2", L"0", L"0", L"0", L"2", L"0", L"0", L"0", L"0", L"0", L"0", L"0"});
+    EXPECT_EQ(convert(cut, 5), closed(e));
+}
+
 TEST(LightXml, SphereDomeAndRefusedRecordsWriteNothing) {
     EXPECT_EQ(convert(sphereRecord(2), 7), "");
     std::wstring text;

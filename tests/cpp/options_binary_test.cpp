@@ -110,7 +110,9 @@ TEST(AllOptionsBinary, EveryRecordRefusesTheWordsItDoesNotKnow) {
         SCOPED_TRACE(major);
         EXPECT_FALSE(acceptsWord<AllOptions>(major << 16));
         const bool known = major <= 9 || (major >= 0x10 && major <= 0x17);
-        if (!known) EXPECT_FALSE(acceptsWord<AllOptions>((major << 16) | 1));
+        if (!known) {
+            EXPECT_FALSE(acceptsWord<AllOptions>((major << 16) | 1));
+        }
     }
     for (uint32_t word : {0x50001u, 0x60000u, 0x0u}) {
         EXPECT_FALSE(acceptsWord<CorvaneParams>(word)) << std::hex << word;
@@ -371,4 +373,13 @@ TEST(CorOptFile, RefusesEmptyAndMissingFiles) {
     std::remove(path.c_str());
     EXPECT_FALSE(file.read(options, utf8ToWide(path)));
     EXPECT_FALSE(file.write(options, L"/nonexistent-dir/x.coropt"));
+}
+
+TEST(CorOptFile, RefusesDirectoriesAndOtherNonRegularFiles) {
+    AllOptions options;
+    options.output.img_width = 1234;
+    CorOptFile file;
+    EXPECT_FALSE(file.read(options, utf8ToWide(::testing::TempDir())));
+    EXPECT_FALSE(file.read(options, L"."));
+    EXPECT_EQ(options.output.img_width, 1234);  // nothing was read
 }

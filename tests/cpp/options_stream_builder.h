@@ -93,7 +93,10 @@ struct OptionsStream {
     std::vector<int32_t> channels{1, 2};
     std::string firstPath = "p36";
     bool bgTexturePresent = false;
-    std::optional<uint32_t> channelCount;  // a forged count: the stream ends after the ids
+    std::optional<uint32_t> channelCount =
+        std::nullopt;  // a forged count: the stream ends after the ids
+    std::optional<StreamBuilder> refractChild =
+        std::nullopt;  // type id and stream; the stream ends behind it
 };
 
 // AllOptions rows of any major in table order; numeric rows hold their row number.
@@ -124,7 +127,11 @@ inline StreamBuilder buildOptions(const OptionsStream& s) {
     if (has(1)) b.color(0.7f, 0.7f, 0.7f).rows("i", 47);
     if (has(7)) b.rows("ii", 48);
     if (has(8)) b.rows("iif", 50);
-    if (has(9)) b.color(1, 0, 0).color(0, 1, 0).rows("ffffii", 55).boolean(false).boolean(false);
+    if (has(9)) {
+        b.color(1, 0, 0).color(0, 1, 0).rows("ffffii", 55).boolean(false);
+        b.boolean(s.refractChild.has_value());
+        if (s.refractChild) return b.append(*s.refractChild);
+    }
     if (has(0x10)) b.rows("i", 63);
     if (has(0x11)) b.rows("ff", 64);
     if (has(0x12)) b.rows("f", 66);

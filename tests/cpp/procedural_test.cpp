@@ -209,6 +209,12 @@ TEST(ProceduralTextures, RefuseUnknownChildIdsAndTruncatedRecords) {
     // Past the end every read gives zeros, and a zero version word is refused.
     truncated.version(2).append(channelChild());
     EXPECT_FALSE(deserializeFrom(CheckerTexture(), truncated));
+    // A mandatory child enters its slot before it reads, so a refused one stays there.
+    Bytes badChild;
+    badChild.version(1).i32(4).u32(0x70000);
+    UVWTexture holder;
+    EXPECT_FALSE(deserializeFrom(holder, badChild));
+    EXPECT_TRUE(std::dynamic_pointer_cast<GenChannelUVW>(holder.uvwgen));
 }
 
 TEST(ProceduralTextures, NestingIsBounded) {

@@ -162,6 +162,35 @@ TEST_F(SceneRecordTest, PartlyReadRecordLeavesWhatWasReadForTheDocument) {
               "<list><entry>Diffuse</entry><entry>Reflection</entry></list>");
 }
 
+TEST_F(SceneRecordTest, AChildThatFailsStaysInItsSlotForTheDocument) {
+    // Options of major 9 whose refract_tex is an AColorTexture of a version it does not know.
+    options_test::OptionsStream options;
+    options.major = 9;
+    options.refractChild = StreamBuilder().i32(5).u32(0x20000);
+    StreamBuilder b;
+    b.u32(0x10000).append(options_test::buildOptions(options));
+    EXPECT_FALSE(readScene(b));
+
+    const std::string doc = optionsDocument();
+    const std::string url = "/SettingsEnvironment/refract_texture/TexAColor";
+    const size_t asset =
+        doc.find("<Asset layout=\"\" renderer=\"ombra\" type=\"texture\" url=\"" + url + "\" >\n");
+    ASSERT_NE(asset, std::string::npos) << doc;
+    std::string flat;  // the texture's asset on one line, without indentation
+    for (const std::string& line :
+         options_test::lines(doc.substr(asset, doc.find("</Asset>", asset) - asset))) {
+        const size_t text = line.find_first_not_of(' ');
+        if (text != std::string::npos) flat += line.substr(text);
+    }
+    EXPECT_NE(flat.find("<ombraplugin name=\"TexAColor\" type=\"texture\">"), std::string::npos);
+    EXPECT_NE(flat.find("name=\"texture\" handler=\"default\" listType=\"none\" "
+                        "label=\"texture\"><value><r>1</r><g>1</g><b>1</b><a>1</a></value>"),
+              std::string::npos)
+        << flat;
+    EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "refract_tex"), url);
+    EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "refract_mult"), "58.25");  // refractTexMult
+}
+
 TEST_F(SceneRecordTest, RefusedSunFailsTheRecordAfterTheMaterials) {
     StreamBuilder b;
     b.u32(0x30000);

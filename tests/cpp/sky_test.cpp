@@ -122,6 +122,12 @@ TEST(SkyTexture, RefusesUnknownWordsAndFailingSuns) {
     Bytes badSun;
     badSun.version(1).flag(true).version(5);
     EXPECT_FALSE(readSky(badSun));
+    // The refused sun has taken the sky's slot already: a sun of its own, not the shared one.
+    SkyTexture sky;
+    auto archive = badSun.archive();
+    EXPECT_FALSE(sky.deserialize(archive));
+    ASSERT_TRUE(std::dynamic_pointer_cast<SunLight>(sky.sun));
+    EXPECT_NE(sky.sun, defaultSunLight());
 }
 
 // The sun stands at the document's root, once; both skies refer to it.

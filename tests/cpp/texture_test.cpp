@@ -65,6 +65,14 @@ TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
             << ids.first << "," << ids.second;
     }
     expectRefusesWords<BitmapTexture>({0x20000, 0x10001});
+
+    // A bitmap that refuses its version stays in its slot beside the generator that read.
+    Bytes badBitmap;
+    badBitmap.version(1).ints({4, 0}).append(defaultChannelRecord()).version(2);
+    BitmapTexture partly;
+    EXPECT_FALSE(deserializeFrom(partly, badBitmap));
+    EXPECT_TRUE(std::dynamic_pointer_cast<GenChannelUVW>(partly.uvwgen));
+    EXPECT_TRUE(std::dynamic_pointer_cast<BitmapBuffer>(partly.bitmap));
 }
 
 TEST(BitmapTexture, WithoutBothChildrenWritesNoRecordButStillItsAsset) {

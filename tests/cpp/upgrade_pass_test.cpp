@@ -12,6 +12,8 @@
 #include "materials/wrappers.h"
 #include "textures/procedural.h"
 #include "textures/texture.h"
+#include "textures/uvw.h"
+#include "upgrade/basic_material.h"
 #include "upgrade/skp_material_editor.h"
 
 using namespace CorvaneCore;
@@ -201,10 +203,16 @@ TEST_F(UpgradePassTest, ClosedGatesAndFailedOperationsStopWhereTheyMust) {
     SkpMaterialEditor().offerUpgrade();  // without a host the entry makes no call at all
 }
 
-// Unsaved: the user decides whether to go on. Saved: copied byte for byte, and said so.
+// Unsaved: the user decides whether to go on, and the target is opened all the same, which
+// empties an old backup. Saved: copied byte for byte, and said so.
 TEST_F(UpgradePassTest, BackupAsksForAnUnsavedModelAndCopiesASavedOne) {
+    std::ofstream(SkpMaterialEditor::kBackupFileName, std::ios::binary) << "an older backup";
     host.answerYes = false;
     EXPECT_FALSE(editor.backupModel(host.model));
+    std::ifstream emptied(SkpMaterialEditor::kBackupFileName, std::ios::binary | std::ios::ate);
+    ASSERT_TRUE(emptied.is_open());
+    EXPECT_EQ(emptied.tellg(), 0);
+    emptied.close();
     host.answerYes = true;
     EXPECT_TRUE(editor.backupModel(host.model));
     EXPECT_EQ(host.prompts.size(), 2u);
@@ -268,6 +276,33 @@ TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {
     EXPECT_EQ(*refHost->color, Color(0.7f, 0.1f, 0.1f));
     EXPECT_EQ(host.log,
               (std::vector<std::string>{"evaluate Brick", "evaluate RefHost", "evaluate RefHost"}));
+}
+
+TEST(MaterialToLayered, ABitmapTypeGetsABitmapEvenForAnEmptyFile) {
+    BasicMaterialRecord record;
+    record.color = Color(0.5f, 0.25f, 1.0f);
+    record.type = BasicMaterialRecord::kBitmapOnly;
+    const LayeredPair pair = materialToLayered(record);
+    for (const auto& material : {pair.front, pair.back}) {
+        ASSERT_EQ(material->brdfs.size(), 1u);
+        auto* layer = dynamic_cast<Diffuse_BRDF*>(material->brdfs[0].get());
+        ASSERT_TRUE(layer);
+        auto* bitmap = dynamic_cast<BitmapTexture*>(layer->color_tex.get());
+        ASSERT_TRUE(bitmap);
+        EXPECT_TRUE(dynamic_cast<GenChannelUVW*>(bitmap->uvwgen.get()));
+        auto* buffer = dynamic_cast<BitmapBuffer*>(bitmap->bitmap.get());
+        ASSERT_TRUE(buffer);
+        EXPECT_EQ(buffer->file, L"");
+    }
+
+    record.type = BasicMaterialRecord::kBitmapBlendedWithColor;
+    auto* blend = dynamic_cast<BlendTexture*>(
+        dynamic_cast<Diffuse_BRDF&>(*materialToLayered(record).front->brdfs[0]).color_tex.get());
+    ASSERT_TRUE(blend);
+    EXPECT_TRUE(dynamic_cast<BitmapTexture*>(blend->color_a.get()));
+    auto* color = dynamic_cast<AColorTexture*>(blend->color_b.get());
+    ASSERT_TRUE(color);
+    EXPECT_EQ(color->texture, AColor(0.5f, 0.25f, 1.0f, 1.0f));
 }
 
 TEST_F(UpgradePassTest, BasicMaterialWithoutBitmapDropsTheLayersBitmap) {

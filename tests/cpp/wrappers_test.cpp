@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -278,11 +279,36 @@ TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
     EXPECT_EQ(outline(text).parameters, words("base_mtl mode short_circuit objects"));
     EXPECT_NE(text.find(L"listType=\"\" label=\"objects\">"), std::wstring::npos);
     EXPECT_NE(text.find(L"<string>\"a<b\"</string>"), std::wstring::npos);
-    // A count beyond the data is refused once the data runs out.
-    MaterialObjectExclusion e4;
-    EXPECT_TRUE(
-        readFails(e4, RecordBuilder().version(1).i32(0).absent().u32(0xFFFFFFFFu).text("x")));
-    EXPECT_LT(e4.objects.size(), 4096u);
+}
+
+TEST_F(WrappersTest, ObjectExclusionEntriesPastTheEndReadAsEmpty) {
+    // A version 1 record of exactly one block whose last four bytes are the count 1: the base
+    // material's name fills the space between the mode and the count.
+    RecordBuilder probe;
+    const size_t fixed = layeredSlot(probe.version(1).i32(0), "").size();
+    RecordBuilder full;
+    layeredSlot(full.version(1).i32(0), std::string(4092 - fixed, 'B')).u32(1);
+    ASSERT_EQ(full.size(), QuickArchive::kBlockSize);
+    MaterialObjectExclusion atEnd;
+    ASSERT_TRUE(deserializeFrom(atEnd, full));
+    EXPECT_EQ(atEnd.objects, std::vector<std::wstring>{L""});
+    const std::wstring text = xmlOf(atEnd);
+    const size_t entry = text.find(L"<string>\"\"</string>\n");
+    ASSERT_NE(entry, std::wstring::npos);
+    EXPECT_EQ(text.find(L"<string>", entry + 1), std::wstring::npos);  // one entry only
+
+    // A count far beyond the data: the zeros behind the record in its block read as empty
+    // entries, four bytes each, and the loop stops after one entry past the block's end.
+    MaterialObjectExclusion huge;
+    const RecordBuilder record =
+        RecordBuilder().version(1).i32(0).absent().u32(0xFFFFFFFFu).text("x");
+    QuickArchive archive = record.archive();
+    ASSERT_TRUE(huge.deserialize(archive));
+    EXPECT_EQ(archive.remaining(), 0u);
+    ASSERT_EQ(huge.objects.size(), 1 + (QuickArchive::kBlockSize - record.size() + 3) / 4 + 1);
+    EXPECT_EQ(huge.objects.front(), L"x");
+    EXPECT_EQ(std::count(huge.objects.begin(), huge.objects.end(), L""),
+              long(huge.objects.size() - 1));
 }
 
 TEST_F(WrappersTest, AlphaContributionStoresTheMultiplierFirst) {

@@ -30,6 +30,8 @@ QuillonProbe.register_host_classes(Quillon)
 
 class ValueClassesTest < Minitest::Test
   IDENTITY16 = [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1].freeze
+  COLOR_ARGUMENTS = "Quillon::Color#initialize - invalid arguments: when passing 3 they must be " \
+                    "fixnum / floats".freeze
 
   # Each refusal of the value classes' constructors and comparisons, with its exact message.
   def assert_refusals(error_class, table)
@@ -49,9 +51,9 @@ class ValueClassesTest < Minitest::Test
     GC.start # the values survive a collection
     assert_equal [0.0, 0.0, 1.0], copy.to_a
     assert_equal "{ 1, 0, 0 }\n{ 0, 2, 0 }\n{ 0, 0, 3 }\n{ 10, 20, 30 }\n", transform.to_s
-    assert_equal ["(1, 0, 0.2)", "(0.5, 1, 0)", "(0, 0, 0)"],
+    assert_equal ["(1, 0, 0.2)", "(0.5, 1, 0)", "(0, 1, 2.5)"],
                  [Quillon::Color.new(Sketchup::Color.new([255, 0, 51, 255])),
-                  Quillon::Color.new(Quillon::Color.new(0.5, 1, 0)), Quillon::Color.new].map(&:to_s)
+                  Quillon::Color.new(Quillon::Color.new(0.5, 1, 0)), Quillon::Color.new(0, 1, 2.5)].map(&:to_s)
     numbers = [1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 3, 0, 10, 20, 30, 1]
     vectors = [[1, 0, 0], [0, 2, 0], [0, 0, 3], [10, 20, 30]]
     host = vectors.first(3).map { |v| Geom::Vector3d.new(*v) } << Geom::Point3d.new(10, 20, 30)
@@ -78,15 +80,16 @@ class ValueClassesTest < Minitest::Test
        -> { Quillon::Color.new(Sketchup::Color.new(nil)) }],
       ["Quillon::Color#initialize - invalid single argument: must be Sketchup::Color or " \
        "Quillon::Color", -> { Quillon::Color.new([1, 2, 3]) }],
-      ["Quillon::Color#initialize - invalid arguments: when passing 3 they must be fixnum / " \
-       "floats", -> { Quillon::Color.new(1, "2", 3) }],
+      *[-> { Quillon::Color.new(1, "2", 3) }, -> { Quillon::Color.new },
+        -> { Quillon::Color.new(2**64, 0, 0) }].map { |call| [COLOR_ARGUMENTS, call] },
       ["#{prefix}invalid ruby array length - should be 16", -> { Quillon::Transform.new([0] * 15) }],
       ["#{prefix}Geom::Transformation#to_a failed", -> { Quillon::Transform.new(Geom::Transformation.new([1, 2])) }],
       ["#{prefix}1 arg version should be a Geom::Transformation / Quillon::Transform / an array " \
        "with 16 doubles", -> { Quillon::Transform.new("matrix") }],
       ["#{prefix}4 argument version should be 3 Sketchup::Vector3d / 1 Sketchup::Point3d or 4 " \
        "Quillon::Vector", -> { Quillon::Transform.new(1, 2, 3, 4) }],
-      ["#{prefix}invalid argument count", -> { Quillon::Transform.new(IDENTITY16, IDENTITY16) }]
+      ["#{prefix}invalid argument count", -> { Quillon::Transform.new(IDENTITY16, IDENTITY16) }],
+      ["#{prefix}invalid argument count", -> { Quillon::Transform.new }]
     ]
   end
 
@@ -131,7 +134,7 @@ class ValueClassesTest < Minitest::Test
     m, type = a, "argument 1 expected to be of type Quillon::Material\n"
     assert_refusals RuntimeError, [
       ["[Quillon::Material#==] - invalid argument 1\n", -> { m.is_equal?(nil) }],
-      ["[Quillon::Material#==] - #{type}", -> { m.is_equal?(Quillon::Color.new) }],
+      ["[Quillon::Material#==] - #{type}", -> { m.is_equal?(Quillon::Color.new(0, 0, 0)) }],
       ["[Quillon::Material#!=] - invalid argument 1\n", -> { m.not_equal?(nil) }],
       ["[Quillon::Material#!=] - #{type}", -> { m.not_equal?("m") }]
     ]
