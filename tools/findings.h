@@ -15,7 +15,7 @@ std::vector<std::string> byteFindings(const Conversion& conversion);
 // Whether the XML parser is built in; without it only the byte findings are made.
 bool xmlCheckBuiltIn();
 
-// Each well-formedness error of `document` as "line N: message: the line's text". Documents
+// Where `document` stops being well-formed, as "line N: message: the line's text". Documents
 // with several top-level elements (a light's) are checked as the content of one element.
 std::vector<std::string> xmlFindings(const std::string& document);
 

@@ -13,13 +13,16 @@ namespace quillon_cli {
 
 namespace {
 
-// Enough to show what is wrong; later errors mostly follow from the first ones.
+// The parser stops at the first place where the document is not well-formed; errors that it
+// notes on the way there are kept, one per line.
 constexpr size_t kMostFindings = 20;
 constexpr size_t kShownLineLength = 120;
 
 struct Collected {
     const std::string* document;
     std::vector<std::string> findings;
+    int lastLine = 0;
+    bool stopped = false;
 };
 
 std::string lineText(const std::string& document, int line) {
@@ -41,7 +44,14 @@ std::string lineText(const std::string& document, int line) {
 
 void collect(void* context, const xmlError* error) {
     auto* collected = static_cast<Collected*>(context);
-    if (!error || collected->findings.size() >= kMostFindings) return;
+    if (!error || collected->stopped || collected->findings.size() >= kMostFindings) return;
+    // After an element was cut short, mismatched tags only echo the finding already made.
+    if (error->code == XML_ERR_TAG_NAME_MISMATCH || error->code == XML_ERR_DOCUMENT_END) {
+        collected->stopped = !collected->findings.empty();
+        if (collected->stopped) return;
+    }
+    if (error->line == collected->lastLine) return;
+    collected->lastLine = error->line;
     std::string message = error->message ? error->message : "not well-formed";
     while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) {
         message.pop_back();
@@ -67,7 +77,7 @@ std::vector<std::string> xmlFindings(const std::string& document) {
     Collected collected{&document, {}};
     xmlSetStructuredErrorFunc(&collected, collectError);
     xmlDocPtr doc = xmlReadMemory(wrapped.data(), static_cast<int>(wrapped.size()), "record.xml",
-                                  "UTF-8", XML_PARSE_NONET | XML_PARSE_RECOVER);
+                                  "UTF-8", XML_PARSE_NONET);
     xmlSetStructuredErrorFunc(nullptr, nullptr);
     if (doc) xmlFreeDoc(doc);
     return collected.findings;
