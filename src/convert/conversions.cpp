@@ -95,6 +95,11 @@ std::string optionsDocument(AllOptions& options) {
 
 std::string optionsDocument() { return optionsDocument(sceneOptions()); }
 
+bool readOptionsRecord(QuickArchive& archive, AllOptions& options, ReadTrace* trace) {
+    TraceScope scope(archive, trace);
+    return readTracedObject(archive, options);
+}
+
 bool readSceneRecord(QuickArchive& archive, ReadTrace* trace) {
     TraceScope scope(archive, trace);
     return readTracedObject(archive, SkpModule::instance());

@@ -37,6 +37,9 @@ std::string optionsDocument();
 // The same document for any options record, such as one read from a .coropt file.
 std::string optionsDocument(AllOptions& options);
 
+// Reads an options record (the content of a .coropt file) into `options`.
+bool readOptionsRecord(QuickArchive& archive, AllOptions& options, ReadTrace* trace = nullptr);
+
 // Reads a model's stored scene record into the process-wide scene state (the options that
 // optionsDocument() shows, and the scene's material set). A refused record leaves what was
 // read before the refusal.

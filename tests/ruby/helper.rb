@@ -7,6 +7,8 @@ require "minitest/autorun"
 require "json"
 require "open3"
 require "tmpdir"
+require "tempfile"
+require "fileutils"
 
 module QuillonTestHelper
   GUID = "{DD17A615-9867-4806-8F46-B37031D7F153}".freeze

@@ -49,7 +49,7 @@ class CliTest < Minitest::Test
       refused = File.join(dir, "zero.cormat")
       File.binwrite(refused, [0x20000, 0].pack("L<L<") + "\0" * 16)
       missing = File.join(dir, "missing.cormat")
-      [[refused, 1, "the material file was refused"], [missing, 2, "cannot read the file"]].each do |path, status, why|
+      [[refused, 1, "the material file was refused"], [missing, 2, "no such file"]].each do |path, status, why|
         _, err, code = run_cli("cormat", path)
         assert_equal [status, ["quillonbin2xml: #{path}: #{why}\n"]], [code, err.lines]
       end
