@@ -48,11 +48,11 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type, Rea
     if (!light) return std::nullopt;
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *light)) return std::nullopt;
-    std::wstring text;
+    std::u16string text;
     text.reserve(kRecordDocumentReserve);
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
-    light->writeXML(writer, std::wstring());
+    light->writeXML(writer, std::u16string());
     return wideToUtf8(text);
 }
 
@@ -62,12 +62,12 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type, 
     if (!material) return std::nullopt;
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *material)) return std::nullopt;
-    std::wstring text;
+    std::u16string text;
     text.reserve(kRecordDocumentReserve);
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     MtlCORVANEConverter converter(material);
-    converter.writeXML(writer, std::wstring());
+    converter.writeXML(writer, std::u16string());
     return wideToUtf8(text);
 }
 
@@ -75,7 +75,7 @@ std::optional<std::string> convertCorMat(const std::string& fileBytes) {
     std::istringstream in(fileBytes);
     CorMatFile file;
     if (!file.read(in)) return std::nullopt;
-    std::wstring text;
+    std::u16string text;
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     writeCorMatDocument(writer, file);
@@ -83,12 +83,12 @@ std::optional<std::string> convertCorMat(const std::string& fileBytes) {
 }
 
 std::string optionsDocument(AllOptions& options) {
-    std::wstring text;
+    std::u16string text;
     text.reserve(kOptionsDocumentReserve);
     AssetXmlWriter writer(text);
     writer.targetHost = 0;
     writer.openAssets();
-    options.writeXML(writer, std::wstring());
+    options.writeXML(writer, std::u16string());
     writer.closeAssets();
     return wideToUtf8(text);
 }

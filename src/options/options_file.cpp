@@ -9,7 +9,7 @@
 
 namespace CorvaneCore {
 
-bool CorOptFile::write(AllOptions& options, const std::wstring& path) {
+bool CorOptFile::write(AllOptions& options, const std::u16string& path) {
     QuickArchive archive(1);
     if (!options.serialize(archive)) return false;
     std::ofstream out(wideToUtf8(path), std::ios::binary | std::ios::trunc);
@@ -23,7 +23,7 @@ bool CorOptFile::write(AllOptions& options, const std::wstring& path) {
     return true;
 }
 
-bool CorOptFile::read(AllOptions& options, const std::wstring& path) {
+bool CorOptFile::read(AllOptions& options, const std::u16string& path) {
     std::ifstream in(wideToUtf8(path), std::ios::binary);
     if (!in) return false;
     in.seekg(0, std::ios::end);

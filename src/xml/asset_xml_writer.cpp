@@ -14,7 +14,7 @@ using namespace CorvaneCore;
 
 namespace CorvaneCore {
 
-void XmlText::appendTo(std::wstring& out) const {
+void XmlText::appendTo(std::u16string& out) const {
     if (wide_) {
         out.append(wide_, size_);
         return;
@@ -28,21 +28,21 @@ void XmlText::appendTo(std::wstring& out) const {
     }
     const size_t start = out.size();
     out.resize(start + size_);
-    for (size_t i = 0; i < size_; ++i) out[start + i] = static_cast<wchar_t>(narrow_[i]);
+    for (size_t i = 0; i < size_; ++i) out[start + i] = static_cast<char16_t>(narrow_[i]);
 }
 
-void XmlText::appendEscapedTo(std::wstring& out) const {
+void XmlText::appendEscapedTo(std::u16string& out) const {
     const size_t start = out.size();
     appendTo(out);
     // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
-    if (out.find_first_of(L"&<>", start) == std::wstring::npos) return;
-    const std::wstring escaped = escapeXml(out.substr(start));
+    if (out.find_first_of(u"&<>", start) == std::u16string::npos) return;
+    const std::u16string escaped = escapeXml(out.substr(start));
     out.resize(start);
     out.append(escaped);
 }
 
-std::wstring XmlText::str() const {
-    std::wstring out;
+std::u16string XmlText::str() const {
+    std::u16string out;
     appendTo(out);
     return out;
 }
@@ -50,7 +50,7 @@ std::wstring XmlText::str() const {
 }  // namespace CorvaneCore
 
 void AssetXmlWriter::indent() {
-    if (depth_ > 0) stream_.append(static_cast<size_t>(depth_) * 2, L' ');
+    if (depth_ > 0) stream_.append(static_cast<size_t>(depth_) * 2, u' ');
 }
 
 void AssetXmlWriter::putFloat(float value) { appendNumber(stream_, static_cast<double>(value)); }
@@ -60,191 +60,191 @@ void AssetXmlWriter::putInt(int64_t value) { appendNumber(stream_, value); }
 // ---------------------------------------------------------------- structure
 
 void AssetXmlWriter::openRoot(Text tag) {
-    put(L"<"), put(tag), put(L">\n");
+    put(u"<"), put(tag), put(u">\n");
     rootTag_ = tag.str();
 }
 
-void AssetXmlWriter::closeRoot() { put(L"</"), put(rootTag_), put(L">\n"); }
+void AssetXmlWriter::closeRoot() { put(u"</"), put(rootTag_), put(u">\n"); }
 
 void AssetXmlWriter::openElement(Text name) {
     ++depth_;
-    indent(), put(L"<"), put(name), put(L">\n");
+    indent(), put(u"<"), put(name), put(u">\n");
 }
 
 void AssetXmlWriter::closeElement(Text name) {
-    indent(), put(L"</"), put(name), put(L">\n");
+    indent(), put(u"</"), put(name), put(u">\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginAsset(Text url, Text kind, Text layout) {
     ++depth_;
     indent();
-    put(L"<Asset layout=\""), put(layout), put(L"\" renderer=\"ombra\" type=\""), put(kind);
-    put(L"\" url=\""), url.appendEscapedTo(stream_), put(L"\" >\n");
+    put(u"<Asset layout=\""), put(layout), put(u"\" renderer=\"ombra\" type=\""), put(kind);
+    put(u"\" url=\""), url.appendEscapedTo(stream_), put(u"\" >\n");
 }
 
 void AssetXmlWriter::endAsset() {
-    indent(), put(L"</Asset>\n");
+    indent(), put(u"</Asset>\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginPlugin(Text name, Text kind) {
     ++depth_;
-    indent(), put(L"<plugin>\n");
+    indent(), put(u"<plugin>\n");
     ++depth_;
-    indent(), put(L"<ombraplugin name=\""), put(name), put(L"\" type=\""), put(kind), put(L"\">\n");
+    indent(), put(u"<ombraplugin name=\""), put(name), put(u"\" type=\""), put(kind), put(u"\">\n");
 }
 
 void AssetXmlWriter::endPlugin() {
-    indent(), put(L"</ombraplugin>\n");
+    indent(), put(u"</ombraplugin>\n");
     --depth_;
-    indent(), put(L"</plugin>\n");
+    indent(), put(u"</plugin>\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginParameters() {
     ++depth_;
-    indent(), put(L"<parameters>\n");
+    indent(), put(u"<parameters>\n");
     ++depth_;
 }
 
 void AssetXmlWriter::endParameters() {
     --depth_;
-    indent(), put(L"</parameters>\n");
+    indent(), put(u"</parameters>\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginParameter(Text name, Text type, Text label, Text listType,
                                     bool isUserData, Text handler) {
     indent();
-    put(L"<parameter type=\""), put(type), put(L"\" name=\""), put(name);
-    put(L"\" handler=\""), put(handler), put(L"\" listType=\""), put(listType), put(L"\"");
-    if (isUserData) put(L" isUserData=\"1\"");
-    put(L" label=\""), put(label.empty() ? name : label), put(L"\">\n");
+    put(u"<parameter type=\""), put(type), put(u"\" name=\""), put(name);
+    put(u"\" handler=\""), put(handler), put(u"\" listType=\""), put(listType), put(u"\"");
+    if (isUserData) put(u" isUserData=\"1\"");
+    put(u" label=\""), put(label.empty() ? name : label), put(u"\">\n");
     ++depth_;
 }
 
 void AssetXmlWriter::endParameter() {
     --depth_;
-    indent(), put(L"</parameter>\n");
+    indent(), put(u"</parameter>\n");
 }
 
 // ---------------------------------------------------------------- value forms
 
 void AssetXmlWriter::beginValueParameter(Text name, Text type, Text label, bool isUserData,
                                          Text handler) {
-    beginParameter(name, type, label, L"none", isUserData, handler);
+    beginParameter(name, type, label, u"none", isUserData, handler);
 }
 
 void AssetXmlWriter::blockOpen() {
-    indent(), put(L"<value>\n");
+    indent(), put(u"<value>\n");
     ++depth_;
 }
 
 void AssetXmlWriter::blockClose() {
     --depth_;
-    indent(), put(L"</value>\n");
+    indent(), put(u"</value>\n");
     endParameter();
 }
 
 void AssetXmlWriter::scalarLine(Text tag, float value) {
-    indent(), put(L"<"), put(tag), put(L">"), putFloat(value), put(L"</"), put(tag), put(L">\n");
+    indent(), put(u"<"), put(tag), put(u">"), putFloat(value), put(u"</"), put(tag), put(u">\n");
 }
 
 void AssetXmlWriter::vectorElement(const Vector& v) {
-    indent(), put(L"<vector>\n");
+    indent(), put(u"<vector>\n");
     ++depth_;
-    scalarLine(L"x", v.x);
-    scalarLine(L"y", v.y);
-    scalarLine(L"z", v.z);
+    scalarLine(u"x", v.x);
+    scalarLine(u"y", v.y);
+    scalarLine(u"z", v.z);
     --depth_;
-    indent(), put(L"</vector>\n");
+    indent(), put(u"</vector>\n");
 }
 
 void AssetXmlWriter::componentLines(const ComponentValues& value) {
-    static const wchar_t* const kFloatTags[9] = {L"x_rotation", L"y_rotation", L"z_rotation",
-                                                 L"x_scale",    L"y_scale",    L"z_scale",
-                                                 L"x_offset",   L"y_offset",   L"z_offset"};
-    static const wchar_t* const kMirrorTags[3] = {L"x_mirror", L"y_mirror", L"z_mirror"};
+    static const char16_t* const kFloatTags[9] = {u"x_rotation", u"y_rotation", u"z_rotation",
+                                                  u"x_scale",    u"y_scale",    u"z_scale",
+                                                  u"x_offset",   u"y_offset",   u"z_offset"};
+    static const char16_t* const kMirrorTags[3] = {u"x_mirror", u"y_mirror", u"z_mirror"};
     const float* groups[3] = {value.rotation, value.scale, value.offset};
     for (int i = 0; i < 9; ++i) scalarLine(kFloatTags[i], groups[i / 3][i % 3]);
     for (int i = 0; i < 3; ++i) {
-        indent(), put(L"<"), put(kMirrorTags[i]), put(L">"), putInt(value.mirror[i]);
-        put(L"</"), put(kMirrorTags[i]), put(L">\n");
+        indent(), put(u"<"), put(kMirrorTags[i]), put(u">"), putInt(value.mirror[i]);
+        put(u"</"), put(kMirrorTags[i]), put(u">\n");
     }
 }
 
 void AssetXmlWriter::writeFloat(Text name, float value, Text label, bool isUserData) {
-    beginValueParameter(name, L"float", label, isUserData);
+    beginValueParameter(name, u"float", label, isUserData);
     inlineValueOpen(), putFloat(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeInteger(Text name, int32_t value, Text label, bool isUserData) {
-    beginValueParameter(name, L"integer", label, isUserData);
+    beginValueParameter(name, u"integer", label, isUserData);
     inlineValueOpen(), putInt(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeBool(Text name, bool value, Text label, bool isUserData) {
-    beginValueParameter(name, L"bool", label, isUserData);
+    beginValueParameter(name, u"bool", label, isUserData);
     inlineValueOpen();
     if (value) {
-        put(L"1");
+        put(u"1");
     } else {
-        put(L"0");
+        put(u"0");
     }
     inlineValueClose();
 }
 
 void AssetXmlWriter::writeString(Text name, Text value, Text label, bool isUserData) {
-    beginValueParameter(name, L"string", label, isUserData);
+    beginValueParameter(name, u"string", label, isUserData);
     inlineValueOpen(), put(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeFile(Text name, Text value, Text label, bool isUserData) {
-    beginValueParameter(name, L"string", label, isUserData, L"FileBrowserHandler");
+    beginValueParameter(name, u"string", label, isUserData, u"FileBrowserHandler");
     inlineValueOpen(), value.appendEscapedTo(stream_), inlineValueClose();
 }
 
 void AssetXmlWriter::writeVector(Text name, const Vector& value, Text label) {
-    beginValueParameter(name, L"vector", label);
+    beginValueParameter(name, u"vector", label);
     blockOpen();
     vectorElement(value);
     blockClose();
 }
 
 void AssetXmlWriter::writeColor(Text name, const Color& value, Text label) {
-    beginValueParameter(name, L"color", label);
+    beginValueParameter(name, u"color", label);
     blockOpen();
-    scalarLine(L"r", value.r);
-    scalarLine(L"g", value.g);
-    scalarLine(L"b", value.b);
+    scalarLine(u"r", value.r);
+    scalarLine(u"g", value.g);
+    scalarLine(u"b", value.b);
     blockClose();
 }
 
 void AssetXmlWriter::writeAColor(Text name, const AColor& value, Text label) {
-    beginValueParameter(name, L"acolor", label);
+    beginValueParameter(name, u"acolor", label);
     blockOpen();
-    scalarLine(L"r", value.r);
-    scalarLine(L"g", value.g);
-    scalarLine(L"b", value.b);
-    scalarLine(L"a", value.a);
+    scalarLine(u"r", value.r);
+    scalarLine(u"g", value.g);
+    scalarLine(u"b", value.b);
+    scalarLine(u"a", value.a);
     blockClose();
 }
 
 void AssetXmlWriter::writeMatrix(Text name, const Matrix& value, Text label) {
-    beginValueParameter(name, L"matrix", label);
+    beginValueParameter(name, u"matrix", label);
     blockOpen();
-    put(L"\n");  // the format keeps an empty line before the matrix element
-    indent(), put(L"<matrix>\n");
+    put(u"\n");  // the format keeps an empty line before the matrix element
+    indent(), put(u"<matrix>\n");
     ++depth_;
     for (const Vector& column : value.v) vectorElement(column);
     --depth_;
-    indent(), put(L"</matrix>\n");
+    indent(), put(u"</matrix>\n");
     blockClose();
 }
 
 void AssetXmlWriter::writeTransform(Text name, const Transform& value, Text label) {
-    beginValueParameter(name, L"transform", label);
+    beginValueParameter(name, u"transform", label);
     blockOpen();
     for (const Vector& column : value.m.v) vectorElement(column);
     vectorElement(value.offset);
@@ -252,14 +252,14 @@ void AssetXmlWriter::writeTransform(Text name, const Transform& value, Text labe
 }
 
 void AssetXmlWriter::writeComponentMatrix(Text name, const ComponentValues& value, Text label) {
-    beginValueParameter(name, L"componentMatrix", label);
+    beginValueParameter(name, u"componentMatrix", label);
     blockOpen();
     componentLines(value);
     blockClose();
 }
 
 void AssetXmlWriter::writeComponentTransform(Text name, const ComponentValues& value, Text label) {
-    beginValueParameter(name, L"componentTransform", label);
+    beginValueParameter(name, u"componentTransform", label);
     blockOpen();
     componentLines(value);
     blockClose();
@@ -270,27 +270,27 @@ namespace {
 // Appends the URL text of a plugin reference; false for an empty pointer.
 struct PluginUrl {
     const XmlText& prefix;
-    std::wstring& out;
+    std::u16string& out;
 
     bool operator()(const std::monostate&) const { throw kNoPluginFamily; }
     bool operator()(const std::shared_ptr<BaseMaterial>& m) const {
         if (!m) return false;
         prefix.appendEscapedTo(out);
-        out.append(L"/").append(m->name);  // a material's name is not escaped
+        out.append(u"/").append(m->name);  // a material's name is not escaped
         return true;
     }
     bool operator()(const std::shared_ptr<BaseLight>& light) const {
         if (!light) return false;
         prefix.appendEscapedTo(out);
         // A sun's caller passes the whole URL.
-        if (light->getType() != kSunLightType) out.append(L"/").append(light->pluginType());
+        if (light->getType() != kSunLightType) out.append(u"/").append(light->pluginType());
         return true;
     }
     template <class Family>
     bool operator()(const std::shared_ptr<Family>& child) const {
         if (!child) return false;
         prefix.appendEscapedTo(out);
-        out.append(L"/").append(child->pluginType());
+        out.append(u"/").append(child->pluginType());
         return true;
     }
 };
@@ -312,33 +312,33 @@ bool isPresent(const PluginRef& child) {
 
 void AssetXmlWriter::writePlugin(Text name, const PluginRef& child, Text urlPrefix, Text label) {
     const bool present = isPresent(child);  // the dispatch comes before any text
-    beginValueParameter(name, L"plugin", label);
+    beginValueParameter(name, u"plugin", label);
     if (present) {
         inlineValueOpen();
         std::visit(PluginUrl{urlPrefix, stream_}, child);
-        put(L"</value>\n");
+        put(u"</value>\n");
     }
     endParameter();
 }
 
 void AssetXmlWriter::beginList(Text name, Text listType, Text label) {
-    beginParameter(name, L"list", label, listType, false, L"default");
-    indent(), put(L"<value>\n");
-    indent(), put(L"<list>\n");
+    beginParameter(name, u"list", label, listType, false, u"default");
+    indent(), put(u"<value>\n");
+    indent(), put(u"<list>\n");
     ++depth_;
 }
 
 void AssetXmlWriter::writeEntry(Text text) {
-    indent(), put(L"<entry>"), text.appendEscapedTo(stream_), put(L"</entry>\n");
+    indent(), put(u"<entry>"), text.appendEscapedTo(stream_), put(u"</entry>\n");
 }
 
 void AssetXmlWriter::writeStringEntry(Text text) {
-    indent(), put(L"<string>\""), put(text), put(L"\"</string>\n");
+    indent(), put(u"<string>\""), put(text), put(u"\"</string>\n");
 }
 
 void AssetXmlWriter::endList() {
     --depth_;
-    indent(), put(L"</list>\n");
-    indent(), put(L"</value>\n");
+    indent(), put(u"</list>\n");
+    indent(), put(u"</value>\n");
     endParameter();
 }

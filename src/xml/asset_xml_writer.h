@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <cstring>
-#include <cwchar>
 #include <map>
 #include <memory>
 #include <string>
@@ -44,18 +43,19 @@ public:
     XmlText() = default;
     XmlText(const char* utf8) : narrow_(utf8 ? utf8 : ""), size_(std::strlen(narrow_)) {}
     XmlText(const std::string& utf8) : narrow_(utf8.c_str()), size_(utf8.size()) {}
-    XmlText(const wchar_t* wide) : wide_(wide ? wide : L""), size_(std::wcslen(wide_)) {}
-    XmlText(const std::wstring& wide) : wide_(wide.c_str()), size_(wide.size()) {}
+    XmlText(const char16_t* wide)
+        : wide_(wide ? wide : u""), size_(std::char_traits<char16_t>::length(wide_)) {}
+    XmlText(const std::u16string& wide) : wide_(wide.c_str()), size_(wide.size()) {}
 
     bool empty() const { return size_ == 0; }
-    void appendTo(std::wstring& out) const;
+    void appendTo(std::u16string& out) const;
     // Appends with "&", "<" and ">" escaped as escapeXml does.
-    void appendEscapedTo(std::wstring& out) const;
-    std::wstring str() const;
+    void appendEscapedTo(std::u16string& out) const;
+    std::u16string str() const;
 
 private:
     const char* narrow_ = nullptr;
-    const wchar_t* wide_ = nullptr;
+    const char16_t* wide_ = nullptr;
     size_t size_ = 0;
 };
 
@@ -70,20 +70,20 @@ public:
     using Transform = CorvaneCore::Transform;
     using Text = CorvaneCore::XmlText;
 
-    explicit AssetXmlWriter(std::wstring& stream) : stream_(stream) {}
+    explicit AssetXmlWriter(std::u16string& stream) : stream_(stream) {}
 
-    std::wstring& stream() { return stream_; }
+    std::u16string& stream() { return stream_; }
     int32_t depth() const { return depth_; }
-    int32_t targetHost = 0;                        // 0: the modelling host every conversion targets
-    std::map<std::wstring, std::wstring> sunUrls;  // sun id to the URL it was written under
+    int32_t targetHost = 0;  // 0: the modelling host every conversion targets
+    std::map<std::u16string, std::u16string> sunUrls;  // sun id to the URL it was written under
 
     // Structure.
     void openRoot(Text tag);
     void closeRoot();
     void openElement(Text name);
     void closeElement(Text name);
-    void openAssets() { openElement(L"Assets"); }
-    void closeAssets() { closeElement(L"Assets"); }
+    void openAssets() { openElement(u"Assets"); }
+    void closeAssets() { closeElement(u"Assets"); }
     void beginAsset(Text url, Text kind, Text layout);
     void endAsset();
     void beginPlugin(Text name, Text kind);
@@ -122,23 +122,23 @@ private:
     void indent();
     // Literals are appended with their known length, without measuring them.
     template <size_t N>
-    void put(const wchar_t (&literal)[N]) {
+    void put(const char16_t (&literal)[N]) {
         stream_.append(literal, N - 1);
     }
     void put(Text text) { text.appendTo(stream_); }
     void putFloat(float value);
     void putInt(int64_t value);
     void beginValueParameter(Text name, Text type, Text label, bool isUserData = false,
-                             Text handler = L"default");
-    void inlineValueOpen() { indent(), put(L"<value>"); }
-    void inlineValueClose() { put(L"</value>\n"), endParameter(); }
+                             Text handler = u"default");
+    void inlineValueOpen() { indent(), put(u"<value>"); }
+    void inlineValueClose() { put(u"</value>\n"), endParameter(); }
     void blockOpen();
     void blockClose();
     void scalarLine(Text tag, float value);
     void vectorElement(const Vector& v);
     void componentLines(const CorvaneCore::ComponentValues& value);
 
-    std::wstring& stream_;
+    std::u16string& stream_;
     int32_t depth_ = 0;
-    std::wstring rootTag_;
+    std::u16string rootTag_;
 };

@@ -8,9 +8,9 @@
 
 namespace CorvaneCore {
 
-void appendNumber(std::wstring& out, double value);
-void appendNumber(std::wstring& out, int64_t value);
-std::wstring numberText(double value);
-std::wstring numberText(int64_t value);
+void appendNumber(std::u16string& out, double value);
+void appendNumber(std::u16string& out, int64_t value);
+std::u16string numberText(double value);
+std::u16string numberText(int64_t value);
 
 }  // namespace CorvaneCore

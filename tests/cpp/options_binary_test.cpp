@@ -66,7 +66,7 @@ TEST(AllOptionsBinary, EveryMajorReadsToItsEndWithTheRowsItHas) {
         ASSERT_TRUE(readAll(o, buildOptions({major})));
         EXPECT_EQ(o.environment.gi_color, Color(0.4f, 0.5f, 0.6f));  // rows every major has
         EXPECT_FLOAT_EQ(o.output.img_imageAspect, rowFloat(31));
-        EXPECT_EQ(o.path(OptionPath::CausticsAutoSaveFile), L"p45");
+        EXPECT_EQ(o.path(OptionPath::CausticsAutoSaveFile), u"p45");
         EXPECT_SINCE(options.batch_render, 47, 1);
         EXPECT_SINCE(view.override_focal_dist, 20, 2);
         EXPECT_SINCE(renderChannels.zdepth_clamp, 34, 4);
@@ -77,7 +77,7 @@ TEST(AllOptionsBinary, EveryMajorReadsToItsEndWithTheRowsItHas) {
         EXPECT_SINCE(dr.on, 63, 0x10);
         EXPECT_SINCE(carried18, rowFloat(65), 0x11);
         EXPECT_SINCE(carried19, 67, 0x13);
-        EXPECT_SINCE(dr.folder, std::wstring(L"p70"), 0x14);
+        EXPECT_SINCE(dr.folder, std::u16string(u"p70"), 0x14);
         EXPECT_SINCE(carried20, 71, 0x16);
         EXPECT_SINCE(view.specify_film_width, 72, 0x17);
         if (major == 5) {  // rows of majors 7 and 8 are not there yet
@@ -151,8 +151,8 @@ TEST(AllOptionsBinary, LongPathIsCutAndFullyConsumed) {
     s.firstPath = std::string(3000, 'x');
     AllOptions o;
     ASSERT_TRUE(readAll(o, buildOptions(s)));
-    EXPECT_EQ(o.path(OptionPath::ImageFile), std::wstring(2047, L'x'));
-    EXPECT_EQ(o.path(OptionPath::OmImageFile), L"p37");
+    EXPECT_EQ(o.path(OptionPath::ImageFile), std::u16string(2047, u'x'));
+    EXPECT_EQ(o.path(OptionPath::OmImageFile), u"p37");
 }
 
 TEST(AllOptionsBinary, UnknownTextureTypeEndsTheRead) {
@@ -325,9 +325,9 @@ TEST(RenderView, VersionThreeRoundTripsAndWritesItsSize) {
     EXPECT_FALSE(back.flagD.getValue(0.0));
     EXPECT_TRUE(back.flagD.getValue(2.0));
 
-    std::wstring text;
+    std::u16string text;
     AssetXmlWriter writer(text);
-    back.writeXML(writer, L"/views");
+    back.writeXML(writer, u"/views");
     const std::string xml = wideToUtf8(text);
     EXPECT_EQ(xml.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
                         "url=\"/views/RenderView\" >\n",
@@ -345,10 +345,10 @@ TEST(CorOptFile, WritesWholeBlocksAndReadsThemBack) {
     AllOptions options;
     options.output.img_width = 1920;
     options.channels = {126, 125, 117};
-    options.dr.folder = L"\\\\server\\assets";
+    options.dr.folder = u"\\\\server\\assets";
     // Two long paths make the stream span a block edge.
-    options.path(OptionPath::OmImageFile) = std::wstring(2000, L'q');
-    options.path(OptionPath::ImageFile) = std::wstring(2000, L'r');
+    options.path(OptionPath::OmImageFile) = std::u16string(2000, u'q');
+    options.path(OptionPath::ImageFile) = std::u16string(2000, u'r');
     options.camera.focal_length.setValue(85.0f, 0.0);
     CorOptFile file;
     ASSERT_TRUE(file.write(options, utf8ToWide(path)));
@@ -370,5 +370,5 @@ TEST(CorOptFile, RefusesEmptyAndMissingFiles) {
     EXPECT_FALSE(file.read(options, utf8ToWide(path)));
     std::remove(path.c_str());
     EXPECT_FALSE(file.read(options, utf8ToWide(path)));
-    EXPECT_FALSE(file.write(options, L"/nonexistent-dir/x.coropt"));
+    EXPECT_FALSE(file.write(options, u"/nonexistent-dir/x.coropt"));
 }

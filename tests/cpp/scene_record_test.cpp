@@ -112,9 +112,9 @@ TEST_F(SceneRecordTest, EveryMajorReadsItsObjectsToTheEnd) {
         if (major == 1) {
             EXPECT_TRUE(sceneMaterials()->materials.empty());  // only the options
         } else {
-            ASSERT_TRUE(sceneMaterials()->findByName(L"brick"));
-            EXPECT_EQ(sceneMaterials()->findByUuid(L"uuid-brick"),
-                      sceneMaterials()->findByName(L"Brick"));
+            ASSERT_TRUE(sceneMaterials()->findByName(u"brick"));
+            EXPECT_EQ(sceneMaterials()->findByUuid(u"uuid-brick"),
+                      sceneMaterials()->findByName(u"Brick"));
         }
         // Only the upgraded layout skips the upgrade check.
         EXPECT_EQ(host.activeModelCalls, major == 6 ? 0 : 1);
@@ -172,7 +172,7 @@ TEST_F(SceneRecordTest, RefusedSunFailsTheRecordAfterTheMaterials) {
     ReadTrace trace;
     EXPECT_FALSE(readSceneRecord(archive, &trace));
     EXPECT_FALSE(trace.failureText().empty());
-    EXPECT_TRUE(sceneMaterials()->findByName(L"Stone"));
+    EXPECT_TRUE(sceneMaterials()->findByName(u"Stone"));
     EXPECT_EQ(host.activeModelCalls, 0);
 }
 

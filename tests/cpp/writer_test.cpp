@@ -11,14 +11,14 @@ using namespace CorvaneCore;
 
 class AssetXmlWriterTest : public ::testing::Test {
 protected:
-    std::wstring out;
+    std::u16string out;
     AssetXmlWriter w{out};
 };
 
 TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
     w.openAssets();
-    w.beginAsset(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"");
-    w.beginPlugin(L"UVWGenChannel", L"uvw");
+    w.beginAsset(u"/Wood/TexBitmap/uvwgen/UVWGenChannel", u"uvw", u"");
+    w.beginPlugin(u"UVWGenChannel", u"uvw");
     w.beginParameters();
     w.writeInteger("uvw_channel", 1);
     w.endParameters();
@@ -26,7 +26,7 @@ TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
     w.endAsset();
     w.closeAssets();
     EXPECT_EQ(out,
-              LR"(  <Assets>
+              uR"(  <Assets>
     <Asset layout="" renderer="ombra" type="uvw" url="/Wood/TexBitmap/uvwgen/UVWGenChannel" >
       <plugin>
         <ombraplugin name="UVWGenChannel" type="uvw">
@@ -48,7 +48,7 @@ TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
     w.writeString("s", "a<b");
     w.writeFile("file", "C:\\a&b<c.png");
     EXPECT_EQ(out,
-              LR"(<parameter type="string" name="s" handler="default" listType="none" label="s">
+              uR"(<parameter type="string" name="s" handler="default" listType="none" label="s">
   <value>a<b</value>
 </parameter>
 <parameter type="string" name="file" handler="FileBrowserHandler" listType="none" label="file">
@@ -60,15 +60,15 @@ TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
         "gr\xC3\xB6\xC3\x9F"
         "e",
         -3);
-    EXPECT_NE(out.find(L"name=\"gr\u00f6\u00dfe\""), std::wstring::npos);
-    EXPECT_NE(out.find(L"<value>-3</value>"), std::wstring::npos);
+    EXPECT_NE(out.find(u"name=\"gr\u00f6\u00dfe\""), std::u16string::npos);
+    EXPECT_NE(out.find(u"<value>-3</value>"), std::u16string::npos);
 }
 
 TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     Matrix m;
     w.writeMatrix("m", m);
     EXPECT_EQ(out,
-              LR"(<parameter type="matrix" name="m" handler="default" listType="none" label="m">
+              uR"(<parameter type="matrix" name="m" handler="default" listType="none" label="m">
   <value>
 
     <matrix>
@@ -98,7 +98,7 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     w.writeTransform("transform", t);
     EXPECT_EQ(
         out,
-        LR"(<parameter type="transform" name="transform" handler="default" listType="none" label="transform">
+        uR"(<parameter type="transform" name="transform" handler="default" listType="none" label="transform">
   <value>
     <vector>
       <x>1</x>
@@ -127,7 +127,7 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     out.clear();  // colors, vectors and component transforms: the light and texture documents
     w.writeAColor("a", AColor(0.1f, 0.2f, 0.3f, 1));
     EXPECT_EQ(out,
-              LR"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
+              uR"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
   <value>
     <r>0.1</r>
     <g>0.2</g>
@@ -141,14 +141,14 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
 TEST_F(AssetXmlWriterTest, PluginReferences) {
     // The factories' own classes: a bitmap texture, a material, a sun (5) and an omni light (2).
     auto material = createMaterial(1);
-    material->name = L"A&B";
-    w.writePlugin("tex", createTexture(0), L"/W&d/tex");
-    w.writePlugin("mtl", material, L"/x");
-    w.writePlugin("sun", createLight(5), L"/SunLight1");
-    w.writePlugin("omni", createLight(2), L"/l");
-    w.writePlugin("none", std::shared_ptr<BaseTexture>(), L"/y");
+    material->name = u"A&B";
+    w.writePlugin("tex", createTexture(0), u"/W&d/tex");
+    w.writePlugin("mtl", material, u"/x");
+    w.writePlugin("sun", createLight(5), u"/SunLight1");
+    w.writePlugin("omni", createLight(2), u"/l");
+    w.writePlugin("none", std::shared_ptr<BaseTexture>(), u"/y");
     EXPECT_EQ(out,
-              LR"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
+              uR"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
   <value>/W&amp;d/tex/TexBitmap</value>
 </parameter>
 <parameter type="plugin" name="mtl" handler="default" listType="none" label="mtl">
@@ -165,7 +165,7 @@ TEST_F(AssetXmlWriterTest, PluginReferences) {
 )");
     const size_t before = out.size();  // a reference to no family throws 20 before writing
     try {
-        w.writePlugin("x", PluginRef(), L"/u");
+        w.writePlugin("x", PluginRef(), u"/u");
         FAIL() << "expected the integer 20";
     } catch (int code) {
         EXPECT_EQ(code, 20);
@@ -174,18 +174,18 @@ TEST_F(AssetXmlWriterTest, PluginReferences) {
 }
 
 TEST_F(AssetXmlWriterTest, ListsRootAndEscapedAssetUrl) {
-    w.openRoot(L"cormat");
-    w.beginAsset(L"/a&amp;b<", L"material", L"lay");
+    w.openRoot(u"cormat");
+    w.beginAsset(u"/a&amp;b<", u"material", u"lay");
     w.beginList("channels", "");
-    w.writeStringEntry(L"Diffuse");
+    w.writeStringEntry(u"Diffuse");
     w.endList();
     w.beginList("materials", "plugin");
-    w.writeEntry(L"/m&n");
+    w.writeEntry(u"/m&n");
     w.endList();
     w.endAsset();
     w.closeRoot();
     EXPECT_EQ(out,
-              LR"(<cormat>
+              uR"(<cormat>
   <Asset layout="lay" renderer="ombra" type="material" url="/a&amp;b&lt;" >
   <parameter type="list" name="channels" handler="default" listType="" label="channels">
     <value>

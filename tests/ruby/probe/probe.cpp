@@ -78,7 +78,7 @@ VALUE protected_call(int argc, VALUE* argv, VALUE) {
 
 VALUE ruby_to_wide(VALUE, VALUE v) {
     return guarded([&] {
-        std::wstring text = L"unchanged";
+        std::u16string text = u"unchanged";
         const bool ok = rubyToWide(v, text);
         VALUE back = Qnil;
         wideToRuby(text, back);
