@@ -184,6 +184,19 @@ int emit(const Options& opts, const std::string& text) {
 
 std::string shownName(const Options& opts) { return opts.file == "-" ? "<stdin>" : opts.file; }
 
+// An options document, or exit 1 with the reason (a document past the size limit).
+int emitOptions(const Options& opts, CorvaneCore::AllOptions* options) {
+    CorvaneCore::ReadTrace trace;
+    const std::optional<std::string> xml = options ? CorvaneCore::optionsDocument(*options, &trace)
+                                                   : CorvaneCore::optionsDocument(&trace);
+    if (!xml) {
+        std::cerr << "quillonbin2xml: " << (opts.file.empty() ? "options" : shownName(opts)) << ": "
+                  << trace.failureText() << "\n";
+        return kExitRefused;
+    }
+    return emit(opts, *xml);
+}
+
 // The record's bytes, or the exit code when there are none to read.
 std::optional<int> loadRecord(const Options& opts, std::string& bytes) {
     const std::optional<std::string> content = quillon_cli::readInputFile(opts.file);
@@ -225,7 +238,7 @@ int runSceneCommand(const Options& opts) {
         std::cerr << "quillonbin2xml: " << shownName(opts) << ": " << reason << "\n";
         return kExitRefused;
     }
-    return emit(opts, CorvaneCore::optionsDocument());
+    return emitOptions(opts, nullptr);
 }
 
 int runRecordCommand(const Options& opts) {
@@ -275,7 +288,7 @@ int runCoroptCommand(const Options& opts) {
         std::cerr << "quillonbin2xml: " << opts.file << ": the options file was refused\n";
         return kExitRefused;
     }
-    return emit(opts, CorvaneCore::optionsDocument(options));
+    return emitOptions(opts, &options);
 }
 
 // The file's bytes as they stand: a .cormat file is binary, never a JSON array.
@@ -286,9 +299,12 @@ int runCormatCommand(const Options& opts) {
         std::cerr << "quillonbin2xml: " << shownName << ": cannot read the file\n";
         return kExitUsage;
     }
-    const std::optional<std::string> xml = CorvaneCore::convertCorMat(*content);
+    CorvaneCore::ReadTrace trace;
+    const std::optional<std::string> xml = CorvaneCore::convertCorMat(*content, &trace);
     if (!xml) {
-        std::cerr << "quillonbin2xml: " << shownName << ": the material file was refused\n";
+        const std::string reason =
+            trace.failureText().empty() ? "the material file was refused" : trace.failureText();
+        std::cerr << "quillonbin2xml: " << shownName << ": " << reason << "\n";
         return kExitRefused;
     }
     return emit(opts, *xml);
@@ -323,7 +339,7 @@ int run(int argc, char** argv) {
     if (opts.command == "scene" || (opts.command == "inspect" && opts.typeKind == "scene")) {
         return runSceneCommand(opts);
     }
-    if (opts.command == "options") return emit(opts, CorvaneCore::optionsDocument());
+    if (opts.command == "options") return emitOptions(opts, nullptr);
     if (opts.command == "coropt") return runCoroptCommand(opts);
     if (opts.command == "cormat") return runCormatCommand(opts);
     return runRecordCommand(opts);

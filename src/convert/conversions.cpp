@@ -34,6 +34,28 @@ private:
     QuickArchive& archive_;
 };
 
+// Writes one document through `write`; nothing when it would pass kMaxDocumentBytes, in which
+// case its text is released at once and the trace, if any, says why.
+template <class Write>
+std::optional<std::string> writeDocument(size_t reserve, ReadTrace* trace, const Write& write) {
+    std::string text;
+    text.reserve(reserve);
+    try {
+        AssetXmlWriter writer(text);
+        writer.targetHost = 0;
+        write(writer);
+    } catch (const DocumentTooLarge&) {
+        std::string().swap(text);
+        if (trace) trace->documentTooLarge(kMaxDocumentBytes);
+        return std::nullopt;
+    }
+    if (text.size() > kMaxDocumentBytes) {  // the last lines pass the budget
+        if (trace) trace->documentTooLarge(kMaxDocumentBytes);
+        return std::nullopt;
+    }
+    return text;
+}
+
 }  // namespace
 
 bool isLightType(int32_t type) {
@@ -48,12 +70,9 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type, Rea
     if (!light) return std::nullopt;
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *light)) return std::nullopt;
-    std::u16string text;
-    text.reserve(kRecordDocumentReserve);
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    light->writeXML(writer, std::u16string());
-    return wideToUtf8(text);
+    return writeDocument(kRecordDocumentReserve, trace, [&](AssetXmlWriter& writer) {
+        light->writeXML(writer, std::u16string());
+    });
 }
 
 std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type, ReadTrace* trace) {
@@ -62,38 +81,31 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type, 
     if (!material) return std::nullopt;
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *material)) return std::nullopt;
-    std::u16string text;
-    text.reserve(kRecordDocumentReserve);
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    MtlCORVANEConverter converter(material);
-    converter.writeXML(writer, std::u16string());
-    return wideToUtf8(text);
+    return writeDocument(kRecordDocumentReserve, trace, [&](AssetXmlWriter& writer) {
+        MtlCORVANEConverter converter(material);
+        converter.writeXML(writer, std::u16string());
+    });
 }
 
-std::optional<std::string> convertCorMat(const std::string& fileBytes) {
+std::optional<std::string> convertCorMat(const std::string& fileBytes, ReadTrace* trace) {
     std::istringstream in(fileBytes);
     CorMatFile file;
     if (!file.read(in)) return std::nullopt;
-    std::u16string text;
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    writeCorMatDocument(writer, file);
-    return wideToUtf8(text);
+    return writeDocument(kRecordDocumentReserve, trace,
+                         [&](AssetXmlWriter& writer) { writeCorMatDocument(writer, file); });
 }
 
-std::string optionsDocument(AllOptions& options) {
-    std::u16string text;
-    text.reserve(kOptionsDocumentReserve);
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    writer.openAssets();
-    options.writeXML(writer, std::u16string());
-    writer.closeAssets();
-    return wideToUtf8(text);
+std::optional<std::string> optionsDocument(AllOptions& options, ReadTrace* trace) {
+    return writeDocument(kOptionsDocumentReserve, trace, [&](AssetXmlWriter& writer) {
+        writer.openAssets();
+        options.writeXML(writer, std::u16string());
+        writer.closeAssets();
+    });
 }
 
-std::string optionsDocument() { return optionsDocument(sceneOptions()); }
+std::optional<std::string> optionsDocument(ReadTrace* trace) {
+    return optionsDocument(sceneOptions(), trace);
+}
 
 bool readSceneRecord(QuickArchive& archive, ReadTrace* trace) {
     TraceScope scope(archive, trace);

@@ -1,5 +1,6 @@
-// AssetXmlWriter: the one path by which XML leaves the system. It appends fixed text to a wide
-// string and keeps the indentation depth; scene classes choose which operations to call.
+// AssetXmlWriter: the one path by which XML leaves the system. It appends fixed text as UTF-8
+// bytes to one growing string and keeps the indentation depth; scene classes choose which
+// operations to call. A document that passes its byte budget is abandoned with a throw.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +10,7 @@
 #include <string>
 #include <variant>
 
+#include "archive/limits.h"
 #include "archive/value_types.h"
 
 namespace CorvaneCore {
@@ -28,6 +30,10 @@ using PluginRef =
 // Thrown by writePlugin for a reference that holds none of the six families.
 constexpr int kNoPluginFamily = 20;
 
+// Thrown by the writer once its text passes the budget; the conversion that owns the text
+// catches it and gives no document.
+struct DocumentTooLarge {};
+
 // The twelve numbers of a decomposed placement, in output order.
 struct ComponentValues {
     float rotation[3] = {0, 0, 0};
@@ -36,8 +42,8 @@ struct ComponentValues {
     int32_t mirror[3] = {0, 0, 0};
 };
 
-// A piece of text handed to the writer: wide, or UTF-8 for the program's constant names. It
-// only points at the caller's characters, so passing one costs no allocation.
+// A piece of text handed to the writer: UTF-16 model text, or UTF-8 for the program's constant
+// names. It only points at the caller's characters, so passing one costs no allocation.
 class XmlText {
 public:
     XmlText() = default;
@@ -48,10 +54,11 @@ public:
     XmlText(const std::u16string& wide) : wide_(wide.c_str()), size_(wide.size()) {}
 
     bool empty() const { return size_ == 0; }
-    void appendTo(std::u16string& out) const;
+    // Appends as UTF-8, the same bytes as wideToUtf8(utf8ToWide(...)) of the text would give.
+    void appendTo(std::string& out) const;
     // Appends with "&", "<" and ">" escaped as escapeXml does.
-    void appendEscapedTo(std::u16string& out) const;
-    std::u16string str() const;
+    void appendEscapedTo(std::string& out) const;
+    std::string str() const;
 
 private:
     const char* narrow_ = nullptr;
@@ -70,9 +77,11 @@ public:
     using Transform = CorvaneCore::Transform;
     using Text = CorvaneCore::XmlText;
 
-    explicit AssetXmlWriter(std::u16string& stream) : stream_(stream) {}
+    // `budget` is the most bytes the document may reach; passing it throws DocumentTooLarge.
+    explicit AssetXmlWriter(std::string& stream, size_t budget = CorvaneCore::kMaxDocumentBytes)
+        : stream_(stream), budget_(budget) {}
 
-    std::u16string& stream() { return stream_; }
+    std::string& stream() { return stream_; }
     int32_t depth() const { return depth_; }
     int32_t targetHost = 0;  // 0: the modelling host every conversion targets
     std::map<std::u16string, std::u16string> sunUrls;  // sun id to the URL it was written under
@@ -82,8 +91,8 @@ public:
     void closeRoot();
     void openElement(Text name);
     void closeElement(Text name);
-    void openAssets() { openElement(u"Assets"); }
-    void closeAssets() { closeElement(u"Assets"); }
+    void openAssets() { openElement("Assets"); }
+    void closeAssets() { closeElement("Assets"); }
     void beginAsset(Text url, Text kind, Text layout);
     void endAsset();
     void beginPlugin(Text name, Text kind);
@@ -119,26 +128,29 @@ public:
     void endList();
 
 private:
+    // Every line starts here, so this is where the budget is checked.
     void indent();
+    void checkBudget() const;
     // Literals are appended with their known length, without measuring them.
     template <size_t N>
-    void put(const char16_t (&literal)[N]) {
+    void put(const char (&literal)[N]) {
         stream_.append(literal, N - 1);
     }
     void put(Text text) { text.appendTo(stream_); }
     void putFloat(float value);
     void putInt(int64_t value);
     void beginValueParameter(Text name, Text type, Text label, bool isUserData = false,
-                             Text handler = u"default");
-    void inlineValueOpen() { indent(), put(u"<value>"); }
-    void inlineValueClose() { put(u"</value>\n"), endParameter(); }
+                             Text handler = "default");
+    void inlineValueOpen() { indent(), put("<value>"); }
+    void inlineValueClose() { put("</value>\n"), endParameter(); }
     void blockOpen();
     void blockClose();
     void scalarLine(Text tag, float value);
     void vectorElement(const Vector& v);
     void componentLines(const CorvaneCore::ComponentValues& value);
 
-    std::u16string& stream_;
+    std::string& stream_;
+    size_t budget_;
     int32_t depth_ = 0;
-    std::u16string rootTag_;
+    std::string rootTag_;
 };

@@ -8,8 +8,10 @@
 
 namespace CorvaneCore {
 
-void appendNumber(std::u16string& out, double value);
-void appendNumber(std::u16string& out, int64_t value);
+// Append the number's text to UTF-8 output.
+void appendNumber(std::string& out, double value);
+void appendNumber(std::string& out, int64_t value);
+// The same text as model text, for names built from numbers.
 std::u16string numberText(double value);
 std::u16string numberText(int64_t value);
 

@@ -102,11 +102,11 @@ uint32_t codePointAt(const char16_t* in, size_t n, size_t& i) {
 }
 
 // Replaces each occurrence of `from`, scanning on just behind every replacement.
-void replaceAll(std::u16string& text, const char16_t* from, const char16_t* to) {
-    const size_t fromLen = std::char_traits<char16_t>::length(from);
-    const size_t toLen = std::char_traits<char16_t>::length(to);
+void replaceAll(std::string& text, const char* from, const char* to) {
+    const size_t fromLen = std::strlen(from);
+    const size_t toLen = std::strlen(to);
     size_t pos = 0;
-    while ((pos = text.find(from, pos, fromLen)) != std::u16string::npos) {
+    while ((pos = text.find(from, pos, fromLen)) != std::string::npos) {
         text.replace(pos, fromLen, to, toLen);
         pos += toLen;
     }
@@ -132,26 +132,23 @@ std::u16string utf8ToWide(const char* text, size_t length) {
 
 std::u16string utf8ToWide(const std::string& text) { return utf8ToWide(text.data(), text.size()); }
 
-std::string wideToUtf8(const std::u16string& text) {
+void appendUtf8(std::string& out, const char16_t* in, size_t n) {
     // Sized for the common case of ASCII text; runs of ASCII go in a tight loop.
-    std::string out(text.size(), '\0');
-    size_t used = 0;
-    const size_t n = text.size();
-    const char16_t* in = text.data();
+    size_t used = out.size();
+    out.resize(used + n);
     for (size_t i = 0; i < n;) {
-        // The buffer always has room for every remaining character taken as ASCII. Eight
-        // characters at a time while all are ASCII, which the compiler turns into vector code.
+        // The buffer always has room for every remaining unit taken as ASCII. Eight units at
+        // a time while all are ASCII, which the compiler turns into vector code.
         char* dst = &out[0];
         while (n - i >= 8) {
             uint32_t any = 0;
-            for (int k = 0; k < 8; ++k) any |= static_cast<uint32_t>(in[i + k]);
+            for (int k = 0; k < 8; ++k) any |= in[i + k];
             if (any >= 0x80) break;
             for (int k = 0; k < 8; ++k) dst[used + k] = static_cast<char>(in[i + k]);
             i += 8;
             used += 8;
         }
-        while (i < n && static_cast<uint32_t>(in[i]) < 0x80)
-            dst[used++] = static_cast<char>(in[i++]);
+        while (i < n && in[i] < 0x80) dst[used++] = static_cast<char>(in[i++]);
         if (i == n) break;
         out.resize(used);
         appendUtf8(out, codePointAt(in, n, i));
@@ -159,23 +156,36 @@ std::string wideToUtf8(const std::u16string& text) {
         out.resize(used + (n - i));  // room for the rest if it is ASCII
     }
     out.resize(used);
+}
+
+std::string wideToUtf8(const std::u16string& text) {
+    std::string out;
+    appendUtf8(out, text.data(), text.size());
     return out;
 }
 
-std::u16string unescapeXml(const std::u16string& text) {
-    std::u16string out = text;
-    replaceAll(out, u"&lt;", u"<");
-    replaceAll(out, u"&gt;", u">");
-    replaceAll(out, u"&amp;", u"&");
+std::string unescapeXml(const std::string& text) {
+    std::string out = text;
+    replaceAll(out, "&lt;", "<");
+    replaceAll(out, "&gt;", ">");
+    replaceAll(out, "&amp;", "&");
     return out;
 }
 
-std::u16string escapeXml(const std::u16string& text, bool unescapeFirst) {
-    std::u16string out = unescapeFirst ? unescapeXml(text) : text;
-    replaceAll(out, u"&", u"&amp;");
-    replaceAll(out, u"<", u"&lt;");
-    replaceAll(out, u">", u"&gt;");
+std::string escapeXml(const std::string& text, bool unescapeFirst) {
+    std::string out = unescapeFirst ? unescapeXml(text) : text;
+    replaceAll(out, "&", "&amp;");
+    replaceAll(out, "<", "&lt;");
+    replaceAll(out, ">", "&gt;");
     return out;
+}
+
+void escapeXmlFrom(std::string& text, size_t start) {
+    // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
+    if (text.find_first_of("&<>", start) == std::string::npos) return;
+    const std::string escaped = escapeXml(text.substr(start));
+    text.resize(start);
+    text.append(escaped);
 }
 
 bool isControlChar(char16_t c) { return c <= 0x1F || (c >= 0x7F && c <= 0x9F); }

@@ -161,7 +161,7 @@ TEST_F(FoldedOutputTest, ReferenceFoundInTheSetIsWalkedLive) {
     auto bump = std::make_shared<MaterialBump>();
     bump->name = u"Wrap";
     bump->base_mtl = reference;
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     convertMaterialTree(writer, bump);
     EXPECT_EQ(outline(text).urls, Names{"/Wrap"});

@@ -328,7 +328,7 @@ std::string closed(Xml& e) { return wideToUtf8(e.assetClose().out); }
 std::string xmlOf(BaseLight& light, AssetXmlWriter& writer, const std::u16string& name = u"") {
     size_t before = writer.stream().size();
     light.writeXML(writer, name);
-    return wideToUtf8(writer.stream().substr(before));
+    return writer.stream().substr(before);
 }
 
 std::string assetLine(const std::string& url) {
@@ -423,7 +423,7 @@ TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
 
 TEST(LightXml, SphereDomeAndRefusedRecordsWriteNothing) {
     EXPECT_EQ(convert(sphereRecord(2), 7), "");
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     DomeLight dome;
     EXPECT_EQ(xmlOf(dome, writer, u"/anything"), "");
@@ -441,7 +441,7 @@ TEST(LightXml, SphereDomeAndRefusedRecordsWriteNothing) {
 }
 
 TEST(LightXml, ASunIsWrittenOncePerWriterUnderItsHostsName) {
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     SunLight first, again, second;
     first.sunId = again.sunId = u"{AAAA}";
@@ -457,7 +457,7 @@ TEST(LightXml, ASunIsWrittenOncePerWriterUnderItsHostsName) {
     EXPECT_EQ(writer.sunUrls[u"{BBBB}"], u"/SunLight1");
 
     // Other hosts name suns by their identity.
-    std::u16string otherText;
+    std::string otherText;
     AssetXmlWriter other(otherText);
     other.targetHost = 1;
     SunLight given, byDefault, byId;

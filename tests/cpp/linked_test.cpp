@@ -172,7 +172,7 @@ TEST_F(LinkedTest, ResolveIsUsableCopiesAndEquality) {
 
 TEST_F(LinkedTest, ReferenceHasNoXmlFormAndEndsTheProcess) {
     MaterialReference reference;
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     EXPECT_DEATH(reference.writeXML(writer, u""), "");
     EXPECT_DEATH(reference.pluginType(), "");

@@ -232,10 +232,10 @@ inline Names words(const std::string& text) {
 // The XML a material or layer writes of itself under `url`.
 template <class T>
 std::u16string xmlOf(T& object, const std::u16string& url = u"") {
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     object.writeXML(writer, url);
-    return text;
+    return CorvaneCore::utf8ToWide(text);  // the writer's UTF-8, compared as model text
 }
 
 // Reads the whole record into a new object; the read must succeed.

@@ -127,29 +127,29 @@ TEST_F(MaterialTest, LayeredCloneCopyAndIsEqual) {
 TEST_F(MaterialTest, LayeredOwnXmlWithAnEmptyListHasAnEmptyBrdfsList) {
     MaterialLayeredBRDF material;
     material.name = u"Bare";
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     material.writeXML(writer, u"");
-    const std::u16string expected =
-        u"  <Asset layout=\"defommat\" renderer=\"ombra\" type=\"material\" url=\"/Bare\" >\n"
-        u"    <plugin>\n"
-        u"      <ombraplugin name=\"MtlCORVANE\" type=\"material\">\n"
-        u"        <parameters>\n"
-        u"          <parameter type=\"integer\" name=\"double_sided\" handler=\"default\" "
-        u"listType=\"none\" label=\"double_sided\">\n"
-        u"            <value>1</value>\n"
-        u"          </parameter>\n"
-        u"          <parameter type=\"list\" name=\"brdfs\" handler=\"default\" "
-        u"listType=\"plugin\" label=\"brdfs\">\n"
-        u"            <value>\n"
-        u"            <list>\n"
-        u"            </list>\n"
-        u"            </value>\n"
-        u"          </parameter>\n"
-        u"        </parameters>\n"
-        u"      </ombraplugin>\n"
-        u"    </plugin>\n"
-        u"  </Asset>\n";
+    const std::string expected =
+        "  <Asset layout=\"defommat\" renderer=\"ombra\" type=\"material\" url=\"/Bare\" >\n"
+        "    <plugin>\n"
+        "      <ombraplugin name=\"MtlCORVANE\" type=\"material\">\n"
+        "        <parameters>\n"
+        "          <parameter type=\"integer\" name=\"double_sided\" handler=\"default\" "
+        "listType=\"none\" label=\"double_sided\">\n"
+        "            <value>1</value>\n"
+        "          </parameter>\n"
+        "          <parameter type=\"list\" name=\"brdfs\" handler=\"default\" "
+        "listType=\"plugin\" label=\"brdfs\">\n"
+        "            <value>\n"
+        "            <list>\n"
+        "            </list>\n"
+        "            </value>\n"
+        "          </parameter>\n"
+        "        </parameters>\n"
+        "      </ombraplugin>\n"
+        "    </plugin>\n"
+        "  </Asset>\n";
     EXPECT_EQ(text, expected);
 }
 
@@ -165,7 +165,7 @@ TEST_F(MaterialTest, SingleMaterialGivesAnEmptyDocument) {
     RecordBuilder r;
     diffuseLayer(r.version(2).i32(0).i32(0), "Layer").version(2).text("Solo").text("");
     EXPECT_EQ(convert(r, MaterialSingleBRDF::kType), document(""));
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     EXPECT_EQ(MtlCORVANEConverter(nullptr).writeXML(writer, u"ignored"), 0);
     EXPECT_TRUE(text.empty());

@@ -325,10 +325,10 @@ TEST(RenderView, VersionThreeRoundTripsAndWritesItsSize) {
     EXPECT_FALSE(back.flagD.getValue(0.0));
     EXPECT_TRUE(back.flagD.getValue(2.0));
 
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     back.writeXML(writer, u"/views");
-    const std::string xml = wideToUtf8(text);
+    const std::string xml = text;
     EXPECT_EQ(xml.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
                         "url=\"/views/RenderView\" >\n",
                         0),

@@ -156,7 +156,7 @@ TEST_F(SceneRecordTest, PartlyReadRecordLeavesWhatWasReadForTheDocument) {
     EXPECT_EQ(host.activeModelCalls, 0);
 
     // The document's frame is checked in options_xml_test.cpp.
-    const std::string doc = optionsDocument();
+    const std::string doc = optionsDocument().value();
     EXPECT_EQ(valueOf(doc, "SettingsOutput", "img_width"), "13");
     EXPECT_EQ(valueOf(doc, "SettingsRenderChannels", "channel_names"),
               "<list><entry>Diffuse</entry><entry>Reflection</entry></list>");

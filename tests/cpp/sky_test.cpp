@@ -59,11 +59,11 @@ TEST(SkyTexture, VersionOneKeepsTheDefaultSunOrReadsItsOwn) {
     ASSERT_TRUE(sky);
     EXPECT_EQ(sky->sun, defaultSunLight());
     EXPECT_TRUE(sky->hasSun() && sky->usesDefaultSun());
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     sky->writeXML(writer, u"/Env");
     EXPECT_EQ(writer.sunUrls.at(defaultSunLight()->sunId), u"/SunLight");
-    EXPECT_NE(text.find(u"<value>/SunLight</value>"), std::u16string::npos);
+    EXPECT_NE(text.find("<value>/SunLight</value>"), std::string::npos);
 
     record = Bytes();
     record.version(1).flag(true).append(sunRecord(kOtherSunId, 5));
@@ -147,13 +147,13 @@ TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
         expected.inlineParam(u"plugin", u"sun", u"/SunLight").assetClose();
     }
 
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     writer.openAssets();
     first.writeXML(writer, u"/A");
     second.writeXML(writer, u"/B");
     writer.closeAssets();
-    EXPECT_EQ(text, expected.document());
+    EXPECT_EQ(utf8ToWide(text), expected.document());
 }
 
 TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
@@ -162,7 +162,7 @@ TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
     auto otherSun = std::make_shared<SunLight>();
     otherSun->sunId = utf8ToWide(kOtherSunId);
 
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     writer.targetHost = 1;
     SkyTexture documentSky, ownSky;
@@ -170,14 +170,14 @@ TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
     ownSky.sun = otherSun;
     documentSky.writeXML(writer, u"");
     ownSky.writeXML(writer, u"");
-    EXPECT_EQ(text.find(u"type=\"light\""), std::u16string::npos);  // no sun asset written
-    EXPECT_NE(text.find(u"<value>/Rhino Document Sun</value>"), std::u16string::npos);
-    EXPECT_NE(text.find(u"<value>/" + otherSun->sunId + u"</value>"), std::u16string::npos);
+    EXPECT_EQ(text.find("type=\"light\""), std::string::npos);  // no sun asset written
+    EXPECT_NE(text.find("<value>/Rhino Document Sun</value>"), std::string::npos);
+    EXPECT_NE(text.find("<value>/" + wideToUtf8(otherSun->sunId) + "</value>"), std::string::npos);
 
     // A sun the writer already knows is referred to by its recorded URL.
     writer.sunUrls[otherSun->sunId] = u"/Suns/Noon";
     ownSky.writeXML(writer, u"");
-    EXPECT_NE(text.find(u"<value>/Suns/Noon</value>"), std::u16string::npos);
+    EXPECT_NE(text.find("<value>/Suns/Noon</value>"), std::string::npos);
 }
 
 TEST(SkyTexture, FreshSkiesDifferAndClonesShareNoSun) {

@@ -30,15 +30,15 @@ TEST(Text, Utf8RoundTripStrictnessAndAnsiFallback) {
 
 TEST(Text, EscapeIsStableAndLeavesQuotes) {
     const struct {
-        const char16_t* in;
+        const char* in;
         bool unescapeFirst;
-        const char16_t* out;
-    } cases[] = {{u"a<b", true, u"a&lt;b"},        {u"a&lt;b", true, u"a&lt;b"},
-                 {u"a&b", true, u"a&amp;b"},       {u"a&amp;b", true, u"a&amp;b"},
-                 {u"&amp;lt;", true, u"&amp;lt;"}, {u"\"'", true, u"\"'"},
-                 {u"x>y", false, u"x&gt;y"},       {u"&lt;", false, u"&amp;lt;"}};
+        const char* out;
+    } cases[] = {{"a<b", true, "a&lt;b"},        {"a&lt;b", true, "a&lt;b"},
+                 {"a&b", true, "a&amp;b"},       {"a&amp;b", true, "a&amp;b"},
+                 {"&amp;lt;", true, "&amp;lt;"}, {"\"'", true, "\"'"},
+                 {"x>y", false, "x&gt;y"},       {"&lt;", false, "&amp;lt;"}};
     for (const auto& c : cases) EXPECT_EQ(escapeXml(c.in, c.unescapeFirst), c.out) << c.in;
-    EXPECT_EQ(unescapeXml(u"&lt;&gt;&amp;&amp;lt;"), u"<>&&lt;");
+    EXPECT_EQ(unescapeXml("&lt;&gt;&amp;&amp;lt;"), "<>&&lt;");
 }
 
 TEST(Text, ControlCharactersAndFileNames) {

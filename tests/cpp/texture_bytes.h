@@ -11,6 +11,7 @@
 #include "archive/quick_archive.h"
 #include "record_builder.h"
 #include "xml/asset_xml_writer.h"
+#include "xml/text.h"
 
 namespace texture_test {
 
@@ -29,12 +30,12 @@ void expectRefusesWords(std::initializer_list<uint32_t> words) {
 // The document of one object written under `url` inside an "Assets" element.
 template <class T>
 std::u16string assetsOf(T& object, const std::u16string& url) {
-    std::u16string text;
+    std::string text;
     ::AssetXmlWriter writer(text);
     writer.openAssets();
     object.writeXML(writer, url);
     writer.closeAssets();
-    return text;
+    return CorvaneCore::utf8ToWide(text);  // the writer's UTF-8, compared as model text
 }
 
 // Expected asset text. Depths follow an asset inside "Assets": the asset at 4 blanks, its

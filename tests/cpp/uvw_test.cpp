@@ -109,7 +109,7 @@ TEST(GenChannelUVW, ReadsBothVersionsInTableOrder) {
     EXPECT_EQ(uvw.tex_transform.m.v[0].x, 3);
 
     // The components win: output recomputes the stored matrix from them.
-    std::u16string text;
+    std::string text;
     AssetXmlWriter writer(text);
     uvw.writeXML(writer, u"");
     Matrix expected;

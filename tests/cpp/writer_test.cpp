@@ -11,7 +11,7 @@ using namespace CorvaneCore;
 
 class AssetXmlWriterTest : public ::testing::Test {
 protected:
-    std::u16string out;
+    std::string out;
     AssetXmlWriter w{out};
 };
 
@@ -26,7 +26,7 @@ TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
     w.endAsset();
     w.closeAssets();
     EXPECT_EQ(out,
-              uR"(  <Assets>
+              R"(  <Assets>
     <Asset layout="" renderer="ombra" type="uvw" url="/Wood/TexBitmap/uvwgen/UVWGenChannel" >
       <plugin>
         <ombraplugin name="UVWGenChannel" type="uvw">
@@ -48,7 +48,7 @@ TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
     w.writeString("s", "a<b");
     w.writeFile("file", "C:\\a&b<c.png");
     EXPECT_EQ(out,
-              uR"(<parameter type="string" name="s" handler="default" listType="none" label="s">
+              R"(<parameter type="string" name="s" handler="default" listType="none" label="s">
   <value>a<b</value>
 </parameter>
 <parameter type="string" name="file" handler="FileBrowserHandler" listType="none" label="file">
@@ -60,15 +60,17 @@ TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
         "gr\xC3\xB6\xC3\x9F"
         "e",
         -3);
-    EXPECT_NE(out.find(u"name=\"gr\u00f6\u00dfe\""), std::u16string::npos);
-    EXPECT_NE(out.find(u"<value>-3</value>"), std::u16string::npos);
+    EXPECT_NE(out.find("name=\"gr\xC3\xB6\xC3\x9F"
+                       "e\""),
+              std::string::npos);
+    EXPECT_NE(out.find("<value>-3</value>"), std::string::npos);
 }
 
 TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     Matrix m;
     w.writeMatrix("m", m);
     EXPECT_EQ(out,
-              uR"(<parameter type="matrix" name="m" handler="default" listType="none" label="m">
+              R"(<parameter type="matrix" name="m" handler="default" listType="none" label="m">
   <value>
 
     <matrix>
@@ -98,7 +100,7 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     w.writeTransform("transform", t);
     EXPECT_EQ(
         out,
-        uR"(<parameter type="transform" name="transform" handler="default" listType="none" label="transform">
+        R"(<parameter type="transform" name="transform" handler="default" listType="none" label="transform">
   <value>
     <vector>
       <x>1</x>
@@ -127,7 +129,7 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     out.clear();  // colors, vectors and component transforms: the light and texture documents
     w.writeAColor("a", AColor(0.1f, 0.2f, 0.3f, 1));
     EXPECT_EQ(out,
-              uR"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
+              R"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
   <value>
     <r>0.1</r>
     <g>0.2</g>
@@ -148,7 +150,7 @@ TEST_F(AssetXmlWriterTest, PluginReferences) {
     w.writePlugin("omni", createLight(2), u"/l");
     w.writePlugin("none", std::shared_ptr<BaseTexture>(), u"/y");
     EXPECT_EQ(out,
-              uR"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
+              R"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
   <value>/W&amp;d/tex/TexBitmap</value>
 </parameter>
 <parameter type="plugin" name="mtl" handler="default" listType="none" label="mtl">
@@ -185,7 +187,7 @@ TEST_F(AssetXmlWriterTest, ListsRootAndEscapedAssetUrl) {
     w.endAsset();
     w.closeRoot();
     EXPECT_EQ(out,
-              uR"(<cormat>
+              R"(<cormat>
   <Asset layout="lay" renderer="ombra" type="material" url="/a&amp;b&lt;" >
   <parameter type="list" name="channels" handler="default" listType="" label="channels">
     <value>
