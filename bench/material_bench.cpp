@@ -103,8 +103,8 @@ void BM_CopyThreeLayersBytes(benchmark::State& s) {
     plainCopy(s, convertOnce(threeLayerRecord(), 1));
 }
 
-void BM_ReadSceneRecord200Materials(benchmark::State& state) {
-    const std::string record = sceneRecord(200);
+void BM_ReadSceneRecord(benchmark::State& state) {
+    const std::string record = sceneRecord(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         QuickArchive archive(1);
         archive.writeBytes(record.data(), record.size());
@@ -120,4 +120,4 @@ BENCHMARK(BM_ConvertMaterialBrick);
 BENCHMARK(BM_ConvertMaterialThreeLayers);
 BENCHMARK(BM_ConvertMaterialTwoSided);
 BENCHMARK(BM_CopyThreeLayersBytes);
-BENCHMARK(BM_ReadSceneRecord200Materials);
+BENCHMARK(BM_ReadSceneRecord)->Arg(200)->Arg(1000);

@@ -1,5 +1,7 @@
 #include "xml/asset_xml_writer.h"
 
+#include <cstring>
+
 #include "lights/base_light.h"
 #include "materials/base_material.h"
 #include "options/base_camera.h"
@@ -14,22 +16,38 @@ using namespace CorvaneCore;
 
 namespace CorvaneCore {
 
+namespace {
+
+// True when every byte is below 0x80, tested eight bytes at a time.
+bool isAscii(const char* text, size_t size) {
+    constexpr uint64_t kHighBits = 0x8080808080808080ull;
+    size_t i = 0;
+    for (; size - i >= 8; i += 8) {
+        uint64_t word;
+        std::memcpy(&word, text + i, 8);
+        if (word & kHighBits) return false;
+    }
+    for (; i < size; ++i) {
+        if (static_cast<unsigned char>(text[i]) >= 0x80) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
 void XmlText::appendTo(std::string& out) const {
     if (wide_) {
         appendUtf8(out, wide_, size_);
         return;
     }
-    // Constant names are ASCII and go as they are; anything else takes the decoding road, so a
-    // byte that is not UTF-8 is read as it would be in a stored record.
-    for (size_t i = 0; i < size_; ++i) {
-        const unsigned char c = static_cast<unsigned char>(narrow_[i]);
-        if (c == 0 || c >= 0x80) {
-            const std::u16string decoded = utf8ToWide(narrow_, size_);
-            appendUtf8(out, decoded.data(), decoded.size());
-            return;
-        }
+    // Constant names are ASCII and go as they are; other text takes the decoding road, so
+    // bytes that are not UTF-8 read as they would in a stored record.
+    if (isAscii(narrow_, size_)) {
+        out.append(narrow_, size_);
+        return;
     }
-    out.append(narrow_, size_);
+    const std::u16string decoded = utf8ToWide(narrow_, size_);
+    appendUtf8(out, decoded.data(), decoded.size());
 }
 
 void XmlText::appendEscapedTo(std::string& out) const {

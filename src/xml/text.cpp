@@ -182,7 +182,10 @@ std::string escapeXml(const std::string& text, bool unescapeFirst) {
 
 void escapeXmlFrom(std::string& text, size_t start) {
     // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
-    if (text.find_first_of("&<>", start) == std::string::npos) return;
+    const char* p = text.data() + start;
+    const char* const end = text.data() + text.size();
+    while (p != end && *p != '&' && *p != '<' && *p != '>') ++p;
+    if (p == end) return;
     const std::string escaped = escapeXml(text.substr(start));
     text.resize(start);
     text.append(escaped);

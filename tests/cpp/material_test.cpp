@@ -161,6 +161,20 @@ TEST_F(MaterialTest, BrickRecordConvertsToTheFoldedDocument) {
     expectWritesBack(material, brick);
 }
 
+// U+1F9F1 is a surrogate pair in the model and four bytes in the record and the XML.
+TEST_F(MaterialTest, NameOutsideTheBasicPlaneRoundTripsIntoTheXml) {
+    const std::string name = "Brick \xF0\x9F\xA7\xB1";
+    RecordBuilder r;
+    plainLayered(r, name, "BRDFDiffuse");
+    auto material = readAs<MaterialLayeredBRDF>(r);
+    EXPECT_EQ(material.name, u"Brick \U0001F9F1");
+    EXPECT_EQ(material.name.size(), 8u);
+    expectWritesBack(material, r);
+    const std::string xml = convert(r, MaterialLayeredBRDF::kType);
+    EXPECT_EQ(outline(xml).urls, (Names{"/" + name + "/BRDFDiffuse", "/" + name}));
+    EXPECT_NE(xml.find(foldedHead("/" + name, {"BRDFDiffuse"})), std::string::npos);
+}
+
 TEST_F(MaterialTest, SingleMaterialGivesAnEmptyDocument) {
     RecordBuilder r;
     diffuseLayer(r.version(2).i32(0).i32(0), "Layer").version(2).text("Solo").text("");

@@ -155,6 +155,25 @@ TEST(AllOptionsBinary, LongPathIsCutAndFullyConsumed) {
     EXPECT_EQ(o.path(OptionPath::OmImageFile), u"p37");
 }
 
+// The cut counts 16-bit units, so a path of surrogate pairs loses the low half of its last
+// pair, which the XML shows as U+FFFD.
+TEST(AllOptionsBinary, PathOfSurrogatePairsIsCutAt2047Units) {
+    const std::string grin = "\xF0\x9F\x98\x80";  // U+1F600, two units
+    OptionsStream s;
+    s.firstPath.clear();
+    for (int i = 0; i < 1024; ++i) s.firstPath += grin;
+    AllOptions o;
+    ASSERT_TRUE(readAll(o, buildOptions(s)));
+    const std::u16string& path = o.path(OptionPath::ImageFile);
+    ASSERT_EQ(path.size(), 2047u);
+    EXPECT_EQ(path[2045], u'\xDE00');
+    EXPECT_EQ(path[2046], u'\xD83D');
+    std::string expected;
+    for (int i = 0; i < 1023; ++i) expected += grin;
+    EXPECT_EQ(valueOf(optionsDocument(o).value(), "SettingsOutput", "img_file"),
+              expected + "\xEF\xBF\xBD");
+}
+
 TEST(AllOptionsBinary, UnknownTextureTypeEndsTheRead) {
     OptionsStream s;
     s.bgTexturePresent = true;

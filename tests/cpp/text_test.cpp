@@ -8,6 +8,7 @@
 #include <regex>
 #include <set>
 #include <sstream>
+#include <vector>
 
 #include "xml/number_format.h"
 
@@ -26,6 +27,11 @@ TEST(Text, Utf8RoundTripStrictnessAndAnsiFallback) {
     EXPECT_EQ(utf8ToWide(std::string("ab\0cd", 5)), u"ab");  // decoding stops at a zero byte
     EXPECT_EQ(utf8ToWide(std::string()), u"");
     EXPECT_EQ(wideToUtf8(std::u16string(1, static_cast<char16_t>(0xD800))), "\xEF\xBF\xBD");
+    // Surrogates pair up only high then low; any other one stands alone and becomes U+FFFD.
+    const char16_t odd[] = {0xDC00, 0xD800, u'x', 0xD83D, 0xDE00, 0xD83D};
+    EXPECT_EQ(wideToUtf8(std::u16string(odd, 6)),
+              "\xEF\xBF\xBD\xEF\xBF\xBDx\xF0\x9F\x98\x80\xEF\xBF\xBD");
+    EXPECT_EQ(utf8ToWide(std::string("\xF4\x8F\xBF\xBF")), u"\U0010FFFF");  // the last pair
 }
 
 TEST(Text, EscapeIsStableAndLeavesQuotes) {
@@ -61,6 +67,19 @@ TEST(Text, UuidsAreFreshLowercaseAndBraceless) {
         seen.insert(id);
     }
     EXPECT_EQ(seen.size(), 100u);
+}
+
+// Names compare as 16-bit units: letters beyond ASCII keep their case and order by unit value,
+// and a character above U+FFFF (a surrogate pair) sorts below U+E000..U+FFFF.
+TEST(Text, CaseInsensitiveOrderIsTheOrderOfUnits) {
+    EXPECT_GT(compareIgnoreCase(u"\u00e9mile", u"\u00c9MILE"), 0);  // 0xE9 after 0xC9
+    EXPECT_LT(compareIgnoreCase(u"\U0001D400", u"\uFF21"), 0);      // 0xD835 before 0xFF21
+    EXPECT_LT(compareIgnoreCase(u"a\U0001F600", u"A\uE000"), 0);
+    EXPECT_EQ(compareIgnoreCase(u"x\U0001F600Y", u"X\U0001F600y"), 0);
+    std::set<std::u16string, LessIgnoreCase> names{u"\uFF21", u"\U0001D400", u"\u00e9", u"\u00c9",
+                                                   u"E"};
+    EXPECT_EQ(std::vector<std::u16string>(names.begin(), names.end()),
+              (std::vector<std::u16string>{u"E", u"\u00c9", u"\u00e9", u"\U0001D400", u"\uFF21"}));
 }
 
 TEST(Text, CaseIsFoldedForAsciiOnly) {
