@@ -34,26 +34,37 @@ private:
     QuickArchive& archive_;
 };
 
+// The buffer documents are written into, kept from call to call so that a large document
+// does not fault in fresh pages while it grows; the result is one exact copy. A buffer that
+// grew past kKeptScratchBytes is released after its call.
+constexpr size_t kKeptScratchBytes = size_t(2) << 20;
+
+std::string& scratchBuffer() {
+    static thread_local std::string buffer;
+    return buffer;
+}
+
 // Writes one document through `write`; nothing when it would pass kMaxDocumentBytes, in which
-// case its text is released at once and the trace, if any, says why.
+// case the trace, if any, says why.
 template <class Write>
 std::optional<std::string> writeDocument(size_t reserve, ReadTrace* trace, const Write& write) {
-    std::string text;
+    std::string& text = scratchBuffer();
+    text.clear();
     text.reserve(reserve);
+    bool tooLarge = false;
     try {
         AssetXmlWriter writer(text);
         writer.targetHost = 0;
         write(writer);
     } catch (const DocumentTooLarge&) {
-        std::string().swap(text);
-        if (trace) trace->documentTooLarge(kMaxDocumentBytes);
-        return std::nullopt;
+        tooLarge = true;
     }
-    if (text.size() > kMaxDocumentBytes) {  // the last lines pass the budget
-        if (trace) trace->documentTooLarge(kMaxDocumentBytes);
-        return std::nullopt;
-    }
-    return text;
+    tooLarge = tooLarge || text.size() > kMaxDocumentBytes;  // the last lines pass the budget
+    std::optional<std::string> result;
+    if (!tooLarge) result.emplace(text);
+    if (text.capacity() > kKeptScratchBytes) std::string().swap(text);
+    if (tooLarge && trace) trace->documentTooLarge(kMaxDocumentBytes);
+    return result;
 }
 
 }  // namespace

@@ -35,58 +35,91 @@ bool isAscii(const char* text, size_t size) {
 
 }  // namespace
 
-void XmlText::appendTo(std::string& out) const {
-    if (wide_) {
-        appendUtf8(out, wide_, size_);
-        return;
-    }
-    // Constant names are ASCII and go as they are; other text takes the decoding road, so
-    // bytes that are not UTF-8 read as they would in a stored record.
-    if (isAscii(narrow_, size_)) {
-        out.append(narrow_, size_);
-        return;
-    }
-    const std::u16string decoded = utf8ToWide(narrow_, size_);
-    appendUtf8(out, decoded.data(), decoded.size());
-}
-
-void XmlText::appendEscapedTo(std::string& out) const {
-    const size_t start = out.size();
-    appendTo(out);
-    escapeXmlFrom(out, start);
-}
-
 std::string XmlText::str() const {
-    std::string out;
-    appendTo(out);
-    return out;
+    if (wide_) {
+        std::string out;
+        appendUtf8(out, wide_, size_);
+        return out;
+    }
+    if (isAscii(narrow_, size_)) return std::string(narrow_, size_);
+    return wideToUtf8(utf8ToWide(narrow_, size_));  // decoded as a stored record would be
 }
 
 }  // namespace CorvaneCore
 
 namespace {
-// Indentation is two blanks per level; deeper levels than this are appended in pieces.
-constexpr char kBlanks[] = "                                                                ";
-constexpr size_t kBlankCount = sizeof kBlanks - 1;
+// Text that needs no decoding is appended as it is; anything else is widened first.
+bool isAsciiNarrow(const XmlText& text) {
+    return text.narrow() && isAscii(text.narrow(), text.size());
+}
 }  // namespace
 
-void AssetXmlWriter::checkBudget() const {
-    if (stream_.size() > budget_) throw DocumentTooLarge{};
+void AssetXmlWriter::grow(size_t n) {
+    if (settled_) {
+        used_ = stream_.size();  // the caller may have appended to the settled text
+        settled_ = false;
+    }
+    if (stream_.size() - used_ >= n) return;
+    // Room for at least as much again as there is, so the string is copied O(log n) times,
+    // and all the room a reserved string already has.
+    const size_t wanted = used_ + n;
+    const size_t doubled = stream_.size() * 2 + 256;
+    const size_t size = wanted > doubled ? wanted : doubled;
+    stream_.resize(size > stream_.capacity() ? size : stream_.capacity());
 }
 
-void AssetXmlWriter::indent() {
-    checkBudget();
-    size_t blanks = depth_ > 0 ? static_cast<size_t>(depth_) * 2 : 0;
-    while (blanks > 0) {
-        const size_t piece = blanks < kBlankCount ? blanks : kBlankCount;
-        stream_.append(kBlanks, piece);
-        blanks -= piece;
+void AssetXmlWriter::settle() {
+    if (settled_) return;
+    stream_.resize(used_);
+    settled_ = true;
+}
+
+void AssetXmlWriter::put(Text text) {
+    if (text.wide()) {
+        char* at = room(3 * text.size());
+        advance(writeUtf8(at, text.wide(), text.size()));
+    } else if (isAsciiNarrow(text)) {
+        putBytes(text.narrow(), text.size());
+    } else {
+        // Bytes that are not UTF-8 read as they would in a stored record.
+        const std::u16string decoded = utf8ToWide(text.narrow(), text.size());
+        put(decoded);
     }
 }
 
-void AssetXmlWriter::putFloat(float value) { appendNumber(stream_, static_cast<double>(value)); }
+void AssetXmlWriter::putEscaped(Text text) {
+    room(0);  // in step with the string before `used_` is read
+    const size_t start = used_;
+    put(text);
+    const char* p = stream_.data() + start;
+    const char* const end = stream_.data() + used_;
+    while (p != end && *p != '&' && *p != '<' && *p != '>') ++p;
+    // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
+    if (p == end) return;
+    const std::string escaped = escapeXml(stream_.substr(start, used_ - start));
+    used_ = start;
+    putBytes(escaped.data(), escaped.size());
+}
 
-void AssetXmlWriter::putInt(int64_t value) { appendNumber(stream_, value); }
+void AssetXmlWriter::putUrlSegment(const std::u16string& segment) {
+    put("/");
+    put(segment);
+}
+
+// Every line starts with its indentation: two blanks per level.
+void AssetXmlWriter::indent() {
+    if ((settled_ ? stream_.size() : used_) > budget_) throw DocumentTooLarge{};
+    const size_t blanks = depth_ > 0 ? static_cast<size_t>(depth_) * 2 : 0;
+    char* at = room(blanks);
+    std::memset(at, ' ', blanks);
+    advance(at + blanks);
+}
+
+void AssetXmlWriter::putFloat(float value) {
+    advance(writeNumber(room(kNumberRoom), static_cast<double>(value)));
+}
+
+void AssetXmlWriter::putInt(int64_t value) { advance(writeNumber(room(kNumberRoom), value)); }
 
 // ---------------------------------------------------------------- structure
 
@@ -111,7 +144,7 @@ void AssetXmlWriter::beginAsset(Text url, Text kind, Text layout) {
     ++depth_;
     indent();
     put("<Asset layout=\""), put(layout), put("\" renderer=\"ombra\" type=\""), put(kind);
-    put("\" url=\""), url.appendEscapedTo(stream_), put("\" >\n");
+    put("\" url=\""), putEscaped(url), put("\" >\n");
 }
 
 void AssetXmlWriter::endAsset() {
@@ -233,7 +266,7 @@ void AssetXmlWriter::writeString(Text name, Text value, Text label, bool isUserD
 
 void AssetXmlWriter::writeFile(Text name, Text value, Text label, bool isUserData) {
     beginValueParameter(name, "string", label, isUserData, "FileBrowserHandler");
-    inlineValueOpen(), value.appendEscapedTo(stream_), inlineValueClose();
+    inlineValueOpen(), putEscaped(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeVector(Text name, const Vector& value, Text label) {
@@ -296,40 +329,35 @@ void AssetXmlWriter::writeComponentTransform(Text name, const ComponentValues& v
     blockClose();
 }
 
-namespace {
-
 // Appends the URL text of a plugin reference; false for an empty pointer.
-struct PluginUrl {
+struct AssetXmlWriter::PluginUrl {
+    AssetXmlWriter& writer;
     const XmlText& prefix;
-    std::string& out;
 
     bool operator()(const std::monostate&) const { throw kNoPluginFamily; }
     bool operator()(const std::shared_ptr<BaseMaterial>& m) const {
         if (!m) return false;
-        prefix.appendEscapedTo(out);
-        out.push_back('/');
-        XmlText(m->name).appendTo(out);  // a material's name is not escaped
+        writer.putEscaped(prefix);
+        writer.putUrlSegment(m->name);  // a material's name is not escaped
         return true;
     }
     bool operator()(const std::shared_ptr<BaseLight>& light) const {
         if (!light) return false;
-        prefix.appendEscapedTo(out);
+        writer.putEscaped(prefix);
         // A sun's caller passes the whole URL.
-        if (light->getType() != kSunLightType) appendSegment(light->pluginType());
+        if (light->getType() != kSunLightType) writer.putUrlSegment(light->pluginType());
         return true;
     }
     template <class Family>
     bool operator()(const std::shared_ptr<Family>& child) const {
         if (!child) return false;
-        prefix.appendEscapedTo(out);
-        appendSegment(child->pluginType());
+        writer.putEscaped(prefix);
+        writer.putUrlSegment(child->pluginType());
         return true;
     }
-    void appendSegment(const std::u16string& segment) const {
-        out.push_back('/');
-        XmlText(segment).appendTo(out);
-    }
 };
+
+namespace {
 
 bool isPresent(const PluginRef& child) {
     if (std::holds_alternative<std::monostate>(child)) throw kNoPluginFamily;
@@ -351,7 +379,7 @@ void AssetXmlWriter::writePlugin(Text name, const PluginRef& child, Text urlPref
     beginValueParameter(name, "plugin", label);
     if (present) {
         inlineValueOpen();
-        std::visit(PluginUrl{urlPrefix, stream_}, child);
+        std::visit(PluginUrl{*this, urlPrefix}, child);
         put("</value>\n");
     }
     endParameter();
@@ -365,7 +393,7 @@ void AssetXmlWriter::beginList(Text name, Text listType, Text label) {
 }
 
 void AssetXmlWriter::writeEntry(Text text) {
-    indent(), put("<entry>"), text.appendEscapedTo(stream_), put("</entry>\n");
+    indent(), put("<entry>"), putEscaped(text), put("</entry>\n");
 }
 
 void AssetXmlWriter::writeStringEntry(Text text) {

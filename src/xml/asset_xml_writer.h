@@ -1,6 +1,9 @@
 // AssetXmlWriter: the one path by which XML leaves the system. It appends fixed text as UTF-8
 // bytes to one growing string and keeps the indentation depth; scene classes choose which
 // operations to call. A document that passes its byte budget is abandoned with a throw.
+//
+// While it writes, the string is the writer's buffer: its tail past the text is room still
+// unused. The string holds exactly the text once stream() is called or the writer is gone.
 #pragma once
 
 #include <cstdint>
@@ -54,10 +57,10 @@ public:
     XmlText(const std::u16string& wide) : wide_(wide.c_str()), size_(wide.size()) {}
 
     bool empty() const { return size_ == 0; }
-    // Appends as UTF-8, the same bytes as wideToUtf8(utf8ToWide(...)) of the text would give.
-    void appendTo(std::string& out) const;
-    // Appends with "&", "<" and ">" escaped as escapeXml does.
-    void appendEscapedTo(std::string& out) const;
+    size_t size() const { return size_; }
+    const char* narrow() const { return narrow_; }  // null for wide text
+    const char16_t* wide() const { return wide_; }  // null for narrow text
+    // As UTF-8: the same bytes as wideToUtf8(utf8ToWide(...)) of narrow text would give.
     std::string str() const;
 
 private:
@@ -79,9 +82,16 @@ public:
 
     // `budget` is the most bytes the document may reach; passing it throws DocumentTooLarge.
     explicit AssetXmlWriter(std::string& stream, size_t budget = CorvaneCore::kMaxDocumentBytes)
-        : stream_(stream), budget_(budget) {}
+        : stream_(stream), budget_(budget), used_(stream.size()) {}
+    ~AssetXmlWriter() { settle(); }
+    AssetXmlWriter(const AssetXmlWriter&) = delete;
+    AssetXmlWriter& operator=(const AssetXmlWriter&) = delete;
 
-    std::string& stream() { return stream_; }
+    // The text so far; writing may go on after it.
+    std::string& stream() {
+        settle();
+        return stream_;
+    }
     int32_t depth() const { return depth_; }
     int32_t targetHost = 0;  // 0: the modelling host every conversion targets
     std::map<std::u16string, std::u16string> sunUrls;  // sun id to the URL it was written under
@@ -130,13 +140,30 @@ public:
 private:
     // Every line starts here, so this is where the budget is checked.
     void indent();
-    void checkBudget() const;
+    // Room for `n` more bytes at the end of the text; advance() then marks what was written.
+    char* room(size_t n) {
+        if (settled_ || stream_.size() - used_ < n) grow(n);
+        return &stream_[used_];
+    }
+    void advance(const char* end) { used_ = static_cast<size_t>(end - stream_.data()); }
+    void grow(size_t n);
+    // Cuts the string to the text, so that it can be read or appended to from outside.
+    void settle();
+    void putBytes(const char* bytes, size_t n) {
+        char* at = room(n);
+        std::memcpy(at, bytes, n);
+        advance(at + n);
+    }
     // Literals are appended with their known length, without measuring them.
     template <size_t N>
     void put(const char (&literal)[N]) {
-        stream_.append(literal, N - 1);
+        putBytes(literal, N - 1);
     }
-    void put(Text text) { text.appendTo(stream_); }
+    void put(Text text);
+    // Appends with "&", "<" and ">" escaped as escapeXml does.
+    void putEscaped(Text text);
+    void putUrlSegment(const std::u16string& segment);
+    struct PluginUrl;
     void putFloat(float value);
     void putInt(int64_t value);
     void beginValueParameter(Text name, Text type, Text label, bool isUserData = false,
@@ -151,6 +178,8 @@ private:
 
     std::string& stream_;
     size_t budget_;
+    size_t used_;          // bytes of text at the start of stream_
+    bool settled_ = true;  // stream_ holds exactly the text
     int32_t depth_ = 0;
     std::string rootTag_;
 };

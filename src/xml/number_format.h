@@ -8,6 +8,11 @@
 
 namespace CorvaneCore {
 
+// Room a number's text may need at most.
+constexpr size_t kNumberRoom = 32;
+// The number's text written at `out`, which has kNumberRoom bytes; gives its end.
+char* writeNumber(char* out, double value);
+char* writeNumber(char* out, int64_t value);
 // Append the number's text to UTF-8 output.
 void appendNumber(std::string& out, double value);
 void appendNumber(std::string& out, int64_t value);

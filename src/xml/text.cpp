@@ -71,22 +71,24 @@ std::u16string decodeCp1252(const unsigned char* s, size_t n) {
     return out;
 }
 
-void appendUtf8(std::string& out, uint32_t cp) {
+// Writes one code point (a Unicode scalar value) as UTF-8 and gives the end.
+char* writeCodePoint(char* out, uint32_t cp) {
     if (cp < 0x80) {
-        out.push_back(static_cast<char>(cp));
+        *out++ = static_cast<char>(cp);
     } else if (cp < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+        *out++ = static_cast<char>(0xC0 | (cp >> 6));
+        *out++ = static_cast<char>(0x80 | (cp & 0x3F));
     } else if (cp < 0x10000) {
-        out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+        *out++ = static_cast<char>(0xE0 | (cp >> 12));
+        *out++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        *out++ = static_cast<char>(0x80 | (cp & 0x3F));
     } else {
-        out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+        *out++ = static_cast<char>(0xF0 | (cp >> 18));
+        *out++ = static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+        *out++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        *out++ = static_cast<char>(0x80 | (cp & 0x3F));
     }
+    return out;
 }
 
 // The code point that starts at unit `i`, moving `i` past it. A surrogate without its partner
@@ -132,30 +134,30 @@ std::u16string utf8ToWide(const char* text, size_t length) {
 
 std::u16string utf8ToWide(const std::string& text) { return utf8ToWide(text.data(), text.size()); }
 
-void appendUtf8(std::string& out, const char16_t* in, size_t n) {
-    // Sized for the common case of ASCII text; runs of ASCII go in a tight loop.
-    size_t used = out.size();
-    out.resize(used + n);
-    for (size_t i = 0; i < n;) {
-        // The buffer always has room for every remaining unit taken as ASCII. Eight units at
-        // a time while all are ASCII, which the compiler turns into vector code.
-        char* dst = &out[0];
+char* writeUtf8(char* out, const char16_t* in, size_t n) {
+    // One unit never takes more than 3 bytes: a pair of 2 units takes 4. Runs of ASCII go
+    // eight units at a time, which the compiler turns into vector code.
+    size_t i = 0;
+    while (i < n) {
         while (n - i >= 8) {
             uint32_t any = 0;
             for (int k = 0; k < 8; ++k) any |= in[i + k];
             if (any >= 0x80) break;
-            for (int k = 0; k < 8; ++k) dst[used + k] = static_cast<char>(in[i + k]);
+            for (int k = 0; k < 8; ++k) out[k] = static_cast<char>(in[i + k]);
             i += 8;
-            used += 8;
+            out += 8;
         }
-        while (i < n && in[i] < 0x80) dst[used++] = static_cast<char>(in[i++]);
-        if (i == n) break;
-        out.resize(used);
-        appendUtf8(out, codePointAt(in, n, i));
-        used = out.size();
-        out.resize(used + (n - i));  // room for the rest if it is ASCII
+        while (i < n && in[i] < 0x80) *out++ = static_cast<char>(in[i++]);
+        if (i < n) out = writeCodePoint(out, codePointAt(in, n, i));
     }
-    out.resize(used);
+    return out;
+}
+
+void appendUtf8(std::string& out, const char16_t* in, size_t n) {
+    const size_t start = out.size();
+    out.resize(start + 3 * n);
+    char* end = writeUtf8(&out[start], in, n);
+    out.resize(static_cast<size_t>(end - out.data()));
 }
 
 std::string wideToUtf8(const std::u16string& text) {
@@ -178,17 +180,6 @@ std::string escapeXml(const std::string& text, bool unescapeFirst) {
     replaceAll(out, "<", "&lt;");
     replaceAll(out, ">", "&gt;");
     return out;
-}
-
-void escapeXmlFrom(std::string& text, size_t start) {
-    // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
-    const char* p = text.data() + start;
-    const char* const end = text.data() + text.size();
-    while (p != end && *p != '&' && *p != '<' && *p != '>') ++p;
-    if (p == end) return;
-    const std::string escaped = escapeXml(text.substr(start));
-    text.resize(start);
-    text.append(escaped);
 }
 
 bool isControlChar(char16_t c) { return c <= 0x1F || (c >= 0x7F && c <= 0x9F); }

@@ -16,12 +16,12 @@ std::string wideToUtf8(const std::u16string& text);
 
 // Appends `text` as UTF-8, as wideToUtf8 would give it.
 void appendUtf8(std::string& out, const char16_t* text, size_t length);
+// The same bytes written at `out`, which has room for 3 bytes per unit; gives their end.
+char* writeUtf8(char* out, const char16_t* text, size_t length);
 
 // The three XML entities on UTF-8 text; only ASCII bytes are ever replaced.
 std::string escapeXml(const std::string& text, bool unescapeFirst = true);
 std::string unescapeXml(const std::string& text);
-// Escapes `text` from byte `start` on in place, as escapeXml does, leaving what comes before.
-void escapeXmlFrom(std::string& text, size_t start);
 
 // C0 and C1 control characters (U+0000..U+001F, U+007F..U+009F).
 bool isControlChar(char16_t c);

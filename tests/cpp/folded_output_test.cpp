@@ -164,8 +164,9 @@ TEST_F(FoldedOutputTest, ReferenceFoundInTheSetIsWalkedLive) {
     std::string text;
     AssetXmlWriter writer(text);
     convertMaterialTree(writer, bump);
-    EXPECT_EQ(outline(text).urls, Names{"/Wrap"});
-    EXPECT_EQ(outline(text).parameters, words("double_sided brdfs bump_on bump_tex_mult bump_tex"));
+    EXPECT_EQ(outline(writer.stream()).urls, Names{"/Wrap"});
+    EXPECT_EQ(outline(writer.stream()).parameters,
+              words("double_sided brdfs bump_on bump_tex_mult bump_tex"));
 }
 
 TEST_F(FoldedOutputTest, EveryWrapperKindFoldsInItsOrder) {

@@ -235,7 +235,7 @@ std::u16string xmlOf(T& object, const std::u16string& url = u"") {
     std::string text;
     AssetXmlWriter writer(text);
     object.writeXML(writer, url);
-    return CorvaneCore::utf8ToWide(text);  // the writer's UTF-8, compared as model text
+    return CorvaneCore::utf8ToWide(writer.stream());  // the writer's UTF-8, compared as model text
 }
 
 // Reads the whole record into a new object; the read must succeed.

@@ -347,7 +347,7 @@ TEST(RenderView, VersionThreeRoundTripsAndWritesItsSize) {
     std::string text;
     AssetXmlWriter writer(text);
     back.writeXML(writer, u"/views");
-    const std::string xml = text;
+    const std::string xml = writer.stream();
     EXPECT_EQ(xml.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
                         "url=\"/views/RenderView\" >\n",
                         0),

@@ -283,7 +283,7 @@ TEST(OptionsXml, EnvironmentTextureStandsBeforeTheEnvironmentAsset) {
     writer.openAssets();
     options.writeXML(writer, u"/scene");
     writer.closeAssets();
-    const std::string doc = text;
+    const std::string doc = writer.stream();
     const size_t texture = doc.find(
         "      <Asset layout=\"\" renderer=\"ombra\" type=\"texture\" "
         "url=\"/scene/SettingsEnvironment/bg_texture/StubTex\" >\n"
@@ -306,7 +306,7 @@ TEST(OptionsXml, FrameDataWritesItsOwnBlock) {
     std::string text;
     AssetXmlWriter writer(text);
     frame.writeXML(writer, u"");
-    const std::string doc = text;
+    const std::string doc = writer.stream();
     EXPECT_EQ(doc.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
                         "url=\"/FrameData\" >\n",
                         0),

@@ -63,7 +63,7 @@ TEST(SkyTexture, VersionOneKeepsTheDefaultSunOrReadsItsOwn) {
     AssetXmlWriter writer(text);
     sky->writeXML(writer, u"/Env");
     EXPECT_EQ(writer.sunUrls.at(defaultSunLight()->sunId), u"/SunLight");
-    EXPECT_NE(text.find("<value>/SunLight</value>"), std::string::npos);
+    EXPECT_NE(writer.stream().find("<value>/SunLight</value>"), std::string::npos);
 
     record = Bytes();
     record.version(1).flag(true).append(sunRecord(kOtherSunId, 5));
@@ -153,7 +153,7 @@ TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
     first.writeXML(writer, u"/A");
     second.writeXML(writer, u"/B");
     writer.closeAssets();
-    EXPECT_EQ(utf8ToWide(text), expected.document());
+    EXPECT_EQ(utf8ToWide(writer.stream()), expected.document());
 }
 
 TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
@@ -170,14 +170,15 @@ TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
     ownSky.sun = otherSun;
     documentSky.writeXML(writer, u"");
     ownSky.writeXML(writer, u"");
-    EXPECT_EQ(text.find("type=\"light\""), std::string::npos);  // no sun asset written
-    EXPECT_NE(text.find("<value>/Rhino Document Sun</value>"), std::string::npos);
-    EXPECT_NE(text.find("<value>/" + wideToUtf8(otherSun->sunId) + "</value>"), std::string::npos);
+    EXPECT_EQ(writer.stream().find("type=\"light\""), std::string::npos);  // no sun asset written
+    EXPECT_NE(writer.stream().find("<value>/Rhino Document Sun</value>"), std::string::npos);
+    EXPECT_NE(writer.stream().find("<value>/" + wideToUtf8(otherSun->sunId) + "</value>"),
+              std::string::npos);
 
     // A sun the writer already knows is referred to by its recorded URL.
     writer.sunUrls[otherSun->sunId] = u"/Suns/Noon";
     ownSky.writeXML(writer, u"");
-    EXPECT_NE(text.find("<value>/Suns/Noon</value>"), std::string::npos);
+    EXPECT_NE(writer.stream().find("<value>/Suns/Noon</value>"), std::string::npos);
 }
 
 TEST(SkyTexture, FreshSkiesDifferAndClonesShareNoSun) {

@@ -35,7 +35,7 @@ std::u16string assetsOf(T& object, const std::u16string& url) {
     writer.openAssets();
     object.writeXML(writer, url);
     writer.closeAssets();
-    return CorvaneCore::utf8ToWide(text);  // the writer's UTF-8, compared as model text
+    return CorvaneCore::utf8ToWide(writer.stream());  // the writer's UTF-8, compared as model text
 }
 
 // Expected asset text. Depths follow an asset inside "Assets": the asset at 4 blanks, its

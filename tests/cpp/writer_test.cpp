@@ -25,7 +25,7 @@ TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
     w.endPlugin();
     w.endAsset();
     w.closeAssets();
-    EXPECT_EQ(out,
+    EXPECT_EQ(w.stream(),
               R"(  <Assets>
     <Asset layout="" renderer="ombra" type="uvw" url="/Wood/TexBitmap/uvwgen/UVWGenChannel" >
       <plugin>
@@ -47,7 +47,7 @@ TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
 TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
     w.writeString("s", "a<b");
     w.writeFile("file", "C:\\a&b<c.png");
-    EXPECT_EQ(out,
+    EXPECT_EQ(w.stream(),
               R"(<parameter type="string" name="s" handler="default" listType="none" label="s">
   <value>a<b</value>
 </parameter>
@@ -55,21 +55,21 @@ TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
   <value>C:\a&amp;b&lt;c.png</value>
 </parameter>
 )");
-    out.clear();  // narrow names are decoded as UTF-8
+    w.stream().clear();  // narrow names are decoded as UTF-8
     w.writeInteger(
         "gr\xC3\xB6\xC3\x9F"
         "e",
         -3);
-    EXPECT_NE(out.find("name=\"gr\xC3\xB6\xC3\x9F"
-                       "e\""),
+    EXPECT_NE(w.stream().find("name=\"gr\xC3\xB6\xC3\x9F"
+                              "e\""),
               std::string::npos);
-    EXPECT_NE(out.find("<value>-3</value>"), std::string::npos);
+    EXPECT_NE(w.stream().find("<value>-3</value>"), std::string::npos);
 }
 
 TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     Matrix m;
     w.writeMatrix("m", m);
-    EXPECT_EQ(out,
+    EXPECT_EQ(w.stream(),
               R"(<parameter type="matrix" name="m" handler="default" listType="none" label="m">
   <value>
 
@@ -94,12 +94,12 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
 </parameter>
 )");
 
-    out.clear();
+    w.stream().clear();
     Transform t;
     t.offset = Vector(4, 5, 6);
     w.writeTransform("transform", t);
     EXPECT_EQ(
-        out,
+        w.stream(),
         R"(<parameter type="transform" name="transform" handler="default" listType="none" label="transform">
   <value>
     <vector>
@@ -126,9 +126,10 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
 </parameter>
 )");
 
-    out.clear();  // colors, vectors and component transforms: the light and texture documents
+    w.stream()
+        .clear();  // colors, vectors and component transforms: the light and texture documents
     w.writeAColor("a", AColor(0.1f, 0.2f, 0.3f, 1));
-    EXPECT_EQ(out,
+    EXPECT_EQ(w.stream(),
               R"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
   <value>
     <r>0.1</r>
@@ -149,7 +150,7 @@ TEST_F(AssetXmlWriterTest, PluginReferences) {
     w.writePlugin("sun", createLight(5), u"/SunLight1");
     w.writePlugin("omni", createLight(2), u"/l");
     w.writePlugin("none", std::shared_ptr<BaseTexture>(), u"/y");
-    EXPECT_EQ(out,
+    EXPECT_EQ(w.stream(),
               R"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
   <value>/W&amp;d/tex/TexBitmap</value>
 </parameter>
@@ -165,14 +166,14 @@ TEST_F(AssetXmlWriterTest, PluginReferences) {
 <parameter type="plugin" name="none" handler="default" listType="none" label="none">
 </parameter>
 )");
-    const size_t before = out.size();  // a reference to no family throws 20 before writing
+    const size_t before = w.stream().size();  // a reference to no family throws 20 before writing
     try {
         w.writePlugin("x", PluginRef(), u"/u");
         FAIL() << "expected the integer 20";
     } catch (int code) {
         EXPECT_EQ(code, 20);
     }
-    EXPECT_EQ(out.size(), before);
+    EXPECT_EQ(w.stream().size(), before);
 }
 
 TEST_F(AssetXmlWriterTest, ListsRootAndEscapedAssetUrl) {
@@ -186,7 +187,7 @@ TEST_F(AssetXmlWriterTest, ListsRootAndEscapedAssetUrl) {
     w.endList();
     w.endAsset();
     w.closeRoot();
-    EXPECT_EQ(out,
+    EXPECT_EQ(w.stream(),
               R"(<cormat>
   <Asset layout="lay" renderer="ombra" type="material" url="/a&amp;b&lt;" >
   <parameter type="list" name="channels" handler="default" listType="" label="channels">
