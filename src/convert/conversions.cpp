@@ -48,21 +48,22 @@ std::string& scratchBuffer() {
 // case the trace, if any, says why.
 template <class Write>
 std::optional<std::string> writeDocument(size_t reserve, ReadTrace* trace, const Write& write) {
-    std::string& text = scratchBuffer();
-    text.clear();
-    text.reserve(reserve);
+    std::string& buffer = scratchBuffer();
+    if (buffer.size() < reserve) buffer.resize(reserve);
+    std::optional<std::string> result;
     bool tooLarge = false;
     try {
-        AssetXmlWriter writer(text);
+        AssetXmlWriter writer(buffer, AssetXmlWriter::ReuseBuffer{});
         writer.targetHost = 0;
         write(writer);
+        const auto text = writer.text();
+        // The last lines may pass the budget, after the last check.
+        tooLarge = text.second > kMaxDocumentBytes;
+        if (!tooLarge) result.emplace(text.first, text.second);
     } catch (const DocumentTooLarge&) {
         tooLarge = true;
     }
-    tooLarge = tooLarge || text.size() > kMaxDocumentBytes;  // the last lines pass the budget
-    std::optional<std::string> result;
-    if (!tooLarge) result.emplace(text);
-    if (text.capacity() > kKeptScratchBytes) std::string().swap(text);
+    if (buffer.size() > kKeptScratchBytes) std::string().swap(buffer);
     if (tooLarge && trace) trace->documentTooLarge(kMaxDocumentBytes);
     return result;
 }

@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 
 #include "archive/limits.h"
@@ -83,7 +84,18 @@ public:
     // `budget` is the most bytes the document may reach; passing it throws DocumentTooLarge.
     explicit AssetXmlWriter(std::string& stream, size_t budget = CorvaneCore::kMaxDocumentBytes)
         : stream_(stream), budget_(budget), used_(stream.size()) {}
-    ~AssetXmlWriter() { settle(); }
+    // Writes from the start of `buffer`, taking all it holds as room, and leaves it uncut:
+    // the text is then the first text().second bytes. For a buffer reused from call to call.
+    struct ReuseBuffer {};
+    AssetXmlWriter(std::string& buffer, ReuseBuffer, size_t budget = CorvaneCore::kMaxDocumentBytes)
+        : stream_(buffer), budget_(budget), used_(0), settled_(false), keepRoom_(true) {}
+    ~AssetXmlWriter() {
+        if (!keepRoom_) settle();
+    }
+    // The text so far, without cutting the string.
+    std::pair<const char*, size_t> text() const {
+        return {stream_.data(), settled_ ? stream_.size() : used_};
+    }
     AssetXmlWriter(const AssetXmlWriter&) = delete;
     AssetXmlWriter& operator=(const AssetXmlWriter&) = delete;
 
@@ -178,8 +190,9 @@ private:
 
     std::string& stream_;
     size_t budget_;
-    size_t used_;          // bytes of text at the start of stream_
-    bool settled_ = true;  // stream_ holds exactly the text
+    size_t used_;            // bytes of text at the start of stream_
+    bool settled_ = true;    // stream_ holds exactly the text
+    bool keepRoom_ = false;  // the string is a reused buffer, never cut
     int32_t depth_ = 0;
     std::string rootTag_;
 };
