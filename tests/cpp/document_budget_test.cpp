@@ -58,3 +58,15 @@ TEST_F(DocumentBudgetTest, AmplifyingRecordIsRefusedAndNamesTheLimit) {
     const std::string small = convert(layeredRecord(1024, "n"), MaterialLayeredBRDF::kType);
     EXPECT_EQ(outline(small).urls.size(), 1025u);
 }
+
+// Conversions write into one buffer kept between calls: a short document after a long one, and
+// a document after a refused one, hold only their own text.
+TEST_F(DocumentBudgetTest, ReusedBufferHoldsOnlyTheCurrentDocument) {
+    const std::string brick = convert(brickRecord(), MaterialLayeredBRDF::kType);
+    EXPECT_EQ(brick, expectedBrickDocument());
+    convert(layeredRecord(200, "Long"), MaterialLayeredBRDF::kType);
+    EXPECT_EQ(convert(brickRecord(), MaterialLayeredBRDF::kType), brick);
+    QuickArchive archive = layeredRecord(1024, std::string(128 * 1024, 'n')).archive();
+    EXPECT_FALSE(convertMaterial(archive, MaterialLayeredBRDF::kType));
+    EXPECT_EQ(convert(brickRecord(), MaterialLayeredBRDF::kType), brick);
+}
