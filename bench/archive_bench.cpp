@@ -37,13 +37,13 @@ void BM_WriteInt(benchmark::State& s) { writeValues(s, int32_t(7)); }
 void BM_WriteFloat(benchmark::State& s) { writeValues(s, 1.5f); }
 void BM_WriteColor(benchmark::State& s) { writeValues(s, CorvaneCore::Color(1, 2, 3)); }
 void BM_WriteTransform(benchmark::State& s) { writeValues(s, CorvaneCore::Transform()); }
-void BM_WriteWideString(benchmark::State& s) { writeValues(s, std::wstring(L"Material name")); }
+void BM_WriteWideString(benchmark::State& s) { writeValues(s, std::u16string(u"Material name")); }
 void BM_ReadBool(benchmark::State& s) { readValues(s, true); }
 void BM_ReadInt(benchmark::State& s) { readValues(s, int32_t(7)); }
 void BM_ReadFloat(benchmark::State& s) { readValues(s, 1.5f); }
 void BM_ReadColor(benchmark::State& s) { readValues(s, CorvaneCore::Color(1, 2, 3)); }
 void BM_ReadTransform(benchmark::State& s) { readValues(s, CorvaneCore::Transform()); }
-void BM_ReadWideString(benchmark::State& s) { readValues(s, std::wstring(L"Material name")); }
+void BM_ReadWideString(benchmark::State& s) { readValues(s, std::u16string(u"Material name")); }
 
 void BM_WriteBytesBulk(benchmark::State& state) {
     const std::string bytes(1 << 20, 'x');

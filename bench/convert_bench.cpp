@@ -59,14 +59,14 @@ void BM_CopyLightOmniBytes(benchmark::State& s) {
 void BM_OptionsDocument(benchmark::State& state) {
     size_t bytes = 0;
     for (auto _ : state) {
-        bytes = CorvaneCore::optionsDocument().size();
+        bytes = CorvaneCore::optionsDocument()->size();
         benchmark::DoNotOptimize(bytes);
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
     state.counters["xml_bytes"] = static_cast<double>(bytes);
 }
 void BM_CopyOptionsDocumentBytes(benchmark::State& s) {
-    plainCopy(s, CorvaneCore::optionsDocument().size());
+    plainCopy(s, CorvaneCore::optionsDocument()->size());
 }
 
 }  // namespace

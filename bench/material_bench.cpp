@@ -11,6 +11,7 @@
 #include "textures/procedural.h"
 #include "textures/texture.h"
 #include "textures/uvw.h"
+#include "xml/number_format.h"
 
 using namespace CorvaneCore;
 using namespace quillon_bench;
@@ -34,15 +35,15 @@ std::shared_ptr<BaseTexture> noise() {
 // Three layers (diffuse, reflection, refraction), each with a bitmap and a noise texture.
 std::string threeLayerRecord() {
     MaterialLayeredBRDF material;
-    material.name = L"Three layers";
+    material.name = u"Three layers";
     auto diffuse = std::make_shared<Diffuse_BRDF>();
-    diffuse->color_tex = makeBitmapTexture(L"C:\\maps\\wood.jpg");
+    diffuse->color_tex = makeBitmapTexture(u"C:\\maps\\wood.jpg");
     diffuse->transparency_tex = noise();
     auto reflection = std::make_shared<Blinn_BRDF>();
-    reflection->color_tex = makeBitmapTexture(L"C:\\maps\\gloss.png");
+    reflection->color_tex = makeBitmapTexture(u"C:\\maps\\gloss.png");
     reflection->hilightGlossiness_tex = noise();
     auto refraction = std::make_shared<Glass_BRDF>();
-    refraction->color_tex = makeBitmapTexture(L"C:\\maps\\glass.png");
+    refraction->color_tex = makeBitmapTexture(u"C:\\maps\\glass.png");
     refraction->glossiness_tex = noise();
     material.brdfs = {diffuse, reflection, refraction};
     return recordOf(material);
@@ -61,8 +62,8 @@ std::string sceneRecord(int count) {
         one.writeBytes(brick.data(), brick.size());
         auto material = createMaterial(1);
         material->deserialize(one);
-        material->name = L"Brick " + std::to_wstring(i);
-        material->uuid = L"uuid-" + std::to_wstring(i);
+        material->name = u"Brick " + CorvaneCore::numberText(int64_t(i));
+        material->uuid = u"uuid-" + CorvaneCore::numberText(int64_t(i));
         set.addMaterial(material);
     }
     set.serialize(archive);
@@ -102,8 +103,8 @@ void BM_CopyThreeLayersBytes(benchmark::State& s) {
     plainCopy(s, convertOnce(threeLayerRecord(), 1));
 }
 
-void BM_ReadSceneRecord200Materials(benchmark::State& state) {
-    const std::string record = sceneRecord(200);
+void BM_ReadSceneRecord(benchmark::State& state) {
+    const std::string record = sceneRecord(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         QuickArchive archive(1);
         archive.writeBytes(record.data(), record.size());
@@ -119,4 +120,4 @@ BENCHMARK(BM_ConvertMaterialBrick);
 BENCHMARK(BM_ConvertMaterialThreeLayers);
 BENCHMARK(BM_ConvertMaterialTwoSided);
 BENCHMARK(BM_CopyThreeLayersBytes);
-BENCHMARK(BM_ReadSceneRecord200Materials);
+BENCHMARK(BM_ReadSceneRecord)->Arg(200)->Arg(1000);

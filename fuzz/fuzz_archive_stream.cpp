@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::istringstream in(std::string(reinterpret_cast<const char*>(data), size));
     CorvaneCore::QuickArchive archive;
     if (!archive.loadFromStream(in)) return 0;
-    std::wstring wide;
+    std::u16string wide;
     std::string narrow;
     CorvaneCore::Transform transform;
     char buffer[64];

@@ -1,4 +1,5 @@
 // The converting commands: each FILE's document goes to the output in turn.
+#include "archive/read_trace.h"
 #include "commands.h"
 #include "convert/conversions.h"
 #include "messages.h"
@@ -38,7 +39,13 @@ int runOptions(const Invocation& in) {
         tell("", "options takes no FILE and no --type (see --help)");
         return kExitUsage;
     }
-    in.sink.write(CorvaneCore::optionsDocument());
+    CorvaneCore::ReadTrace trace;
+    const std::optional<std::string> xml = CorvaneCore::optionsDocument(&trace);
+    if (!xml) {
+        tell("options", trace.failureText());
+        return kExitRefused;
+    }
+    in.sink.write(*xml);
     return kExitConverted;
 }
 

@@ -63,8 +63,10 @@ void convertScene(Conversion& c, const std::string& bytes) {
         if (entry.second) c.materials.push_back(materialLine(entry.second));
     }
     if (!read) return refuse(c, "the scene record was refused");
+    std::optional<std::string> xml = CorvaneCore::optionsDocument(&c.trace);
+    if (!xml) return refuse(c, "the options document was refused");
     c.converted = true;
-    c.xml = CorvaneCore::optionsDocument();
+    c.xml = std::move(*xml);
 }
 
 void convertCoropt(Conversion& c, const std::string& bytes) {
@@ -77,8 +79,10 @@ void convertCoropt(Conversion& c, const std::string& bytes) {
     const uint64_t block = CorvaneCore::QuickArchive::kBlockSize;
     c.padding = (block - c.readEnd % block) % block;
     if (!read) return refuse(c, "the options file was refused");
+    std::optional<std::string> xml = CorvaneCore::optionsDocument(options, &c.trace);
+    if (!xml) return refuse(c, "the options document was refused");
     c.converted = true;
-    c.xml = CorvaneCore::optionsDocument(options);
+    c.xml = std::move(*xml);
 }
 
 void convertCormat(Conversion& c, const std::string& bytes) {
@@ -88,7 +92,7 @@ void convertCormat(Conversion& c, const std::string& bytes) {
     for (const CorvaneCore::MaterialPtr& m : file.materials) {
         if (m) c.materials.push_back(materialLine(m));
     }
-    std::optional<std::string> xml = CorvaneCore::convertCorMat(bytes);
+    std::optional<std::string> xml = CorvaneCore::convertCorMat(bytes, &c.trace);
     if (!xml) return refuse(c, "the material file was refused");
     c.converted = true;
     c.xml = std::move(*xml);

@@ -140,7 +140,7 @@ void QuickArchive::write(const std::string& narrow) {
     writeBytes(narrow.data(), narrow.size());
 }
 
-void QuickArchive::write(const std::wstring& wide) { write(wideToUtf8(wide)); }
+void QuickArchive::write(const std::u16string& wide) { write(wideToUtf8(wide)); }
 
 void QuickArchive::writeBytes(const void* data, size_t n) {
     // Block by block: the same bytes as one putByte per byte, without the per-byte cost.
@@ -255,7 +255,7 @@ std::string QuickArchive::readCountedText() {
 
 void QuickArchive::read(std::string& narrow) { narrow = readCountedText(); }
 
-void QuickArchive::read(std::wstring& wide) { wide = utf8ToWide(readCountedText()); }
+void QuickArchive::read(std::u16string& wide) { wide = utf8ToWide(readCountedText()); }
 
 void QuickArchive::readBytes(void* data, size_t n) {
     // Block by block; bytes past the last block keep the destination's content.
@@ -332,7 +332,7 @@ bool QuickArchive::saveToFile(const std::string& utf8Path) const {
     return saveToStream(out);
 }
 
-bool QuickArchive::saveToFile(const std::wstring& path) const {
+bool QuickArchive::saveToFile(const std::u16string& path) const {
     return saveToFile(wideToUtf8(path));
 }
 
@@ -342,6 +342,8 @@ bool QuickArchive::loadFromFile(const std::string& utf8Path) {
     return loadFromStream(in);
 }
 
-bool QuickArchive::loadFromFile(const std::wstring& path) { return loadFromFile(wideToUtf8(path)); }
+bool QuickArchive::loadFromFile(const std::u16string& path) {
+    return loadFromFile(wideToUtf8(path));
+}
 
 }  // namespace CorvaneCore

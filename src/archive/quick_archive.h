@@ -44,9 +44,9 @@ public:
     bool saveToStream(std::ostream& out) const;
     bool loadFromStream(std::istream& in);
     bool saveToFile(const std::string& utf8Path) const;
-    bool saveToFile(const std::wstring& path) const;
+    bool saveToFile(const std::u16string& path) const;
     bool loadFromFile(const std::string& utf8Path);
-    bool loadFromFile(const std::wstring& path);
+    bool loadFromFile(const std::u16string& path);
 
     // Writing, always at writePos.
     void write(bool v);
@@ -64,7 +64,7 @@ public:
     void write(const DoubleTransform& v);
     void write(const IntRect& v);
     void write(const std::string& narrow);
-    void write(const std::wstring& wide);
+    void write(const std::u16string& wide);
     void writeSize(uint64_t n);
     void writeBytes(const void* data, size_t n);
     void writeBuffer(const void* data, size_t n);
@@ -85,7 +85,7 @@ public:
     void read(DoubleTransform& v);
     void read(IntRect& v);
     void read(std::string& narrow);
-    void read(std::wstring& wide);
+    void read(std::u16string& wide);
     void readSize(uint64_t& n);
     void readBytes(void* data, size_t n);
     uint64_t readBuffer(void* data, size_t capacity, bool restoreOnMismatch);

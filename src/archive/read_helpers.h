@@ -3,8 +3,8 @@
 //
 // Records come from files anyone can send. The rules every deserialize keeps:
 // - Children (a type id and the child's own stream) are read only through the form A/B/C
-//   helpers below; they bound the nesting depth (kMaxNestingDepth) and feed ReadTrace. Fixed
-//   members (an animated value, a transform) may read themselves directly.
+//   helpers below; they bound the nesting depth (kMaxNestingDepth, archive/limits.h) and feed
+//   ReadTrace. Fixed members (an animated value, a transform) may read themselves directly.
 // - Version words are read through readVersion.
 // - A declared count (list entries, string and buffer lengths, keys, channel ids, entries of
 //   the material set) never sizes an allocation beyond what archive.remaining() can hold, and
@@ -12,6 +12,8 @@
 //   it would otherwise spin for up to 4 billion rounds). Strings and buffers already do this
 //   in QuickArchive; lists do it in their own loop.
 // - So reading stays linear in the record's size, whatever the record declares.
+// - What is written is bounded too: AssetXmlWriter refuses a document that passes
+//   kMaxDocumentBytes (archive/limits.h), so output stays in proportion as well.
 // - Walks over what was read (collectMaterials, references that may form a cycle) bound both
 //   their depth and their total number of visits.
 #pragma once
@@ -20,15 +22,12 @@
 #include <memory>
 #include <typeinfo>
 
+#include "archive/limits.h"
 #include "archive/quick_archive.h"
 #include "archive/read_trace.h"
 #include "archive/serializable.h"
 
 namespace CorvaneCore {
-
-// Deepest chain of nested child objects a record may hold. Real scenes stay far below it; a
-// deeper record is refused instead of exhausting the stack.
-constexpr int kMaxNestingDepth = 64;
 
 // Counts one level of nesting for as long as it lives.
 class ChildDepthGuard {

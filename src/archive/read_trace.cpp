@@ -75,6 +75,11 @@ void ReadTrace::depthExceeded(uint64_t offset) {
     noteFailure("objects nested too deep at byte " + std::to_string(offset));
 }
 
+void ReadTrace::documentTooLarge(size_t limitBytes) {
+    noteFailure("the XML document would pass the limit of " + std::to_string(limitBytes >> 20) +
+                " MiB");
+}
+
 void ReadTrace::noteFailure(const std::string& text) {
     if (failure_.empty()) failure_ = text;
 }

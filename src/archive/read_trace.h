@@ -28,6 +28,8 @@ public:
     void versionWord(uint32_t word, uint64_t offset);
     void unknownTypeId(const char* familyTypeName, int32_t id, uint64_t offset);
     void depthExceeded(uint64_t offset);
+    // The record was read, but its XML would pass `limitBytes`.
+    void documentTooLarge(size_t limitBytes);
 
     const std::vector<Node>& nodes() const { return nodes_; }
     // One line on why the read was refused, or empty when nothing was refused.

@@ -23,9 +23,9 @@ public:
 class CorvaneXMLSerializable {
 public:
     virtual ~CorvaneXMLSerializable() = default;
-    virtual int writeXML(AssetXmlWriter& writer, std::wstring name) = 0;
-    virtual std::wstring pluginType() = 0;
-    virtual std::wstring pluginKind() = 0;
+    virtual int writeXML(AssetXmlWriter& writer, std::u16string name) = 0;
+    virtual std::u16string pluginType() = 0;
+    virtual std::u16string pluginKind() = 0;
 };
 
 namespace CorvaneCore {

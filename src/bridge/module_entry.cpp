@@ -91,7 +91,7 @@ VALUE rb_old_deserialize(VALUE, VALUE model) {
 }
 
 VALUE rb_serialize_to_xml(VALUE, VALUE) {
-    return rubyEntry([] { return utf8Result(CorvaneCore::optionsDocument()); });
+    return rubyEntry([] { return optionalResult(CorvaneCore::optionsDocument()); });
 }
 
 VALUE rb_convert_material(VALUE, VALUE bytes, VALUE type) {

@@ -183,7 +183,7 @@ VALUE utf8String(const std::string& bytes) {
 
 }  // namespace
 
-bool rubyToWide(VALUE value, std::wstring& out) {
+bool rubyToWide(VALUE value, std::u16string& out) {
     out.clear();
     if (NIL_P(value)) return false;
     VALUE str = callRaising(stringValue, value);
@@ -204,11 +204,11 @@ bool narrowToRuby(const std::string& text, RubyValueHolder& out) {
     return true;
 }
 
-bool wideToRuby(const std::wstring& text, VALUE& out) {
+bool wideToRuby(const std::u16string& text, VALUE& out) {
     return narrowToRuby(CorvaneCore::wideToUtf8(text), out);
 }
 
-bool wideToRuby(const std::wstring& text, RubyValueHolder& out) {
+bool wideToRuby(const std::u16string& text, RubyValueHolder& out) {
     return narrowToRuby(CorvaneCore::wideToUtf8(text), out);
 }
 

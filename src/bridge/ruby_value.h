@@ -50,9 +50,9 @@ bool toLongLong(VALUE value, long long& out);
 bool toULongLong(VALUE value, unsigned long long& out);
 bool toBool(VALUE value, bool& out);
 
-bool rubyToWide(VALUE value, std::wstring& out);
-bool wideToRuby(const std::wstring& text, VALUE& out);
-bool wideToRuby(const std::wstring& text, RubyValueHolder& out);
+bool rubyToWide(VALUE value, std::u16string& out);
+bool wideToRuby(const std::u16string& text, VALUE& out);
+bool wideToRuby(const std::u16string& text, RubyValueHolder& out);
 bool narrowToRuby(const std::string& text, VALUE& out);
 bool narrowToRuby(const std::string& text, RubyValueHolder& out);
 // Each channel times 255, rounded half up; NaN gives 0 and values beyond the 64-bit range

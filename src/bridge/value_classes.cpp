@@ -507,13 +507,13 @@ VALUE materialTexture(VALUE self) {
     });
 }
 // Text setters take a String only; anything else gives nil rather than a conversion error.
-bool textOf(VALUE value, std::wstring& out) {
+bool textOf(VALUE value, std::u16string& out) {
     return RB_TYPE_P(value, T_STRING) && rubyToWide(value, out);
 }
 
 VALUE materialSetTexture(VALUE self, VALUE v) {
     return materialSetter(self, [&](BasicMaterialRecord& r) {
-        std::wstring texture;
+        std::u16string texture;
         if (!textOf(v, texture)) return false;
         r.texture = texture;
         return true;
@@ -528,7 +528,7 @@ VALUE materialName(VALUE self) {
 }
 VALUE materialSetName(VALUE self, VALUE v) {
     return materialSetter(self, [&](BasicMaterialRecord& r) {
-        std::wstring name;
+        std::u16string name;
         if (!textOf(v, name)) return false;
         r.name = name;
         return true;

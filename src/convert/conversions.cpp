@@ -34,6 +34,40 @@ private:
     QuickArchive& archive_;
 };
 
+// The buffer documents are written into, kept from call to call so that a large document
+// does not fault in fresh pages while it grows; the result is one exact copy. A buffer that
+// grew past kKeptScratchBytes is released after its call.
+constexpr size_t kKeptScratchBytes = size_t(2) << 20;
+
+std::string& scratchBuffer() {
+    static thread_local std::string buffer;
+    return buffer;
+}
+
+// Writes one document through `write`; nothing when it would pass kMaxDocumentBytes, in which
+// case the trace, if any, says why.
+template <class Write>
+std::optional<std::string> writeDocument(size_t reserve, ReadTrace* trace, const Write& write) {
+    std::string& buffer = scratchBuffer();
+    if (buffer.size() < reserve) buffer.resize(reserve);
+    std::optional<std::string> result;
+    bool tooLarge = false;
+    try {
+        AssetXmlWriter writer(buffer, AssetXmlWriter::ReuseBuffer{});
+        writer.targetHost = 0;
+        write(writer);
+        const auto text = writer.text();
+        // The last lines may pass the budget, after the last check.
+        tooLarge = text.second > kMaxDocumentBytes;
+        if (!tooLarge) result.emplace(text.first, text.second);
+    } catch (const DocumentTooLarge&) {
+        tooLarge = true;
+    }
+    if (buffer.size() > kKeptScratchBytes) std::string().swap(buffer);
+    if (tooLarge && trace) trace->documentTooLarge(kMaxDocumentBytes);
+    return result;
+}
+
 }  // namespace
 
 bool isLightType(int32_t type) {
@@ -48,12 +82,9 @@ std::optional<std::string> convertLight(QuickArchive& archive, int32_t type, Rea
     if (!light) return std::nullopt;
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *light)) return std::nullopt;
-    std::wstring text;
-    text.reserve(kRecordDocumentReserve);
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    light->writeXML(writer, std::wstring());
-    return wideToUtf8(text);
+    return writeDocument(kRecordDocumentReserve, trace, [&](AssetXmlWriter& writer) {
+        light->writeXML(writer, std::u16string());
+    });
 }
 
 std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type, ReadTrace* trace) {
@@ -62,38 +93,31 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type, 
     if (!material) return std::nullopt;
     TraceScope scope(archive, trace);
     if (!readTracedObject(archive, *material)) return std::nullopt;
-    std::wstring text;
-    text.reserve(kRecordDocumentReserve);
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    MtlCORVANEConverter converter(material);
-    converter.writeXML(writer, std::wstring());
-    return wideToUtf8(text);
+    return writeDocument(kRecordDocumentReserve, trace, [&](AssetXmlWriter& writer) {
+        MtlCORVANEConverter converter(material);
+        converter.writeXML(writer, std::u16string());
+    });
 }
 
-std::optional<std::string> convertCorMat(const std::string& fileBytes) {
+std::optional<std::string> convertCorMat(const std::string& fileBytes, ReadTrace* trace) {
     std::istringstream in(fileBytes);
     CorMatFile file;
     if (!file.read(in)) return std::nullopt;
-    std::wstring text;
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    writeCorMatDocument(writer, file);
-    return wideToUtf8(text);
+    return writeDocument(kRecordDocumentReserve, trace,
+                         [&](AssetXmlWriter& writer) { writeCorMatDocument(writer, file); });
 }
 
-std::string optionsDocument(AllOptions& options) {
-    std::wstring text;
-    text.reserve(kOptionsDocumentReserve);
-    AssetXmlWriter writer(text);
-    writer.targetHost = 0;
-    writer.openAssets();
-    options.writeXML(writer, std::wstring());
-    writer.closeAssets();
-    return wideToUtf8(text);
+std::optional<std::string> optionsDocument(AllOptions& options, ReadTrace* trace) {
+    return writeDocument(kOptionsDocumentReserve, trace, [&](AssetXmlWriter& writer) {
+        writer.openAssets();
+        options.writeXML(writer, std::u16string());
+        writer.closeAssets();
+    });
 }
 
-std::string optionsDocument() { return optionsDocument(sceneOptions()); }
+std::optional<std::string> optionsDocument(ReadTrace* trace) {
+    return optionsDocument(sceneOptions(), trace);
+}
 
 bool readOptionsRecord(QuickArchive& archive, AllOptions& options, ReadTrace* trace) {
     TraceScope scope(archive, trace);

@@ -12,6 +12,9 @@
 
 namespace CorvaneCore {
 
+// Every document is bounded by kMaxDocumentBytes (archive/limits.h): one that would pass it
+// is not given, and a trace, when given, names the limit as the reason.
+
 // Whether a type id names a class that the conversion can make.
 bool isLightType(int32_t type);
 bool isMaterialType(int32_t type);
@@ -28,14 +31,14 @@ std::optional<std::string> convertMaterial(QuickArchive& archive, int32_t type,
 // The document of a .cormat material file, given its bytes: one "Assets" element inside the
 // root element "cormat", holding every material's blocks in file order. Nothing when the file
 // is refused.
-std::optional<std::string> convertCorMat(const std::string& fileBytes);
+std::optional<std::string> convertCorMat(const std::string& fileBytes, ReadTrace* trace = nullptr);
 
 class AllOptions;
 
 // The options held by the stored scene record (or the defaults) as one "Assets" document.
-std::string optionsDocument();
+std::optional<std::string> optionsDocument(ReadTrace* trace = nullptr);
 // The same document for any options record, such as one read from a .coropt file.
-std::string optionsDocument(AllOptions& options);
+std::optional<std::string> optionsDocument(AllOptions& options, ReadTrace* trace = nullptr);
 
 // Reads an options record (the content of a .coropt file) into `options`.
 bool readOptionsRecord(QuickArchive& archive, AllOptions& options, ReadTrace* trace = nullptr);

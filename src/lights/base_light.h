@@ -16,9 +16,9 @@ public:
     virtual void setDefaults() = 0;
 
     // The base writes nothing; lights without output of their own keep this.
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return std::wstring(); }
-    std::wstring pluginKind() override { return L"light"; }
+    int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
+    std::u16string pluginType() override { return std::u16string(); }
+    std::u16string pluginKind() override { return u"light"; }
 };
 
 // The type id that only the sun light reports.

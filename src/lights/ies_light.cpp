@@ -24,8 +24,8 @@ void IESLight::setDefaults() {
     intensity = 1.0f;
 }
 
-int IESLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
-    name += L"/" + pluginType();
+int IESLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
+    name += u"/" + pluginType();
     beginLightXml(writer, name, *this);
     writer.writeTransform("transform", transform);
     writer.writeColor("color", color);
@@ -42,7 +42,7 @@ int IESLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
     writer.writeBool("soft_shadows", soft_shadows);
     writer.writeBool("affectDiffuse", affectDiffuse);
     writer.writeBool("affectSpecular", affectSpecular);
-    writer.writeFile(L"ies_file", ies_file);
+    writer.writeFile(u"ies_file", ies_file);
     endLightXml(writer);
     return 0;
 }

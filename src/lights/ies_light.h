@@ -17,8 +17,8 @@ public:
 
     void setDefaults() override;
 
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"LightIES"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"LightIES"; }
 
     // Stored fields in stored order, each with the version that introduced it.
     template <class Fn, class... Light>
@@ -53,7 +53,7 @@ public:
     bool enabled;
     bool shadows;
     bool soft_shadows;
-    std::wstring ies_file;
+    std::u16string ies_file;
     bool affectDiffuse;
     bool affectSpecular;
     float intensity;

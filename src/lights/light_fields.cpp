@@ -4,8 +4,8 @@
 
 namespace CorvaneCore {
 
-void beginLightXml(AssetXmlWriter& writer, const std::wstring& url, BaseLight& light) {
-    writer.beginAsset(url, light.pluginKind(), std::wstring());
+void beginLightXml(AssetXmlWriter& writer, const std::u16string& url, BaseLight& light) {
+    writer.beginAsset(url, light.pluginKind(), std::u16string());
     writer.beginPlugin(light.pluginType(), light.pluginKind());
     writer.beginParameters();
 }

@@ -112,7 +112,7 @@ private:
 };
 
 // Asset, plugin and parameters around a light's parameter list.
-void beginLightXml(AssetXmlWriter& writer, const std::wstring& url, BaseLight& light);
+void beginLightXml(AssetXmlWriter& writer, const std::u16string& url, BaseLight& light);
 void endLightXml(AssetXmlWriter& writer);
 
 }  // namespace CorvaneCore

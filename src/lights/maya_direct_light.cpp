@@ -40,8 +40,8 @@ bool MayaDirectLight::deserialize(QuickArchive& archive) {
     return true;
 }
 
-int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
-    name += L"/" + pluginType();
+int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
+    name += u"/" + pluginType();
     beginLightXml(writer, name, *this);
     writer.writeColor("color", color);
     writer.writeColor("shadowColor", shadowColor);

@@ -19,8 +19,8 @@ public:
     // The transform takes no part in the comparison.
     void setDefaults() override;
 
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"MayaLightDirect"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"MayaLightDirect"; }
 
     // Stored fields but the transform, in stored order with their first version. The
     // shadow colour came a version later here than in the other lights.

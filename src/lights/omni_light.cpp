@@ -26,8 +26,8 @@ void OmniLight::setDefaults() {
     affectSpecular = true;
 }
 
-int OmniLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
-    name += L"/" + pluginType();
+int OmniLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
+    name += u"/" + pluginType();
     beginLightXml(writer, name, *this);
     writer.writeColor("color", color);
     writer.writeColor("shadowColor", shadowColor);

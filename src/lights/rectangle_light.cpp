@@ -33,8 +33,8 @@ void RectangleLight::setDefaults() {
     affectReflections = true;
 }
 
-int RectangleLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
-    name += L"/" + pluginType();
+int RectangleLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
+    name += u"/" + pluginType();
     beginLightXml(writer, name, *this);
     writer.writeColor("color", color);
     writer.writeColor("shadowColor", shadowColor);

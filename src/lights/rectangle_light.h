@@ -15,8 +15,8 @@ public:
 
     void setDefaults() override;
 
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"LightRectangle"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"LightRectangle"; }
 
     // Stored fields in stored order, each with the version that introduced it.
     template <class Fn, class... Light>

@@ -2,6 +2,7 @@
 
 #include "lights/light_fields.h"
 #include "xml/asset_xml_writer.h"
+#include "xml/number_format.h"
 #include "xml/text.h"
 
 namespace CorvaneCore {
@@ -53,22 +54,23 @@ bool SunLight::isEqual(const std::shared_ptr<BaseLight>& other) {
     return that && sameFields(*this, *that) && transform.sameKeys(that->transform);
 }
 
-bool SunLight::claimUrl(AssetXmlWriter& writer, std::wstring& name) {
+bool SunLight::claimUrl(AssetXmlWriter& writer, std::u16string& name) {
     if (writer.sunUrls.count(sunId)) return false;
-    const std::wstring suffix =
-        writer.sunUrls.empty() ? std::wstring() : std::to_wstring(writer.sunUrls.size());
+    const std::u16string suffix = writer.sunUrls.empty()
+                                      ? std::u16string()
+                                      : numberText(static_cast<int64_t>(writer.sunUrls.size()));
     if (writer.targetHost == 0) {
-        name = L"/" + pluginType() + suffix;
+        name = u"/" + pluginType() + suffix;
     } else if (name.empty()) {
         // Other hosts keep their own document sun in place of the default one.
         if (equalsIgnoreCase(sunId, kDefaultSunId)) return false;
-        name = L"/" + sunId;
+        name = u"/" + sunId;
     }
     writer.sunUrls[sunId] = name;
     return true;
 }
 
-int SunLight::writeXML(AssetXmlWriter& writer, std::wstring name) {
+int SunLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     if (!claimUrl(writer, name)) return 0;
     beginLightXml(writer, name, *this);
     writer.writeVector("up_vector", up_vector);

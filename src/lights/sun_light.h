@@ -12,8 +12,8 @@
 namespace CorvaneCore {
 
 // Identity and name of the one process-wide default sun.
-inline constexpr wchar_t kDefaultSunId[] = L"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}";
-inline constexpr wchar_t kDefaultSunName[] = L"Default";
+inline constexpr char16_t kDefaultSunId[] = u"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}";
+inline constexpr char16_t kDefaultSunName[] = u"Default";
 
 class SunLight : public ListedLight<SunLight> {
 public:
@@ -29,8 +29,8 @@ public:
     void setDefaults() override;
 
     // Writes nothing for a sun this writer has written already.
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"SunLight"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"SunLight"; }
 
     // Stored fields but the transform, in stored order with their first version.
     template <class Fn, class... Light>
@@ -67,8 +67,8 @@ public:
     int32_t causticSubdivs;
     int32_t shadow_subdivs;
     bool shadows;
-    std::wstring sunId;
-    std::wstring sunName;
+    std::u16string sunId;
+    std::u16string sunName;
     bool enabled;
     bool invisible;
     AnimatedTransform transform;
@@ -76,7 +76,7 @@ public:
 private:
     // Sets `name` to the URL to write this sun under and records it in the writer; false when
     // the sun is not to be written.
-    bool claimUrl(AssetXmlWriter& writer, std::wstring& name);
+    bool claimUrl(AssetXmlWriter& writer, std::u16string& name);
 };
 
 // The shared default sun, made when the library loads and never released.

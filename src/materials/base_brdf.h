@@ -15,11 +15,11 @@ public:
     virtual std::shared_ptr<Base_BRDF> clone() = 0;
     virtual bool isEqual(const std::shared_ptr<Base_BRDF>& other) = 0;
 
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return std::wstring(); }
-    std::wstring pluginKind() override { return L"BRDF"; }
+    int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
+    std::u16string pluginType() override { return std::u16string(); }
+    std::u16string pluginKind() override { return u"BRDF"; }
 
-    std::wstring name;        // last segment of the layer's url
+    std::u16string name;      // last segment of the layer's url
     bool layerFlagA = true;   // stored only
     bool layerFlagB = false;  // cleared by the material upgrade pass
     bool layerFlagC = false;  // stored only

@@ -22,9 +22,9 @@ public:
     virtual std::shared_ptr<BaseMaterial> copy() = 0;
     virtual bool isEqual(const std::shared_ptr<BaseMaterial>& other) = 0;
 
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return std::wstring(); }
-    std::wstring pluginKind() override { return L"material"; }
+    int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
+    std::u16string pluginType() override { return std::u16string(); }
+    std::u16string pluginKind() override { return u"material"; }
 
     // The materials that the tree walk of collectMaterials goes on with: `base_mtl` of a
     // wrapper, both children of a two-child wrapper, the target of a reference. Empty for the
@@ -33,19 +33,19 @@ public:
 
     // A wrapper's share of the folded material block, written under the url of the outermost
     // material: its textures ahead of the block, its parameters behind the layer list.
-    virtual void writeFoldedTextures(AssetXmlWriter&, const std::wstring& /*url*/) {}
-    virtual void writeFoldedParameters(AssetXmlWriter&, const std::wstring& /*url*/) {}
+    virtual void writeFoldedTextures(AssetXmlWriter&, const std::u16string& /*url*/) {}
+    virtual void writeFoldedParameters(AssetXmlWriter&, const std::u16string& /*url*/) {}
 
     // What the material upgrade pass reads and changes in linked, wrapper and reference
     // materials. A linked material's host material name (the text of its link id; empty when
     // the id holds a number); a wrapper's base material slot (false for a material without
     // one); a reference's target uuid.
-    virtual std::wstring linkedHostName() { return std::wstring(); }
+    virtual std::u16string linkedHostName() { return std::u16string(); }
     virtual bool setBaseMaterial(const MaterialPtr& /*base*/) { return false; }
-    virtual std::wstring referenceTarget() { return std::wstring(); }
+    virtual std::u16string referenceTarget() { return std::u16string(); }
 
-    std::wstring name;  // also the last segment of the material's URL
-    std::wstring uuid;
+    std::u16string name;  // also the last segment of the material's URL
+    std::u16string uuid;
 
 protected:
     // The base part of a reset: a fresh unique name and no uuid.
@@ -59,7 +59,7 @@ protected:
 };
 
 // "DefaultMaterial" made unique in the scene's material set.
-std::wstring uniqueDefaultName();
+std::u16string uniqueDefaultName();
 
 // Ids 0 to 14; null for any other.
 std::shared_ptr<BaseMaterial> createMaterial(int id);

@@ -26,8 +26,8 @@ public:
     void setDefaults() override;
     std::shared_ptr<Base_BRDF> clone() override;
     bool isEqual(const std::shared_ptr<Base_BRDF>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"BRDFRefraction"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"BRDFRefraction"; }
 
     Color color;
     Color fog_color;
@@ -73,8 +73,8 @@ public:
     void setDefaults() override;
     std::shared_ptr<Base_BRDF> clone() override;
     bool isEqual(const std::shared_ptr<Base_BRDF>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"BRDFDiffuse"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"BRDFDiffuse"; }
 
     Color color;
     Color transparency;
@@ -92,8 +92,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     bool isEqual(const std::shared_ptr<Base_BRDF>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"BRDFReflection"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"BRDFReflection"; }
 
     Color color;
     Color reflectFilter;  // written inverted, as "transparency"
@@ -150,8 +150,8 @@ public:
     void setDefaults() override;
     std::shared_ptr<Base_BRDF> clone() override;
     bool isEqual(const std::shared_ptr<Base_BRDF>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"BRDFReflection"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"BRDFReflection"; }
 
     Color color;
     Color reflectFilter;  // written inverted, as "transparency"
@@ -177,8 +177,8 @@ public:
     void setDefaults() override;
     std::shared_ptr<Base_BRDF> clone() override;
     bool isEqual(const std::shared_ptr<Base_BRDF>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"BRDFLight"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"BRDFLight"; }
 
     Color color;
     Color transparency;

@@ -48,8 +48,8 @@ bool writeTextureSlot(QuickArchive& archive, const TexturePtr& texture) {
     return writeOptionalChild(archive, texture);
 }
 
-std::wstring readPathText(QuickArchive& archive) {
-    std::wstring path;
+std::u16string readPathText(QuickArchive& archive) {
+    std::u16string path;
     archive.read(path);
     return path;
 }
@@ -66,24 +66,24 @@ Color invertedFilter(const Color& filter) {
     return Color(invert(filter.r), invert(filter.g), invert(filter.b));
 }
 
-static std::wstring slotUrl(const std::wstring& url, const char* word) {
-    return url + L"/" + utf8ToWide(word);
+static std::u16string slotUrl(const std::u16string& url, const char* word) {
+    return url + u"/" + utf8ToWide(word);
 }
 
-void writeSlotChildren(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots) {
+void writeSlotChildren(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots) {
     for (const TextureSlot& slot : slots) {
         if (slot.texture) slot.texture->writeXML(writer, slotUrl(url, slot.childWord));
     }
 }
 
-void writeSlotParameters(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots) {
+void writeSlotParameters(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots) {
     for (const TextureSlot& slot : slots) {
         writer.writePlugin(slot.parameter, PluginRef(slot.texture), slotUrl(url, slot.childWord));
     }
 }
 
-void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::wstring& url) {
-    writer.beginAsset(url, layer.pluginKind(), L"");
+void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::u16string& url) {
+    writer.beginAsset(url, layer.pluginKind(), u"");
     writer.beginPlugin(layer.pluginType(), layer.pluginKind());
     writer.beginParameters();
 }

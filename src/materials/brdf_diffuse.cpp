@@ -76,8 +76,8 @@ bool Diffuse_BRDF::isEqual(const std::shared_ptr<Base_BRDF>& other) {
            use_color_tex_alpha_as_transparency == o.use_color_tex_alpha_as_transparency;
 }
 
-int Diffuse_BRDF::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int Diffuse_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     const TextureSlots slots = {
         {color_tex, "color_texture", "color_tex"},
         {transparency_tex, "transparency_texture", "transparency_tex"},

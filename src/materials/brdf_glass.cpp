@@ -87,9 +87,9 @@ bool Glass_BRDF::deserialize(QuickArchive& archive) {
                    readTextureSlot(archive, ior_texture) &&
                    readTextureSlot(archive, translucency_tex);
         }
-        const std::wstring transparencyPath = readPathText(archive);
-        const std::wstring glossinessPath = readPathText(archive);
-        const std::wstring iorPath = readPathText(archive);
+        const std::u16string transparencyPath = readPathText(archive);
+        const std::u16string glossinessPath = readPathText(archive);
+        const std::u16string iorPath = readPathText(archive);
         transparency_tex = textureFromPath(transparencyPath);
         glossiness_tex = textureFromPath(glossinessPath);
         ior_texture = textureFromPath(iorPath);
@@ -179,8 +179,8 @@ bool Glass_BRDF::isEqual(const std::shared_ptr<Base_BRDF>& other) {
            sameFloat(transparency_tex_mult, o.transparency_tex_mult);
 }
 
-int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     const TextureSlots slots = {
         {transparency_tex, "transparency_texture", "transparency_tex"},
         {color_tex, "color_texture", "color_tex"},

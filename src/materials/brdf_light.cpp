@@ -89,8 +89,8 @@ bool Light_BRDF::isEqual(const std::shared_ptr<Base_BRDF>& other) {
            doubleSided == o.doubleSided;
 }
 
-int Light_BRDF::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int Light_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     const TextureSlots slots = {
         {color_tex, "color_texture", "color_tex"},
         {transparency_tex, "transp_texture", "transparency_tex"},

@@ -57,9 +57,9 @@ bool Mirror_BRDF::readOldLayout(QuickArchive& archive, uint32_t major) {
         readPathSlot(archive, transparency_tex);
     } else if (major == 2) {
         // The colour multiplier stands between the two paths.
-        const std::wstring transparencyPath = readPathText(archive);
+        const std::u16string transparencyPath = readPathText(archive);
         archive.read(color_tex_mult);
-        const std::wstring colorPath = readPathText(archive);
+        const std::u16string colorPath = readPathText(archive);
         color_tex = textureFromPath(colorPath);
         transparency_tex = textureFromPath(transparencyPath);
     } else {
@@ -105,8 +105,8 @@ bool Mirror_BRDF::isEqual(const std::shared_ptr<Base_BRDF>& other) {
            sameFloat(color_tex_mult, o.color_tex_mult);
 }
 
-int Mirror_BRDF::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int Mirror_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     const TextureSlots slots = {
         {transparency_tex, "transparency_texture", "transparency_tex"},
         {color_tex, "color_texture", "color_tex"},

@@ -167,8 +167,8 @@ bool ReflectionBRDF::isEqual(const std::shared_ptr<Base_BRDF>& other) {
            sameFloat(anisotropy_rotation, o.anisotropy_rotation);
 }
 
-int ReflectionBRDF::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int ReflectionBRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     const TextureSlots slots = {
         {color_tex, "color_texture", "color_tex"},
         {hilightGlossiness_tex, "hilight_glossiness_texture", "hilightGlossiness_tex"},

@@ -18,8 +18,8 @@ bool readTextureSlot(QuickArchive& archive, TexturePtr& slot);
 bool writeTextureSlot(QuickArchive& archive, const TexturePtr& texture);
 
 // Old layouts kept a bare image path where a texture stands today.
-std::wstring readPathText(QuickArchive& archive);
-TexturePtr textureFromPath(const std::wstring& path);
+std::u16string readPathText(QuickArchive& archive);
+TexturePtr textureFromPath(const std::u16string& path);
 inline void readPathSlot(QuickArchive& archive, TexturePtr& slot) {
     slot = textureFromPath(readPathText(archive));
 }
@@ -45,10 +45,10 @@ struct TextureSlot {
 using TextureSlots = std::initializer_list<TextureSlot>;
 
 // Writes each filled slot's texture ahead of the layer, under url/childWord.
-void writeSlotChildren(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots);
+void writeSlotChildren(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
 // One plugin parameter per slot, empty slots included.
-void writeSlotParameters(AssetXmlWriter& writer, const std::wstring& url, TextureSlots slots);
-void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::wstring& url);
+void writeSlotParameters(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
+void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::u16string& url);
 void endLayerAsset(AssetXmlWriter& writer);
 
 }  // namespace CorvaneCore

@@ -6,7 +6,7 @@
 
 namespace CorvaneCore {
 
-TexturePtr textureFromPath(const std::wstring& path) { return makeBitmapTexture(path); }
+TexturePtr textureFromPath(const std::u16string& path) { return makeBitmapTexture(path); }
 
 TexturePtr newFresnelTexture() { return std::make_shared<FresnelTexture>(); }
 

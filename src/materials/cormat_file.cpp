@@ -73,9 +73,10 @@ bool CorMatFile::write(std::ostream& stream) {
         archive.write(static_cast<int32_t>(material->getType()));
         if (!material->serialize(archive)) {
             // Composed and dropped on purpose: the false result is the only report.
-            std::wostringstream message;
-            message << L"An error has occurred while attempting to serialize \"" << material->name
-                    << L"\" - aborting cormat creation";
+            const std::u16string message =
+                u"An error has occurred while attempting to serialize \"" + material->name +
+                u"\" - aborting cormat creation";
+            (void)message;
             return false;
         }
     }
@@ -107,7 +108,7 @@ bool CorMatFile::read(std::istream& stream) {
     return true;
 }
 
-bool CorMatFile::save(const std::wstring& path) {
+bool CorMatFile::save(const std::u16string& path) {
     std::ostringstream buffer;
     if (!write(buffer)) return false;
     std::ofstream out(wideToUtf8(path), std::ios::binary | std::ios::trunc);
@@ -117,7 +118,7 @@ bool CorMatFile::save(const std::wstring& path) {
     return static_cast<bool>(out);
 }
 
-bool CorMatFile::load(const std::wstring& path) {
+bool CorMatFile::load(const std::u16string& path) {
     std::ifstream in(wideToUtf8(path), std::ios::binary);
     if (!in) return false;
     return read(in);

@@ -26,7 +26,7 @@ public:
     std::shared_ptr<BaseMaterial> clone() override;
     std::shared_ptr<BaseMaterial> copy() override;
     bool isEqual(const std::shared_ptr<BaseMaterial>& other) override;
-    std::wstring pluginType() override { return L"MtlSingleBRDF"; }
+    std::u16string pluginType() override { return u"MtlSingleBRDF"; }
 
     int32_t singleOptionA = 0;  // stored only
     int32_t singleOptionB = 0;  // stored only
@@ -45,13 +45,13 @@ public:
     std::shared_ptr<BaseMaterial> clone() override;
     std::shared_ptr<BaseMaterial> copy() override;
     bool isEqual(const std::shared_ptr<BaseMaterial>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlCORVANE"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlCORVANE"; }
 
     // The parts of the block that the folded output shares: each layer's own blocks under
     // `url`, and the leading parameters ("double_sided" and the "brdfs" list).
-    void writeLayers(AssetXmlWriter& writer, const std::wstring& url);
-    void writeLeadingParameters(AssetXmlWriter& writer, const std::wstring& url);
+    void writeLayers(AssetXmlWriter& writer, const std::u16string& url);
+    void writeLeadingParameters(AssetXmlWriter& writer, const std::u16string& url);
 
     std::vector<std::shared_ptr<Base_BRDF>> brdfs;
     int32_t double_sided = 1;

@@ -9,7 +9,7 @@ namespace {
 constexpr uint32_t kMaterialSectionVersion = 2;
 }  // namespace
 
-std::wstring uniqueDefaultName() { return sceneMaterials()->uniqueName(L"DefaultMaterial"); }
+std::u16string uniqueDefaultName() { return sceneMaterials()->uniqueName(u"DefaultMaterial"); }
 
 void BaseMaterial::resetMaterialBase() {
     name = uniqueDefaultName();

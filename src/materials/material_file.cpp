@@ -30,7 +30,7 @@ MaterialPtr firstOfType(const MaterialPtr& root, int typeId) {
 // them. A child that is missing, or a reference with nothing resolved, writes nothing and
 // gets no parameter; the caller's `scalars` follow the two references.
 template <class WriteScalars>
-void writeTwoChildLayout(AssetXmlWriter& writer, BaseMaterial& material, const wchar_t* layout,
+void writeTwoChildLayout(AssetXmlWriter& writer, BaseMaterial& material, const char16_t* layout,
                          const char* firstWord, const MaterialPtr& firstChild,
                          const char* secondWord, const MaterialPtr& secondChild,
                          WriteScalars scalars) {
@@ -38,12 +38,12 @@ void writeTwoChildLayout(AssetXmlWriter& writer, BaseMaterial& material, const w
     const MaterialPtr second = resolveReference(secondChild);
     writeFoldedMaterial(writer, first);
     writeFoldedMaterial(writer, second);
-    writer.beginAsset(L"/" + material.name, material.pluginKind(), layout);
+    writer.beginAsset(u"/" + material.name, material.pluginKind(), layout);
     writer.beginPlugin(material.pluginType(), material.pluginKind());
     writer.beginParameters();
     // Empty prefix: the value is "/" and the child's name, the url of its folded block.
-    if (isUsable(first)) writer.writePlugin(firstWord, PluginRef(first), L"");
-    if (isUsable(second)) writer.writePlugin(secondWord, PluginRef(second), L"");
+    if (isUsable(first)) writer.writePlugin(firstWord, PluginRef(first), u"");
+    if (isUsable(second)) writer.writePlugin(secondWord, PluginRef(second), u"");
     scalars();
     writer.endParameters();
     writer.endPlugin();
@@ -52,7 +52,7 @@ void writeTwoChildLayout(AssetXmlWriter& writer, BaseMaterial& material, const w
 
 // The two-sided layout has no room for transparency and the two textures.
 void writeTwoSidedLayout(AssetXmlWriter& writer, Material2Sided& material) {
-    writeTwoChildLayout(writer, material, L"TwoSidedMatLayout", "front", material.front, "back",
+    writeTwoChildLayout(writer, material, u"TwoSidedMatLayout", "front", material.front, "back",
                         material.back, [&] {
                             writer.writeColor("translucency", material.translucency);
                             writer.writeBool("force_1sided", material.force_1sided);
@@ -60,13 +60,13 @@ void writeTwoSidedLayout(AssetXmlWriter& writer, Material2Sided& material) {
 }
 
 void writeHostTwoSidedLayout(AssetXmlWriter& writer, MaterialSkp2Sided& material) {
-    writeTwoChildLayout(writer, material, L"SkpTwoSidedMatLayout", "front", material.front, "back",
+    writeTwoChildLayout(writer, material, u"SkpTwoSidedMatLayout", "front", material.front, "back",
                         material.back,
                         [&] { writer.writeBool("force_1sided", material.force_1sided); });
 }
 
 void writeAngleBlendLayout(AssetXmlWriter& writer, MaterialAngleBlend& material) {
-    writeTwoChildLayout(writer, material, L"AngleBlendMatLayout", "mtl_one", material.mtl_one,
+    writeTwoChildLayout(writer, material, u"AngleBlendMatLayout", "mtl_one", material.mtl_one,
                         "mtl_two", material.mtl_two, [&] {
                             writer.writeFloat("start_angle", material.start_angle);
                             writer.writeFloat("stop_angle", material.stop_angle);
@@ -77,7 +77,7 @@ void writeAngleBlendLayout(AssetXmlWriter& writer, MaterialAngleBlend& material)
 void writeToonLayout(AssetXmlWriter& writer, MaterialToon& material) {
     const MaterialPtr base = resolveReference(material.base_mtl);
     if (base) writeFoldedMaterial(writer, base);
-    const std::wstring url = L"/" + material.name;
+    const std::u16string url = u"/" + material.name;
     const TextureSlots slots = {
         {material.lineColorTex, "color_tex", "lineColorTex"},
         {material.distortTex, "distort_tex", "distortTex"},
@@ -85,10 +85,10 @@ void writeToonLayout(AssetXmlWriter& writer, MaterialToon& material) {
         {material.lineWidthTex, "width_tex", "lineWidthTex"},
     };
     writeSlotChildren(writer, url, slots);
-    writer.beginAsset(url, material.pluginKind(), L"ToonMatLayout");
+    writer.beginAsset(url, material.pluginKind(), u"ToonMatLayout");
     writer.beginPlugin(material.pluginType(), material.pluginKind());
     writer.beginParameters();
-    if (isUsable(base)) writer.writePlugin("base_mtl", PluginRef(base), L"");
+    if (isUsable(base)) writer.writePlugin("base_mtl", PluginRef(base), u"");
     writeSlotParameters(writer, url, slots);
     writer.writeColor("lineColor", material.lineColor);
     writer.writeFloat("lineColorTexMult", material.lineColorTexMult);
@@ -116,7 +116,7 @@ void writeFoldedMaterial(AssetXmlWriter& writer, const MaterialPtr& outermost) {
     // A reference stands for its resolved material; with nothing resolved nothing is written.
     const MaterialPtr material = resolveReference(outermost);
     if (!material) return;
-    const std::wstring url = L"/" + material->name;
+    const std::u16string url = u"/" + material->name;
     auto layered = std::dynamic_pointer_cast<MaterialLayeredBRDF>(
         firstOfType(material, MaterialLayeredBRDF::kType));
     if (!layered) return;
@@ -130,8 +130,8 @@ void writeFoldedMaterial(AssetXmlWriter& writer, const MaterialPtr& outermost) {
     for (const MaterialPtr& wrapper : wrappers) wrapper->writeFoldedTextures(writer, url);
     layered->writeLayers(writer, url);
 
-    writer.beginAsset(url, L"material", L"defommat");
-    writer.beginPlugin(layered->pluginType(), L"material");
+    writer.beginAsset(url, u"material", u"defommat");
+    writer.beginPlugin(layered->pluginType(), u"material");
     writer.beginParameters();
     layered->writeLeadingParameters(writer, url);
     for (const MaterialPtr& wrapper : wrappers) wrapper->writeFoldedParameters(writer, url);
@@ -168,7 +168,7 @@ void convertMaterialTree(AssetXmlWriter& writer, const MaterialPtr& material) {
 }
 
 void writeCorMatDocument(AssetXmlWriter& writer, const CorMatFile& file) {
-    writer.openRoot(L"cormat");
+    writer.openRoot(u"cormat");
     writer.openAssets();
     for (const MaterialPtr& material : file.materials) writeMaterialTree(writer, material);
     writer.closeAssets();

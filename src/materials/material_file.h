@@ -37,8 +37,8 @@ public:
     virtual bool read(std::istream& stream);
     // By path, opened in binary mode; false when the file does not open. A failed save leaves
     // the file untouched.
-    bool save(const std::wstring& path);
-    bool load(const std::wstring& path);
+    bool save(const std::u16string& path);
+    bool load(const std::u16string& path);
 
     std::vector<MaterialPtr> materials;
 };

@@ -21,8 +21,8 @@ bool writeBareMaterial(QuickArchive& archive, const MaterialPtr& material) {
     return writeRequiredChild(archive, material);
 }
 
-void beginMaterialAsset(AssetXmlWriter& writer, BaseMaterial& material, const std::wstring& url) {
-    writer.beginAsset(url, material.pluginKind(), L"");
+void beginMaterialAsset(AssetXmlWriter& writer, BaseMaterial& material, const std::u16string& url) {
+    writer.beginAsset(url, material.pluginKind(), u"");
     writer.beginPlugin(material.pluginType(), material.pluginKind());
     writer.beginParameters();
 }
@@ -33,12 +33,13 @@ void endMaterialAsset(AssetXmlWriter& writer) {
     writer.endAsset();
 }
 
-void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child, const std::wstring& url) {
+void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child,
+                        const std::u16string& url) {
     if (child) child->writeXML(writer, url);
 }
 
 void writeMaterialParameter(AssetXmlWriter& writer, const char* name, const MaterialPtr& child,
-                            const std::wstring& url) {
+                            const std::u16string& url) {
     writer.writePlugin(name, PluginRef(child), url);
 }
 

@@ -38,13 +38,14 @@ inline bool sameMaterial(const MaterialPtr& a, const MaterialPtr& b) {
 
 // The frame of a material's own asset block: kind "material", an empty layout, the class's
 // plugin, and the parameters opened. Closed by endMaterialAsset.
-void beginMaterialAsset(AssetXmlWriter& writer, BaseMaterial& material, const std::wstring& url);
+void beginMaterialAsset(AssetXmlWriter& writer, BaseMaterial& material, const std::u16string& url);
 void endMaterialAsset(AssetXmlWriter& writer);
 // A child material's own blocks below `url`, when there is a child.
-void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child, const std::wstring& url);
+void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child,
+                        const std::u16string& url);
 // A parameter that refers to a child material: `url`, "/" and the child's name.
 void writeMaterialParameter(AssetXmlWriter& writer, const char* name, const MaterialPtr& child,
-                            const std::wstring& url);
+                            const std::u16string& url);
 
 using MaterialDuplicator = MaterialPtr (*)(const MaterialPtr&);
 

@@ -100,25 +100,26 @@ bool MaterialLayeredBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
            layeredOptionD == o.layeredOptionD;
 }
 
-void MaterialLayeredBRDF::writeLayers(AssetXmlWriter& writer, const std::wstring& url) {
+void MaterialLayeredBRDF::writeLayers(AssetXmlWriter& writer, const std::u16string& url) {
     for (const auto& layer : brdfs) {
         if (layer) layer->writeXML(writer, url);
     }
 }
 
-void MaterialLayeredBRDF::writeLeadingParameters(AssetXmlWriter& writer, const std::wstring& url) {
+void MaterialLayeredBRDF::writeLeadingParameters(AssetXmlWriter& writer,
+                                                 const std::u16string& url) {
     writer.writeInteger("double_sided", double_sided);
     writer.beginList("brdfs", "plugin");
     for (const auto& layer : brdfs) {
-        if (layer) writer.writeEntry(url + L"/" + layer->name);
+        if (layer) writer.writeEntry(url + u"/" + layer->name);
     }
     writer.endList();
 }
 
-int MaterialLayeredBRDF::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialLayeredBRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeLayers(writer, url);
-    writer.beginAsset(url, pluginKind(), L"defommat");
+    writer.beginAsset(url, pluginKind(), u"defommat");
     writer.beginPlugin(pluginType(), pluginKind());
     writer.beginParameters();
     writeLeadingParameters(writer, url);

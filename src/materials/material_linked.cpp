@@ -135,9 +135,9 @@ std::vector<MaterialPtr> MaterialReference::walkedMaterials() {
     return {resolved};
 }
 
-int MaterialReference::writeXML(AssetXmlWriter&, std::wstring) { std::abort(); }
+int MaterialReference::writeXML(AssetXmlWriter&, std::u16string) { std::abort(); }
 
-std::wstring MaterialReference::pluginType() { std::abort(); }
+std::u16string MaterialReference::pluginType() { std::abort(); }
 
 // ---------------------------------------------------------------- seeing through references
 
@@ -158,26 +158,26 @@ bool isUsable(const MaterialPtr& material) {
 
 // ---------------------------------------------------------------- names and the default
 
-bool validateName(const std::wstring& name, std::wstring& message) {
+bool validateName(const std::u16string& name, std::u16string& message) {
     message.clear();
     if (!sceneMaterials()->isNameFree(name)) {
-        message = L"The name, \"" + name + L"\", is already in use";
+        message = u"The name, \"" + name + u"\", is already in use";
         return false;
     }
     if (name.empty()) {
-        message = L"A name must have at least one character";
+        message = u"A name must have at least one character";
         return false;
     }
     return true;
 }
 
-std::wstring defaultMaterialName() { return L"Default_Ombra_Material"; }
+std::u16string defaultMaterialName() { return u"Default_Ombra_Material"; }
 
 MaterialPtr makeDefaultMaterial() {
     auto diffuse = std::make_shared<Diffuse_BRDF>();
-    diffuse->name = L"Diffuse";
+    diffuse->name = u"Diffuse";
     auto actual = std::make_shared<MaterialLayeredBRDF>();
-    actual->name = defaultMaterialName() + L"_Actual";
+    actual->name = defaultMaterialName() + u"_Actual";
     actual->brdfs.push_back(diffuse);
     MaterialPtr material = actual->clone();
     material->name = defaultMaterialName();

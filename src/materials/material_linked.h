@@ -30,8 +30,8 @@ public:
         bool sameAs(const IdData& other) const;
 
         int32_t kind = kNumber;
-        std::wstring text;   // kinds 0 and 1
-        int32_t number = 0;  // kind 2
+        std::u16string text;  // kinds 0 and 1
+        int32_t number = 0;   // kind 2
     };
 
     MaterialLinked() {
@@ -48,8 +48,8 @@ public:
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void duplicateChildren(MaterialDuplicator duplicate) { base_mtl = duplicate(base_mtl); }
     // The host material the link stands for, when the link id holds text.
-    std::wstring linkedHostName() override {
-        return linkId.holdsText() ? linkId.text : std::wstring();
+    std::u16string linkedHostName() override {
+        return linkId.holdsText() ? linkId.text : std::u16string();
     }
 
     MaterialPtr base_mtl;
@@ -82,7 +82,7 @@ public:
     // The walk goes on with the target's material in the set, which then becomes `resolved`,
     // or else with `resolved` as it is.
     std::vector<MaterialPtr> walkedMaterials() override;
-    std::wstring referenceTarget() override { return target; }
+    std::u16string referenceTarget() override { return target; }
 
     // A reference has no XML form: it has to be resolved before output, and these two end the
     // process at once rather than hide a gap in a walk. No conversion reaches them: the folded
@@ -90,11 +90,11 @@ public:
     // materials by `name` alone, and asks `pluginType` only of the layered material it finds;
     // the materials' own writeXML is reached only through SceneMaterials::writeXML, which no
     // conversion calls.
-    [[noreturn]] int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    [[noreturn]] std::wstring pluginType() override;
+    [[noreturn]] int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    [[noreturn]] std::u16string pluginType() override;
 
-    std::wstring target;   // uuid of the referenced material
-    MaterialPtr resolved;  // the referenced material as last found
+    std::u16string target;  // uuid of the referenced material
+    MaterialPtr resolved;   // the referenced material as last found
 
 private:
     // Set while this reference is being written or compared; never copied.
@@ -116,10 +116,10 @@ bool isUsable(const MaterialPtr& material);
 
 // True with an empty message for a free, non-empty name. Otherwise false, with the message for
 // a name in use (tested first) or for an empty one.
-bool validateName(const std::wstring& name, std::wstring& message);
+bool validateName(const std::u16string& name, std::u16string& message);
 
 // The fixed name of the scene's default material.
-std::wstring defaultMaterialName();
+std::u16string defaultMaterialName();
 // Builds the scene's default material (a layered material holding one diffuse layer named
 // "Diffuse"), enters it in the scene's set and gives it back. No conversion calls this.
 MaterialPtr makeDefaultMaterial();

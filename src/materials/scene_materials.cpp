@@ -5,6 +5,8 @@
 #include <set>
 
 #include "archive/read_helpers.h"
+#include "xml/number_format.h"
+#include "xml/text.h"
 
 namespace CorvaneCore {
 
@@ -14,32 +16,32 @@ constexpr uint32_t kSceneMaterialsVersion = 2;
 // Longer digit runs cannot be a counter that uniqueName would ever reach.
 constexpr size_t kMaxCounterDigits = 18;
 
-std::wstring trailingDigitsRemoved(const std::wstring& text) {
+std::u16string trailingDigitsRemoved(const std::u16string& text) {
     size_t end = text.size();
     while (end > 0 && isAsciiDigit(text[end - 1])) --end;
     return text.substr(0, end);
 }
 
-bool startsWithIgnoreCase(const std::wstring& text, const std::wstring& prefix) {
+bool startsWithIgnoreCase(const std::u16string& text, const std::u16string& prefix) {
     return text.size() >= prefix.size() && equalsIgnoreCase(text.substr(0, prefix.size()), prefix);
 }
 
 // The counter that `suffix` spells as uniqueName writes it (decimal, no leading zero), or 0.
-uint64_t counterIn(const std::wstring& suffix) {
-    if (suffix.empty() || suffix.size() > kMaxCounterDigits || suffix[0] == L'0') return 0;
+uint64_t counterIn(const std::u16string& suffix) {
+    if (suffix.empty() || suffix.size() > kMaxCounterDigits || suffix[0] == u'0') return 0;
     uint64_t value = 0;
-    for (wchar_t c : suffix) {
+    for (char16_t c : suffix) {
         if (!isAsciiDigit(c)) return 0;
-        value = value * 10 + static_cast<uint64_t>(c - L'0');
+        value = value * 10 + static_cast<uint64_t>(c - u'0');
     }
     return value;
 }
 
-std::wstring sanitisedName(std::wstring name) {
-    for (wchar_t& c : name) {
-        if (c == L' ') c = L'_';
+std::u16string sanitisedName(std::u16string name) {
+    for (char16_t& c : name) {
+        if (c == u' ') c = u'_';
     }
-    if (!name.empty() && isAsciiDigit(name[0])) name.insert(name.begin(), L'a');
+    if (!name.empty() && isAsciiDigit(name[0])) name.insert(name.begin(), u'a');
     return name;
 }
 
@@ -54,27 +56,27 @@ bool SceneMaterials::addMaterial(const MaterialPtr& material) {
     if (!material || material->name.empty()) return false;
     if (!materials.emplace(material->name, material).second) return false;
     nameAdded(material->name);
-    const std::wstring key = material->uuid.empty() ? newUuidText() : material->uuid;
+    const std::u16string key = material->uuid.empty() ? newUuidText() : material->uuid;
     ids[key] = material->name;
     return true;
 }
 
-void SceneMaterials::removeIdsNaming(const std::wstring& name) {
+void SceneMaterials::removeIdsNaming(const std::u16string& name) {
     for (auto it = ids.begin(); it != ids.end();) {
         it = equalsIgnoreCase(it->second, name) ? ids.erase(it) : std::next(it);
     }
 }
 
-bool SceneMaterials::removeMaterial(const std::wstring& name) {
+bool SceneMaterials::removeMaterial(const std::u16string& name) {
     const bool found = materials.erase(name) > 0;
     if (found) nameRemoved();
     removeIdsNaming(name);
     return found;
 }
 
-bool SceneMaterials::renameMaterial(const std::wstring& oldName, const MaterialPtr& material) {
+bool SceneMaterials::renameMaterial(const std::u16string& oldName, const MaterialPtr& material) {
     if (!material) return false;
-    const std::wstring& newName = material->name;
+    const std::u16string& newName = material->name;
     if (!equalsIgnoreCase(oldName, newName) && !isNameFree(newName)) return false;
     auto entry = materials.find(oldName);
     if (entry == materials.end()) return false;
@@ -87,35 +89,35 @@ bool SceneMaterials::renameMaterial(const std::wstring& oldName, const MaterialP
     return true;
 }
 
-MaterialPtr SceneMaterials::findByName(const std::wstring& name) const {
+MaterialPtr SceneMaterials::findByName(const std::u16string& name) const {
     auto it = materials.find(name);
     return it == materials.end() ? nullptr : it->second;
 }
 
-MaterialPtr SceneMaterials::findByUuid(const std::wstring& uuid) const {
+MaterialPtr SceneMaterials::findByUuid(const std::u16string& uuid) const {
     auto id = ids.find(uuid);
     return id == ids.end() ? nullptr : findByName(id->second);
 }
 
-bool SceneMaterials::isNameFree(const std::wstring& name) const {
+bool SceneMaterials::isNameFree(const std::u16string& name) const {
     return materials.find(name) == materials.end();
 }
 
-void SceneMaterials::names(std::vector<std::wstring>& list) const {
+void SceneMaterials::names(std::vector<std::u16string>& list) const {
     list.clear();
     for (const auto& entry : materials) list.push_back(entry.first);
 }
 
 // Notes what one name in the set means for the memo's stem: the stem itself, or a counter.
-void SceneMaterials::takeIntoMemo(const std::wstring& name) const {
+void SceneMaterials::takeIntoMemo(const std::u16string& name) const {
     if (!startsWithIgnoreCase(name, memo_.stem)) return;
-    const std::wstring suffix = name.substr(memo_.stem.size());
+    const std::u16string suffix = name.substr(memo_.stem.size());
     if (suffix.empty()) memo_.stemTaken = true;
     if (uint64_t counter = counterIn(suffix)) memo_.takenCounters.insert(counter);
     while (memo_.takenCounters.count(memo_.firstFree)) ++memo_.firstFree;
 }
 
-void SceneMaterials::nameAdded(const std::wstring& name) {
+void SceneMaterials::nameAdded(const std::u16string& name) {
     if (!memo_.valid) return;
     if (memo_.setSize + 1 != materials.size() || memo_.removals != removals_) {
         memo_.valid = false;
@@ -128,8 +130,8 @@ void SceneMaterials::nameAdded(const std::wstring& name) {
 // The candidates are the stem, then the stem with 1, 2, ... behind it. Every name that could
 // be one of them starts with the stem, so one pass over that range of the ordered map finds
 // all taken candidates at once; the memo keeps them while names are only added.
-std::wstring SceneMaterials::uniqueName(const std::wstring& wish) const {
-    const std::wstring stem = trailingDigitsRemoved(wish);
+std::u16string SceneMaterials::uniqueName(const std::u16string& wish) const {
+    const std::u16string stem = trailingDigitsRemoved(wish);
     if (!memo_.valid || memo_.stem != stem || memo_.setSize != materials.size() ||
         memo_.removals != removals_) {
         memo_ = NameMemo();
@@ -143,7 +145,7 @@ std::wstring SceneMaterials::uniqueName(const std::wstring& wish) const {
         memo_.valid = true;
     }
     if (!memo_.stemTaken) return sanitisedName(stem);
-    return sanitisedName(stem + std::to_wstring(memo_.firstFree));
+    return sanitisedName(stem + numberText(static_cast<int64_t>(memo_.firstFree)));
 }
 
 bool SceneMaterials::serialize(QuickArchive& archive) {
@@ -191,10 +193,10 @@ bool SceneMaterials::readIdList(QuickArchive& archive) {
     for (uint32_t i = 0; i < count; ++i) {
         if (archive.remaining() == 0) {
             // Every entry left would read as two empty strings.
-            ids[std::wstring()] = std::wstring();
+            ids[std::u16string()] = std::u16string();
             break;
         }
-        std::wstring key, value;
+        std::u16string key, value;
         archive.read(key);
         archive.read(value);
         ids[key] = value;
@@ -220,16 +222,18 @@ bool SceneMaterials::deserialize(QuickArchive& archive) {
 
 void SceneMaterials::writeXML(AssetXmlWriter& writer) {
     for (const auto& entry : materials) {
-        if (entry.second) entry.second->writeXML(writer, std::wstring());
+        if (entry.second) entry.second->writeXML(writer, std::u16string());
     }
 }
 
-void SceneMaterials::dump(std::wostream& stream) const {
+void SceneMaterials::dump(std::ostream& stream) const {
     for (const auto& entry : materials) {
-        stream << entry.first << L" " << (entry.second ? entry.second->name : L"") << L"\n";
+        stream << wideToUtf8(entry.first) << " "
+               << (entry.second ? wideToUtf8(entry.second->name) : std::string()) << "\n";
     }
-    stream << L"Beginning UUIDs\n";
-    for (const auto& id : ids) stream << id.first << L" " << id.second << L"\n";
+    stream << "Beginning UUIDs\n";
+    for (const auto& id : ids)
+        stream << wideToUtf8(id.first) << " " << wideToUtf8(id.second) << "\n";
 }
 
 // Two-child wrappers and references can turn a material tree into a shared or cyclic graph

@@ -18,8 +18,8 @@ namespace CorvaneCore {
 
 class SceneMaterials : public CorvaneSerializable {
 public:
-    using MaterialMap = std::map<std::wstring, MaterialPtr, LessIgnoreCase>;
-    using IdMap = std::map<std::wstring, std::wstring, LessIgnoreCase>;
+    using MaterialMap = std::map<std::u16string, MaterialPtr, LessIgnoreCase>;
+    using IdMap = std::map<std::u16string, std::u16string, LessIgnoreCase>;
 
     bool serialize(QuickArchive& archive) override;
     // Replaces the content. A refused version word leaves the set empty; a failing material
@@ -30,18 +30,18 @@ public:
     // Enters a material under its name unless that name is taken (or empty). The uuid table
     // gets the material's own uuid, or a new one when it has none.
     bool addMaterial(const MaterialPtr& material);
-    bool removeMaterial(const std::wstring& name);
+    bool removeMaterial(const std::u16string& name);
     // Moves the entry of `oldName` to the material's current name; refused when that name
     // belongs to another entry.
-    bool renameMaterial(const std::wstring& oldName, const MaterialPtr& material);
-    MaterialPtr findByName(const std::wstring& name) const;
-    MaterialPtr findByUuid(const std::wstring& uuid) const;
-    bool isNameFree(const std::wstring& name) const;
-    void names(std::vector<std::wstring>& list) const;
+    bool renameMaterial(const std::u16string& oldName, const MaterialPtr& material);
+    MaterialPtr findByName(const std::u16string& name) const;
+    MaterialPtr findByUuid(const std::u16string& uuid) const;
+    bool isNameFree(const std::u16string& name) const;
+    void names(std::vector<std::u16string>& list) const;
     // A name not in use, derived from `wish`; nothing is reserved by asking.
-    std::wstring uniqueName(const std::wstring& wish) const;
+    std::u16string uniqueName(const std::u16string& wish) const;
     // Debug listing of both tables.
-    void dump(std::wostream& stream) const;
+    void dump(std::ostream& stream) const;
 
     MaterialMap materials;
     IdMap ids;
@@ -52,7 +52,7 @@ private:
     // this each ask would scan every name taken so far, and reading would be quadratic.
     struct NameMemo {
         bool valid = false;
-        std::wstring stem;
+        std::u16string stem;
         bool stemTaken = false;
         std::set<uint64_t> takenCounters;
         uint64_t firstFree = 1;
@@ -62,10 +62,10 @@ private:
 
     bool readMaterialList(QuickArchive& archive, bool throughAdd);
     bool readIdList(QuickArchive& archive);
-    void removeIdsNaming(const std::wstring& name);
-    void nameAdded(const std::wstring& name);
+    void removeIdsNaming(const std::u16string& name);
+    void nameAdded(const std::u16string& name);
     void nameRemoved() { ++removals_; }
-    void takeIntoMemo(const std::wstring& name) const;
+    void takeIntoMemo(const std::u16string& name) const;
 
     mutable NameMemo memo_;
     uint64_t removals_ = 0;

@@ -32,7 +32,7 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    std::wstring pluginType() override { return L"MtlMulti"; }
+    std::u16string pluginType() override { return u"MtlMulti"; }
     void duplicateChildren(MaterialDuplicator) {}
 
     std::vector<MaterialPtr> materials;
@@ -52,11 +52,11 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlBump"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlBump"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
-    void writeFoldedTextures(AssetXmlWriter& writer, const std::wstring& url) override;
-    void writeFoldedParameters(AssetXmlWriter& writer, const std::wstring& url) override;
+    void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
+    void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
     void duplicateChildren(MaterialDuplicator duplicate);
 
     MaterialPtr base_mtl;
@@ -94,8 +94,8 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"Mtl2Sided"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"Mtl2Sided"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {front, back}; }
     void duplicateChildren(MaterialDuplicator duplicate);
 
@@ -124,8 +124,8 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlSkp2Sided"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlSkp2Sided"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {front, back}; }
     void duplicateChildren(MaterialDuplicator duplicate);
 
@@ -149,11 +149,11 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlOverrideEnvironment"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlOverrideEnvironment"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
-    void writeFoldedTextures(AssetXmlWriter& writer, const std::wstring& url) override;
-    void writeFoldedParameters(AssetXmlWriter& writer, const std::wstring& url) override;
+    void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
+    void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
     void duplicateChildren(MaterialDuplicator duplicate);
 
     MaterialPtr base_mtl;
@@ -191,11 +191,11 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlDisplaced"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlDisplaced"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
-    void writeFoldedTextures(AssetXmlWriter& writer, const std::wstring& url) override;
-    void writeFoldedParameters(AssetXmlWriter& writer, const std::wstring& url) override;
+    void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
+    void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
     void duplicateChildren(MaterialDuplicator duplicate);
 
     MaterialPtr base_mtl;
@@ -223,15 +223,15 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlObjectExclusion"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlObjectExclusion"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
-    void writeFoldedParameters(AssetXmlWriter& writer, const std::wstring& url) override;
+    void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
     void duplicateChildren(MaterialDuplicator duplicate) { base_mtl = duplicate(base_mtl); }
 
     int32_t mode = 0;  // non-zero: ignore the objects
     MaterialPtr base_mtl;
-    std::vector<std::wstring> objects;
+    std::vector<std::u16string> objects;
     bool short_circuit = true;
 
 private:
@@ -252,11 +252,11 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlAlphaContribution"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlAlphaContribution"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
-    void writeFoldedTextures(AssetXmlWriter& writer, const std::wstring& url) override;
-    void writeFoldedParameters(AssetXmlWriter& writer, const std::wstring& url) override;
+    void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
+    void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
     void duplicateChildren(MaterialDuplicator duplicate);
 
     MaterialPtr base_mtl;
@@ -279,8 +279,8 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlAngleBlend"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlAngleBlend"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {mtl_one, mtl_two}; }
     void duplicateChildren(MaterialDuplicator duplicate);
 
@@ -306,8 +306,8 @@ public:
     // Leaves name and uuid alone.
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"MtlToon"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"MtlToon"; }
     std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void duplicateChildren(MaterialDuplicator duplicate);
 

@@ -32,7 +32,7 @@ bool MaterialBump::deserialize(QuickArchive& archive) {
     switch (major) {
         case 1: {
             readBareName(archive);
-            const std::wstring path = readPathText(archive);
+            const std::u16string path = readPathText(archive);
             archive.read(bump_tex_mult);
             bump_tex = textureFromPath(path);
             // The base material becomes base_mtl only once it has read itself.
@@ -72,8 +72,8 @@ bool MaterialBump::isEqual(const MaterialPtr& other) {
            sameFloat(bump_tex_mult, o.bump_tex_mult);
 }
 
-int MaterialBump::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialBump::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, base_mtl, url);
     const TextureSlots slots = {{bump_tex, "bump_tex", "bump_tex"}};
     writeSlotChildren(writer, url, slots);
@@ -85,11 +85,11 @@ int MaterialBump::writeXML(AssetXmlWriter& writer, std::wstring url) {
     return 0;
 }
 
-void MaterialBump::writeFoldedTextures(AssetXmlWriter& writer, const std::wstring& url) {
+void MaterialBump::writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) {
     writeSlotChildren(writer, url, {{bump_tex, "bump_tex", "bump_tex"}});
 }
 
-void MaterialBump::writeFoldedParameters(AssetXmlWriter& writer, const std::wstring& url) {
+void MaterialBump::writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) {
     writer.writeBool("bump_on", true);
     writer.writeFloat("bump_tex_mult", bump_tex_mult);
     writeSlotParameters(writer, url, {{bump_tex, "bump_tex", "bump_tex"}});
@@ -170,13 +170,13 @@ bool MaterialOverrideEnvironment::isEqual(const MaterialPtr& other) {
            override_refract == o.override_refract;
 }
 
-int MaterialOverrideEnvironment::writeXML(AssetXmlWriter& writer, std::wstring url) {
+int MaterialOverrideEnvironment::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writeChildMaterial(writer, base_mtl, url);
     return 0;
 }
 
 void MaterialOverrideEnvironment::writeFoldedTextures(AssetXmlWriter& writer,
-                                                      const std::wstring& url) {
+                                                      const std::u16string& url) {
     writeSlotChildren(writer, url,
                       {{gi_tex, "gi_tex", "gi_tex"},
                        {bg_tex, "bg_tex", "bg_tex"},
@@ -185,7 +185,7 @@ void MaterialOverrideEnvironment::writeFoldedTextures(AssetXmlWriter& writer,
 }
 
 void MaterialOverrideEnvironment::writeFoldedParameters(AssetXmlWriter& writer,
-                                                        const std::wstring& url) {
+                                                        const std::u16string& url) {
     writeSlotParameters(writer, url,
                         {{gi_tex, "gi_tex", "gi_tex"},
                          {bg_tex, "bg_tex", "bg_tex"},
@@ -272,17 +272,17 @@ bool MaterialDisplaced::isEqual(const MaterialPtr& other) {
            displace_use_globals == o.displace_use_globals;
 }
 
-int MaterialDisplaced::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialDisplaced::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, base_mtl, url);
     return 0;
 }
 
-void MaterialDisplaced::writeFoldedTextures(AssetXmlWriter& writer, const std::wstring& url) {
+void MaterialDisplaced::writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) {
     writeSlotChildren(writer, url, {{displace_tex, "displace_tex", "displace_tex"}});
 }
 
-void MaterialDisplaced::writeFoldedParameters(AssetXmlWriter& writer, const std::wstring& url) {
+void MaterialDisplaced::writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) {
     writer.writeBool("displace_on", true);
     writer.writeFloat("displace_shift", displace_shift);
     writer.writeFloat("displace_edge_length", displace_edge_length);
@@ -315,7 +315,7 @@ bool MaterialObjectExclusion::readObjects(QuickArchive& archive) {
             objects.emplace_back();
             return true;
         }
-        std::wstring object;
+        std::u16string object;
         archive.read(object);
         objects.push_back(object);
     }
@@ -341,7 +341,7 @@ bool MaterialObjectExclusion::serialize(QuickArchive& archive) {
     archive.write(mode);
     if (!writeMaterialSlot(archive, base_mtl)) return false;
     archive.write(static_cast<uint32_t>(objects.size()));
-    for (const std::wstring& object : objects) archive.write(object);
+    for (const std::u16string& object : objects) archive.write(object);
     writeMaterialSection(archive);
     archive.write(short_circuit);
     return true;
@@ -354,22 +354,22 @@ bool MaterialObjectExclusion::isEqual(const MaterialPtr& other) {
            short_circuit == o.short_circuit;
 }
 
-int MaterialObjectExclusion::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialObjectExclusion::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, base_mtl, url);
     beginMaterialAsset(writer, *this, url);
     writeMaterialParameter(writer, "base_mtl", base_mtl, url);
     writer.writeInteger("mode", mode);
     writer.writeBool("short_circuit", short_circuit);
     writer.beginList("objects", "");
-    for (const std::wstring& object : objects) writer.writeStringEntry(object);
+    for (const std::u16string& object : objects) writer.writeStringEntry(object);
     writer.endList();
     endMaterialAsset(writer);
     return 0;
 }
 
 // Only the two switches fold; the object list does not.
-void MaterialObjectExclusion::writeFoldedParameters(AssetXmlWriter& writer, const std::wstring&) {
+void MaterialObjectExclusion::writeFoldedParameters(AssetXmlWriter& writer, const std::u16string&) {
     writer.writeBool("ignore_objects", mode != 0);
     writer.writeBool("short_circuit", short_circuit);
 }
@@ -419,8 +419,8 @@ bool MaterialAlphaContribution::isEqual(const MaterialPtr& other) {
            sameFloat(alpha_tex_mult, o.alpha_tex_mult) && sameFloat(alpha, o.alpha);
 }
 
-int MaterialAlphaContribution::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialAlphaContribution::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, base_mtl, url);
     const TextureSlots slots = {{alpha_tex, "alpha_tex", "alpha_tex"}};
     writeSlotChildren(writer, url, slots);
@@ -434,12 +434,12 @@ int MaterialAlphaContribution::writeXML(AssetXmlWriter& writer, std::wstring url
 }
 
 void MaterialAlphaContribution::writeFoldedTextures(AssetXmlWriter& writer,
-                                                    const std::wstring& url) {
+                                                    const std::u16string& url) {
     writeSlotChildren(writer, url, {{alpha_tex, "alpha_tex", "alpha_tex"}});
 }
 
 void MaterialAlphaContribution::writeFoldedParameters(AssetXmlWriter& writer,
-                                                      const std::wstring& url) {
+                                                      const std::u16string& url) {
     writer.writeFloat("alpha", alpha);
     writer.writeFloat("alpha_tex_mult", alpha_tex_mult);
     writeSlotParameters(writer, url, {{alpha_tex, "alpha_tex", "alpha_tex"}});

@@ -116,8 +116,8 @@ bool MaterialToon::isEqual(const MaterialPtr& other) {
            sameFloat(silhouetteMult, o.silhouetteMult);
 }
 
-int MaterialToon::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialToon::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, base_mtl, url);
     const TextureSlots slots = {
         {lineColorTex, "color_tex", "color_tex"},

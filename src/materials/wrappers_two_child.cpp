@@ -82,8 +82,8 @@ bool Material2Sided::isEqual(const MaterialPtr& other) {
            force_1sided == o.force_1sided;
 }
 
-int Material2Sided::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int Material2Sided::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, front, url);
     writeChildMaterial(writer, back, url);
     const TextureSlots slots = {
@@ -141,8 +141,8 @@ bool MaterialSkp2Sided::isEqual(const MaterialPtr& other) {
            force_1sided == o.force_1sided;
 }
 
-int MaterialSkp2Sided::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialSkp2Sided::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, front, url);
     writeChildMaterial(writer, back, url);
     beginMaterialAsset(writer, *this, url);
@@ -194,8 +194,8 @@ bool MaterialAngleBlend::isEqual(const MaterialPtr& other) {
            sameFloat(start_angle, o.start_angle) && sameFloat(stop_angle, o.stop_angle);
 }
 
-int MaterialAngleBlend::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + name;
+int MaterialAngleBlend::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + name;
     writeChildMaterial(writer, mtl_one, url);
     writeChildMaterial(writer, mtl_two, url);
     beginMaterialAsset(writer, *this, url);

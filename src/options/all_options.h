@@ -81,7 +81,7 @@ struct DistributedSettings {
     int32_t on = 0;
     int32_t asset_coll = 1;
     int32_t mode = 0;
-    std::wstring folder;
+    std::u16string folder;
 };
 
 struct OwnOptionSettings {
@@ -121,11 +121,11 @@ public:
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"AllOptions"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"AllOptions"; }
 
-    std::wstring& path(OptionPath which) { return paths[static_cast<size_t>(which)]; }
-    const std::wstring& path(OptionPath which) const { return paths[static_cast<size_t>(which)]; }
+    std::u16string& path(OptionPath which) { return paths[static_cast<size_t>(which)]; }
+    const std::u16string& path(OptionPath which) const { return paths[static_cast<size_t>(which)]; }
 
     CorvaneParams params;
     CorvaneFrameData frameData;
@@ -146,7 +146,7 @@ public:
     int32_t carried19 = 1;
     int32_t carried20 = 0;
     PhysicalCamera camera;
-    std::array<std::wstring, kOptionPathCount> paths;
+    std::array<std::u16string, kOptionPathCount> paths;
 };
 
 // The render options of the scene in memory, owned by the stored scene record (SkpModule): the

@@ -13,7 +13,7 @@ public:
     virtual int getType() = 0;
     virtual std::shared_ptr<BaseCamera> clone() = 0;
     virtual void setDefaults() = 0;
-    std::wstring pluginKind() override { return L"settings"; }
+    std::u16string pluginKind() override { return u"settings"; }
 };
 
 }  // namespace CorvaneCore

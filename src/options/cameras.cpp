@@ -277,14 +277,14 @@ bool RenderView::readVersion3(QuickArchive& archive) {
            flagD.deserialize(archive) && transform.deserialize(archive);
 }
 
-int RenderView::writeXML(AssetXmlWriter& writer, std::wstring name) {
-    name += L"/" + pluginType();
+int RenderView::writeXML(AssetXmlWriter& writer, std::u16string name) {
+    name += u"/" + pluginType();
     // The animated members write nothing of their own, but they keep their turn.
     fov.writeXML(writer, name);
     realB.writeXML(writer, name);
     realC.writeXML(writer, name);
     transform.writeXML(writer, name);
-    writer.beginAsset(name, pluginKind(), L"");
+    writer.beginAsset(name, pluginKind(), u"");
     writer.beginPlugin(pluginType(), pluginKind());
     writer.beginParameters();
     writer.writeInteger("img_width", img_width);

@@ -26,8 +26,8 @@ public:
     std::shared_ptr<BaseCamera> clone() override;
     void setDefaults() override;
     // The options document writes the camera's block from AllOptions.
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return L"CameraPhysical"; }
+    int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
+    std::u16string pluginType() override { return u"CameraPhysical"; }
 
     // Values are set by setDefaults, which the constructor runs.
     int32_t type;
@@ -85,9 +85,9 @@ public:
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults();
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"RenderView"; }
-    std::wstring pluginKind() override { return L"settings"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"RenderView"; }
+    std::u16string pluginKind() override { return u"settings"; }
 
     IntRect renderRegion;
     IntRect cropRegion;

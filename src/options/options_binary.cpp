@@ -56,7 +56,7 @@ void writeChannels(RowWriter& io, const std::vector<int32_t>& channels) {
 }
 
 template <class Io>
-void transferPath(Io& io, std::wstring& path) {
+void transferPath(Io& io, std::u16string& path) {
     io(path);
     if constexpr (Io::kReading) {
         if (path.size() > kMaxOptionPathLength) path.resize(kMaxOptionPathLength);
@@ -126,7 +126,7 @@ bool transferOptions(Io& io, AllOptions& o) {
     } else {
         writeChannels(io, o.channels);
     }
-    for (std::wstring& path : o.paths) transferPath(io, path);
+    for (std::u16string& path : o.paths) transferPath(io, path);
     return transferTrailingRows(io, o);
 }
 
@@ -162,7 +162,7 @@ void AllOptions::setDefaults() {
     carried19 = 1;
     carried20 = 0;
     camera.setDefaults();
-    for (std::wstring& p : paths) p.clear();
+    for (std::u16string& p : paths) p.clear();
     channels.clear();
     channels.push_back(kChannelRgbColor);
     channels.push_back(kChannelAlpha);

@@ -11,7 +11,7 @@
 
 namespace CorvaneCore {
 
-bool CorOptFile::write(AllOptions& options, const std::wstring& path) {
+bool CorOptFile::write(AllOptions& options, const std::u16string& path) {
     QuickArchive archive(1);
     if (!options.serialize(archive)) return false;
     std::ofstream out(wideToUtf8(path), std::ios::binary | std::ios::trunc);
@@ -25,7 +25,7 @@ bool CorOptFile::write(AllOptions& options, const std::wstring& path) {
     return true;
 }
 
-bool CorOptFile::read(AllOptions& options, const std::wstring& path) {
+bool CorOptFile::read(AllOptions& options, const std::u16string& path) {
     // A directory, pipe or device opens as a stream too but has no size to read by.
     const std::filesystem::path file = std::filesystem::u8path(wideToUtf8(path));
     std::error_code error;

@@ -11,8 +11,8 @@ class CorOptFile {
 public:
     virtual ~CorOptFile() = default;
     // Paths are wide; they are opened through their UTF-8 form.
-    virtual bool write(AllOptions& options, const std::wstring& path);
-    virtual bool read(AllOptions& options, const std::wstring& path);
+    virtual bool write(AllOptions& options, const std::u16string& path);
+    virtual bool read(AllOptions& options, const std::u16string& path);
 };
 
 }  // namespace CorvaneCore

@@ -20,7 +20,7 @@ constexpr int32_t kForcedPathSamplerType = 2;
 // string; reading an empty string leaves the path as it was.
 template <class Io>
 void transferCachePath(Io& io, std::optional<std::string>& path) {
-    std::wstring wide;
+    std::u16string wide;
     if constexpr (Io::kReading) {
         io(wide);
         if (!wide.empty()) path = wideToUtf8(wide);
@@ -236,9 +236,9 @@ bool CorvaneFrameData::deserialize(QuickArchive& archive) {
     return true;
 }
 
-int CorvaneFrameData::writeXML(AssetXmlWriter& w, std::wstring name) {
-    const std::wstring url = name + L"/" + pluginType();
-    w.beginAsset(url, pluginKind(), L"");
+int CorvaneFrameData::writeXML(AssetXmlWriter& w, std::u16string name) {
+    const std::u16string url = name + u"/" + pluginType();
+    w.beginAsset(url, pluginKind(), u"");
     w.beginPlugin(pluginType(), pluginKind());
     w.beginParameters();
     w.writeFloat("t", static_cast<float>(t));
@@ -292,7 +292,7 @@ bool CorvaneOFBStampInfo::deserialize(QuickArchive& archive) {
     archive.read(stampEnabled);
     archive.read(stampFlag);
     archive.read(stampMode);
-    std::wstring text;
+    std::u16string text;
     archive.read(text);
     stampText = wideToUtf8(text);  // an empty stored text replaces the default as well
     if (major == 1) {

@@ -88,7 +88,7 @@ namespace CorvaneCore {
 class CorvaneOptionsBase : public CorvaneSerializable, public CorvaneXMLSerializable {
 public:
     virtual void setDefaults() = 0;
-    std::wstring pluginKind() override { return L"settings"; }
+    std::u16string pluginKind() override { return u"settings"; }
 };
 
 class CorvaneParams : public CorvaneOptionsBase, public OmbraUtils::OmbraParams {
@@ -99,8 +99,8 @@ public:
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return L"CorvaneParams"; }
+    int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
+    std::u16string pluginType() override { return u"CorvaneParams"; }
 };
 
 class CorvaneFrameData : public CorvaneOptionsBase, public OmbraUtils::OmbraFrameData {
@@ -111,8 +111,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override { static_cast<OmbraFrameData&>(*this) = OmbraFrameData(); }
     // A block of its own; the options document does not include it.
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"FrameData"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"FrameData"; }
 };
 
 class CorvaneOFBStampInfo : public CorvaneOptionsBase, public OmbraUtils::OmbraOFBStampInfo {
@@ -122,8 +122,8 @@ public:
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override { static_cast<OmbraOFBStampInfo&>(*this) = OmbraOFBStampInfo(); }
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return L"OFBStampInfo"; }
+    int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
+    std::u16string pluginType() override { return u"OFBStampInfo"; }
 };
 
 }  // namespace CorvaneCore

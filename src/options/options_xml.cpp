@@ -9,7 +9,7 @@ namespace CorvaneCore {
 
 namespace {
 
-constexpr const wchar_t* kSettingsKind = L"settings";
+constexpr const char16_t* kSettingsKind = u"settings";
 constexpr bool kUserData = true;
 
 // An integer field that the renderer reads as a switch.
@@ -19,9 +19,9 @@ void writeSwitch(AssetXmlWriter& w, const char* name, int32_t stored, const char
 }
 
 template <class Body>
-void writeSettingsAsset(AssetXmlWriter& w, const std::wstring& url, const wchar_t* block,
+void writeSettingsAsset(AssetXmlWriter& w, const std::u16string& url, const char16_t* block,
                         Body body) {
-    w.beginAsset(url, kSettingsKind, L"");
+    w.beginAsset(url, kSettingsKind, u"");
     w.beginPlugin(block, kSettingsKind);
     w.beginParameters();
     body();
@@ -31,9 +31,9 @@ void writeSettingsAsset(AssetXmlWriter& w, const std::wstring& url, const wchar_
 }
 
 template <class Body>
-void writeBlock(AssetXmlWriter& w, const std::wstring& name, const wchar_t* block, Body body) {
+void writeBlock(AssetXmlWriter& w, const std::u16string& name, const char16_t* block, Body body) {
     w.openAssets();
-    writeSettingsAsset(w, name + L"/" + block, block, body);
+    writeSettingsAsset(w, name + u"/" + block, block, body);
     w.closeAssets();
 }
 
@@ -44,73 +44,73 @@ int32_t exchangedFilterType(int32_t stored) {
     return stored;
 }
 
-std::map<int32_t, std::wstring> channelNames() {
+std::map<int32_t, std::u16string> channelNames() {
     return {
-        {100, L"Atmosphere"},
-        {101, L"Diffuse"},
-        {102, L"Reflection"},
-        {103, L"Refraction"},
-        {104, L"Self-illumination"},
-        {105, L"Shadow"},
-        {106, L"Specular"},
-        {107, L"Lighting"},
-        {108, L"GI"},
-        {109, L"Caustics"},
-        {110, L"Raw GI"},
-        {111, L"Raw Light"},
-        {112, L"Raw Shadow"},
-        {113, L"Velocity"},
-        {114, L"RenderID"},
-        {115, L"Material ID"},
-        {116, L"Node ID"},
-        {117, L"ZDepth"},
-        {118, L"Reflection Filter"},
-        {119, L"Raw Reflection"},
-        {120, L"Refraction Filter"},
-        {121, L"Raw Refraction"},
-        {122, L"Real Color"},
-        {123, L"Normals"},
-        {124, L"Background"},
-        {125, L"Alpha"},
-        {126, L"RGB color"},
-        {127, L"Wire Color"},
-        {128, L"Matte Shadow"},
-        {129, L"Total Light"},
-        {130, L"Raw Total Light"},
-        {131, L"Bump Normal"},
-        {132, L"Sample Rate"},
-        {133, L"SSS2"},
+        {100, u"Atmosphere"},
+        {101, u"Diffuse"},
+        {102, u"Reflection"},
+        {103, u"Refraction"},
+        {104, u"Self-illumination"},
+        {105, u"Shadow"},
+        {106, u"Specular"},
+        {107, u"Lighting"},
+        {108, u"GI"},
+        {109, u"Caustics"},
+        {110, u"Raw GI"},
+        {111, u"Raw Light"},
+        {112, u"Raw Shadow"},
+        {113, u"Velocity"},
+        {114, u"RenderID"},
+        {115, u"Material ID"},
+        {116, u"Node ID"},
+        {117, u"ZDepth"},
+        {118, u"Reflection Filter"},
+        {119, u"Raw Reflection"},
+        {120, u"Refraction Filter"},
+        {121, u"Raw Refraction"},
+        {122, u"Real Color"},
+        {123, u"Normals"},
+        {124, u"Background"},
+        {125, u"Alpha"},
+        {126, u"RGB color"},
+        {127, u"Wire Color"},
+        {128, u"Matte Shadow"},
+        {129, u"Total Light"},
+        {130, u"Raw Total Light"},
+        {131, u"Bump Normal"},
+        {132, u"Sample Rate"},
+        {133, u"SSS2"},
     };
 }
 
 class OptionsXml {
 public:
-    OptionsXml(AssetXmlWriter& w, const AllOptions& o, const std::wstring& name)
+    OptionsXml(AssetXmlWriter& w, const AllOptions& o, const std::u16string& name)
         : w_(w), o_(o), p_(o.params), f_(o.frameData), name_(name) {}
 
     void write() {
-        writeBlock(w_, name_, L"SettingsImageSampler", [&] { imageSampler(); });
-        writeBlock(w_, name_, L"SettingsImageFilter", [&] { imageFilter(); });
-        writeBlock(w_, name_, L"SettingsCamera", [&] { camera(); });
-        writeBlock(w_, name_, L"SettingsCameraDof", [&] { cameraDof(); });
-        writeBlock(w_, name_, L"SettingsMotionBlur", [&] { motionBlur(); });
-        writeBlock(w_, name_, L"SettingsGI", [&] { gi(); });
-        writeBlock(w_, name_, L"SettingsIrradianceMap", [&] { irradianceMap(); });
-        writeBlock(w_, name_, L"SettingsPhotonMap", [&] { photonMap(); });
-        writeBlock(w_, name_, L"SettingsLightCache", [&] { lightCache(); });
-        writeBlock(w_, name_, L"SettingsCaustics", [&] { caustics(); });
-        writeBlock(w_, name_, L"SettingsRaycaster", [&] { raycaster(); });
-        writeBlock(w_, name_, L"SettingsRegionsGenerator", [&] { regionsGenerator(); });
-        writeBlock(w_, name_, L"SettingsDMCGI", [&] { dmcGI(); });
-        writeBlock(w_, name_, L"SettingsDMCSampler", [&] { dmcSampler(); });
-        writeBlock(w_, name_, L"SettingsColorMapping", [&] { colorMapping(); });
-        writeBlock(w_, name_, L"SettingsRenderChannels", [&] { renderChannels(); });
-        writeBlock(w_, name_, L"SettingsOptions", [&] { options(); });
-        writeBlock(w_, name_, L"SettingsDefaultDisplacement", [&] { defaultDisplacement(); });
+        writeBlock(w_, name_, u"SettingsImageSampler", [&] { imageSampler(); });
+        writeBlock(w_, name_, u"SettingsImageFilter", [&] { imageFilter(); });
+        writeBlock(w_, name_, u"SettingsCamera", [&] { camera(); });
+        writeBlock(w_, name_, u"SettingsCameraDof", [&] { cameraDof(); });
+        writeBlock(w_, name_, u"SettingsMotionBlur", [&] { motionBlur(); });
+        writeBlock(w_, name_, u"SettingsGI", [&] { gi(); });
+        writeBlock(w_, name_, u"SettingsIrradianceMap", [&] { irradianceMap(); });
+        writeBlock(w_, name_, u"SettingsPhotonMap", [&] { photonMap(); });
+        writeBlock(w_, name_, u"SettingsLightCache", [&] { lightCache(); });
+        writeBlock(w_, name_, u"SettingsCaustics", [&] { caustics(); });
+        writeBlock(w_, name_, u"SettingsRaycaster", [&] { raycaster(); });
+        writeBlock(w_, name_, u"SettingsRegionsGenerator", [&] { regionsGenerator(); });
+        writeBlock(w_, name_, u"SettingsDMCGI", [&] { dmcGI(); });
+        writeBlock(w_, name_, u"SettingsDMCSampler", [&] { dmcSampler(); });
+        writeBlock(w_, name_, u"SettingsColorMapping", [&] { colorMapping(); });
+        writeBlock(w_, name_, u"SettingsRenderChannels", [&] { renderChannels(); });
+        writeBlock(w_, name_, u"SettingsOptions", [&] { options(); });
+        writeBlock(w_, name_, u"SettingsDefaultDisplacement", [&] { defaultDisplacement(); });
         environmentBlock();
-        writeBlock(w_, name_, L"SettingsOutput", [&] { output(); });
-        writeBlock(w_, name_, L"CameraPhysical", [&] { cameraPhysical(); });
-        writeBlock(w_, name_, L"SettingsDR", [&] { dr(); });
+        writeBlock(w_, name_, u"SettingsOutput", [&] { output(); });
+        writeBlock(w_, name_, u"CameraPhysical", [&] { cameraPhysical(); });
+        writeBlock(w_, name_, u"SettingsDR", [&] { dr(); });
     }
 
 private:
@@ -208,7 +208,7 @@ private:
         w_.writeInteger("lookup_mode", m.lookup_mode);
         w_.writeInteger("mode", m.mode);
         writeSwitch(w_, "dont_delete", m.dont_delete);
-        w_.writeFile(L"file", o_.path(OptionPath::IrradianceMapFile));
+        w_.writeFile(u"file", o_.path(OptionPath::IrradianceMapFile));
         writeSwitch(w_, "show_samples", m.show_samples);
         writeSwitch(w_, "show_calc_phase", m.show_calc_phase);
         writeSwitch(w_, "show_direct_light", m.show_direct_light);
@@ -216,7 +216,7 @@ private:
         writeSwitch(w_, "multipass", m.multipass);
         writeSwitch(w_, "check_sample_visibility", m.check_sample_visibility);
         writeSwitch(w_, "auto_save", m.auto_save);
-        w_.writeFile(L"auto_save_file", o_.path(OptionPath::IrradianceMapAutoSaveFile));
+        w_.writeFile(u"auto_save_file", o_.path(OptionPath::IrradianceMapAutoSaveFile));
     }
 
     void photonMap() {
@@ -226,13 +226,13 @@ private:
         writeSwitch(w_, "prefilter", m.prefilter);
         w_.writeInteger("prefilter_samples", m.prefilter_samples);
         w_.writeInteger("mode", m.mode);
-        w_.writeFile(L"file", o_.path(OptionPath::PhotonMapFile));
+        w_.writeFile(u"file", o_.path(OptionPath::PhotonMapFile));
         writeSwitch(w_, "auto_search_distance", m.auto_search_distance);
         w_.writeFloat("search_distance", m.search_distance);
         writeSwitch(w_, "convex_hull_estimate", m.convex_hull_estimate);
         writeSwitch(w_, "dont_delete", m.dont_delete);
         writeSwitch(w_, "auto_save", m.auto_save);
-        w_.writeFile(L"auto_save_file", o_.path(OptionPath::PhotonMapAutoSaveFile));
+        w_.writeFile(u"auto_save_file", o_.path(OptionPath::PhotonMapAutoSaveFile));
         writeSwitch(w_, "store_direct_light", m.store_direct_light);
         w_.writeFloat("multiplier", m.multiplier);
         w_.writeFloat("max_density", m.max_density);
@@ -257,10 +257,10 @@ private:
         writeSwitch(w_, "store_direct_light", c.store_direct_light);
         w_.writeInteger("world_scale", c.world_scale);
         w_.writeInteger("mode", c.mode);
-        w_.writeFile(L"file", o_.path(OptionPath::LightCacheFile));
+        w_.writeFile(u"file", o_.path(OptionPath::LightCacheFile));
         writeSwitch(w_, "dont_delete", c.dont_delete);
         writeSwitch(w_, "auto_save", c.auto_save);
-        w_.writeFile(L"auto_save_file", o_.path(OptionPath::LightCacheAutoSaveFile));
+        w_.writeFile(u"auto_save_file", o_.path(OptionPath::LightCacheAutoSaveFile));
         w_.writeInteger("num_passes", c.num_passes);
         writeSwitch(w_, "use_for_glossy_rays", c.use_for_glossy_rays);
         writeSwitch(w_, "adaptive_sampling", c.adaptive_sampling);
@@ -277,10 +277,10 @@ private:
         w_.writeFloat("max_density", c.max_density);
         w_.writeFloat("multiplier", c.multiplier);
         w_.writeInteger("mode", c.mode);
-        w_.writeFile(L"file", o_.path(OptionPath::CausticsFile));
+        w_.writeFile(u"file", o_.path(OptionPath::CausticsFile));
         writeSwitch(w_, "dont_delete", c.dont_delete);
         writeSwitch(w_, "auto_save", c.auto_save);
-        w_.writeFile(L"auto_save_file", o_.path(OptionPath::CausticsAutoSaveFile));
+        w_.writeFile(u"auto_save_file", o_.path(OptionPath::CausticsAutoSaveFile));
         writeSwitch(w_, "show_calc_phase", c.show_calc_phase);
     }
 
@@ -341,11 +341,11 @@ private:
         writeSwitch(w_, "zdepth_clamp", c.zdepth_clamp);
         w_.writeFloat("zdepth_black", c.zdepth_black);
         w_.writeFloat("zdepth_white", c.zdepth_white);
-        const std::map<int32_t, std::wstring> names = channelNames();
+        const std::map<int32_t, std::u16string> names = channelNames();
         w_.beginList("channel_names", "string", "OFB Channels");
         for (int32_t id : o_.channels) {
             auto found = names.find(id);
-            w_.writeEntry(found == names.end() ? std::wstring() : found->second);
+            w_.writeEntry(found == names.end() ? std::u16string() : found->second);
         }
         w_.endList();
     }
@@ -391,7 +391,7 @@ private:
 
     struct EnvironmentSlot {
         const char* prefix;  // "bg" gives "use_bg", "bg_color", "bg_tex", "bg_mult"
-        const wchar_t* path;
+        const char16_t* path;
         int32_t use;
         const Color& color;
         const std::shared_ptr<BaseTexture>& texture;
@@ -403,18 +403,18 @@ private:
     void environmentBlock() {
         const EnvironmentSettings& e = o_.environment;
         const EnvironmentSlot slots[] = {
-            {"bg", L"bg_texture", e.use_bg, e.bg_color, e.bg_tex, e.bgColorMult, e.bgTexMult},
-            {"gi", L"gi_texture", e.use_gi, e.gi_color, e.gi_tex, e.giColorMult, e.giTexMult},
-            {"reflect", L"reflect_texture", e.use_reflect, e.reflect_color, e.reflect_tex,
+            {"bg", u"bg_texture", e.use_bg, e.bg_color, e.bg_tex, e.bgColorMult, e.bgTexMult},
+            {"gi", u"gi_texture", e.use_gi, e.gi_color, e.gi_tex, e.giColorMult, e.giTexMult},
+            {"reflect", u"reflect_texture", e.use_reflect, e.reflect_color, e.reflect_tex,
              e.reflectColorMult, e.reflectTexMult},
-            {"refract", L"refract_texture", e.use_refract, e.refract_color, e.refract_tex,
+            {"refract", u"refract_texture", e.use_refract, e.refract_color, e.refract_tex,
              e.refractColorMult, e.refractTexMult},
         };
-        const wchar_t* block = L"SettingsEnvironment";
-        const std::wstring url = name_ + L"/" + block;
+        const char16_t* block = u"SettingsEnvironment";
+        const std::u16string url = name_ + u"/" + block;
         w_.openAssets();
         for (const EnvironmentSlot& slot : slots) {
-            if (slot.texture) slot.texture->writeXML(w_, url + L"/" + slot.path);
+            if (slot.texture) slot.texture->writeXML(w_, url + u"/" + slot.path);
         }
         writeSettingsAsset(w_, url, block, [&] {
             for (const EnvironmentSlot& slot : slots) environmentSlot(url, slot);
@@ -422,13 +422,13 @@ private:
         w_.closeAssets();
     }
 
-    void environmentSlot(const std::wstring& url, const EnvironmentSlot& slot) {
+    void environmentSlot(const std::u16string& url, const EnvironmentSlot& slot) {
         const std::string prefix = slot.prefix;
         writeSwitch(w_, ("use_" + prefix).c_str(), slot.use);
         w_.writeColor((prefix + "_color").c_str(), slot.color);
         if (slot.texture) {
             w_.writePlugin((prefix + "_tex").c_str(), PluginRef(slot.texture),
-                           url + L"/" + slot.path);
+                           url + u"/" + slot.path);
         }
         w_.writeFloat((prefix + "_mult").c_str(), slot.texture ? slot.texMult : slot.colorMult);
     }
@@ -439,7 +439,7 @@ private:
         w_.writeInteger("img_height", out.img_height);
         w_.writeFloat("img_pixelAspect", out.img_pixelAspect);
         w_.writeFloat("img_imageAspect", out.img_imageAspect);
-        w_.writeFile(L"img_file", o_.path(OptionPath::ImageFile));
+        w_.writeFile(u"img_file", o_.path(OptionPath::ImageFile));
         writeSwitch(w_, "img_rawFile", out.img_rawFile);
         w_.writeFloat("frames_per_second", out.frames_per_second);
         w_.writeFloat("rgn_left", f_.rgn_left);
@@ -452,7 +452,7 @@ private:
         w_.writeInteger("r_width", f_.r_width);
         w_.writeInteger("r_top", f_.r_top);
         w_.writeInteger("r_height", f_.r_height);
-        w_.writeFile(L"omimg_file", o_.path(OptionPath::OmImageFile), L"OMImage Output File",
+        w_.writeFile(u"omimg_file", o_.path(OptionPath::OmImageFile), u"OMImage Output File",
                      kUserData);
         writeSwitch(w_, "override_viewport", out.override_viewport, "Override Viewport", kUserData);
         writeSwitch(w_, "do_animation", out.do_animation, "", kUserData);
@@ -502,19 +502,19 @@ private:
         writeSwitch(w_, "on", o_.dr.on);
         writeSwitch(w_, "asset_coll", o_.dr.asset_coll);
         w_.writeInteger("mode", o_.dr.mode);
-        w_.writeFile(L"folder", o_.dr.folder);
+        w_.writeFile(u"folder", o_.dr.folder);
     }
 
     AssetXmlWriter& w_;
     const AllOptions& o_;
     const OmbraUtils::OmbraParams& p_;
     const OmbraUtils::OmbraFrameData& f_;
-    const std::wstring& name_;
+    const std::u16string& name_;
 };
 
 }  // namespace
 
-int AllOptions::writeXML(AssetXmlWriter& writer, std::wstring name) {
+int AllOptions::writeXML(AssetXmlWriter& writer, std::u16string name) {
     OptionsXml(writer, *this, name).write();
     return 0;
 }

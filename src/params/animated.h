@@ -31,9 +31,9 @@ public:
     void reset();
 
     // The XML side of a transform curve writes nothing.
-    std::wstring pluginType() const { return std::wstring(); }
-    std::wstring pluginKind() const { return std::wstring(); }
-    void writeXML(AssetXmlWriter&, std::wstring) const {}
+    std::u16string pluginType() const { return std::u16string(); }
+    std::u16string pluginKind() const { return std::u16string(); }
+    void writeXML(AssetXmlWriter&, std::u16string) const {}
 
     // Same key times and values; floats compare as sameFloat does.
     bool sameKeys(const AnimatedTransform& other) const;
@@ -61,9 +61,9 @@ public:
     void setInterpolate(bool on) { interpolate_ = on; }
     bool sameKeys(const AnimatedReal& other) const;
 
-    int writeXML(AssetXmlWriter&, std::wstring) override { return 0; }
-    std::wstring pluginType() override { return std::wstring(); }
-    std::wstring pluginKind() override { return std::wstring(); }
+    int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
+    std::u16string pluginType() override { return std::u16string(); }
+    std::u16string pluginKind() override { return std::u16string(); }
 
 private:
     std::map<double, float> keys_;

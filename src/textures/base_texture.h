@@ -14,7 +14,7 @@ public:
     virtual int getType() = 0;
     virtual std::shared_ptr<BaseTexture> clone() = 0;
     virtual bool isEqual(const std::shared_ptr<BaseTexture>& other) = 0;
-    std::wstring pluginKind() override { return L"texture"; }
+    std::u16string pluginKind() override { return u"texture"; }
 };
 
 class BaseBitmap : public CorvaneSerializable, public CorvaneXMLSerializable {
@@ -23,7 +23,7 @@ public:
     virtual int getType() = 0;
     virtual std::shared_ptr<BaseBitmap> clone() = 0;
     virtual bool isEqual(const std::shared_ptr<BaseBitmap>& other) = 0;
-    std::wstring pluginKind() override { return L"bitmap"; }
+    std::u16string pluginKind() override { return u"bitmap"; }
 };
 
 // Type id to a new object with its defaults; null for an id without a class (-1 means none).

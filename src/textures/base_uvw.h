@@ -16,7 +16,7 @@ public:
     virtual void updateTransforms() = 0;
     virtual std::shared_ptr<BaseUVW> clone() = 0;
     virtual bool isEqual(const std::shared_ptr<BaseUVW>& other) = 0;
-    std::wstring pluginKind() override { return L"uvw"; }
+    std::u16string pluginKind() override { return u"uvw"; }
 };
 
 std::shared_ptr<BaseUVW> createUVW(int id);

@@ -27,7 +27,7 @@ bool sameChild(const std::shared_ptr<Base>& mine, const std::shared_ptr<Base>& t
 // Writes a non-empty child under `slotUrl`, so its asset stands before its parent's.
 template <class Base>
 void writeChildXML(AssetXmlWriter& writer, const std::shared_ptr<Base>& child,
-                   const std::wstring& slotUrl) {
+                   const std::u16string& slotUrl) {
     if (child) child->writeXML(writer, slotUrl);
 }
 
@@ -43,9 +43,9 @@ inline bool readTextureVersion(QuickArchive& archive, BaseTexture& texture, uint
 }
 
 // Opens asset, plugin and parameter list of one object.
-inline void beginAssetFrame(AssetXmlWriter& writer, const std::wstring& url,
-                            const std::wstring& pluginType, const std::wstring& pluginKind) {
-    writer.beginAsset(url, pluginKind, L"");
+inline void beginAssetFrame(AssetXmlWriter& writer, const std::u16string& url,
+                            const std::u16string& pluginType, const std::u16string& pluginKind) {
+    writer.beginAsset(url, pluginKind, u"");
     writer.beginPlugin(pluginType, pluginKind);
     writer.beginParameters();
 }

@@ -34,8 +34,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 1; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexFresnel"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexFresnel"; }
 
     void cloneChildren();
     bool sameAs(const FresnelTexture& other) const;
@@ -50,8 +50,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 2; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexUVW"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexUVW"; }
 
     void cloneChildren();
     bool sameAs(const UVWTexture& other) const;
@@ -72,8 +72,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 11; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexRamp"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexRamp"; }
 
     void cloneChildren();
     bool sameAs(const RampTexture& other) const;
@@ -90,8 +90,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 8; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexBulge"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexBulge"; }
 
     void cloneChildren();
     bool sameAs(const BulgeTexture& other) const;
@@ -112,8 +112,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 6; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexGrid"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexGrid"; }
 
     void cloneChildren();
     bool sameAs(const GridTexture& other) const;
@@ -134,8 +134,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 7; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexCloth"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexCloth"; }
 
     void cloneChildren();
     bool sameAs(const ClothTexture& other) const;
@@ -154,8 +154,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 10; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexBlend"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexBlend"; }
 
     void cloneChildren();
     bool sameAs(const BlendTexture& other) const;
@@ -187,8 +187,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 3; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexNoise"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexNoise"; }
 
     void cloneChildren();
     bool sameAs(const NoiseTexture& other) const;
@@ -204,8 +204,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 9; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexInvert"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexInvert"; }
 
     void cloneChildren();
     bool sameAs(const InvertTexture& other) const;
@@ -227,8 +227,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 4; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexChecker"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexChecker"; }
 
     void cloneChildren();
     bool sameAs(const CheckerTexture& other) const;
@@ -244,8 +244,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 5; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexAColor"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexAColor"; }
 
     void cloneChildren() {}
     bool sameAs(const AColorTexture& other) const;

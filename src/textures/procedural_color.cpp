@@ -89,12 +89,12 @@ bool FresnelTexture::sameAs(const FresnelTexture& o) const {
 
 // The colour textures' assets live under "reflection_tex" and "refraction_tex", while their
 // parameters keep the colour names.
-int FresnelTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring blackUrl = url + L"/reflection_tex";
-    const std::wstring whiteUrl = url + L"/refraction_tex";
-    const std::wstring fresnelUrl = url + L"/fresnel_ior_tex";
-    const std::wstring refractUrl = url + L"/refract_ior_tex";
+int FresnelTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string blackUrl = url + u"/reflection_tex";
+    const std::u16string whiteUrl = url + u"/refraction_tex";
+    const std::u16string fresnelUrl = url + u"/fresnel_ior_tex";
+    const std::u16string refractUrl = url + u"/refract_ior_tex";
     writeChildXML(writer, black_color_tex, blackUrl);
     writeChildXML(writer, white_color_tex, whiteUrl);
     writeChildXML(writer, fresnel_ior_tex, fresnelUrl);
@@ -136,8 +136,8 @@ bool AColorTexture::deserialize(QuickArchive& archive) {
 
 bool AColorTexture::sameAs(const AColorTexture& o) const { return sameAColor(texture, o.texture); }
 
-int AColorTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
+int AColorTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writeAColor("texture", texture);
     endAssetFrame(writer);
@@ -174,9 +174,9 @@ bool InvertTexture::sameAs(const InvertTexture& o) const {
 }
 
 // The child's asset lives under "base_texture"; the parameter is "texture".
-int InvertTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring textureUrl = url + L"/base_texture";
+int InvertTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string textureUrl = url + u"/base_texture";
     writeChildXML(writer, texture, textureUrl);
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("texture", texture, textureUrl);
@@ -227,10 +227,10 @@ bool BlendTexture::sameAs(const BlendTexture& o) const {
            sameFloat(blend_amount, o.blend_amount);
 }
 
-int BlendTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring aUrl = url + L"/color_a";
-    const std::wstring bUrl = url + L"/color_b";
+int BlendTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string aUrl = url + u"/color_a";
+    const std::u16string bUrl = url + u"/color_b";
     writeChildXML(writer, color_a, aUrl);
     writeChildXML(writer, color_b, bUrl);
     beginAssetFrame(writer, url, pluginType(), pluginKind());

@@ -24,9 +24,9 @@ void UVWTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
 
 bool UVWTexture::sameAs(const UVWTexture& o) const { return sameChild(uvwgen, o.uvwgen); }
 
-int UVWTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
+int UVWTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
     writeChildXML(writer, uvwgen, uvwUrl);
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
@@ -85,10 +85,10 @@ bool RampTexture::sameAs(const RampTexture& o) const {
            sameFloat(v_wave, o.v_wave) && type == o.type && interpolation == o.interpolation;
 }
 
-int RampTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
-    const std::wstring colorsUrl = url + L"/colors";
+int RampTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
+    const std::u16string colorsUrl = url + u"/colors";
     writeChildXML(writer, uvwgen, uvwUrl);
     writeChildXML(writer, colors, colorsUrl);
     beginAssetFrame(writer, url, pluginType(), pluginKind());
@@ -136,9 +136,9 @@ bool BulgeTexture::sameAs(const BulgeTexture& o) const {
            sameFloat(v_width, o.v_width);
 }
 
-int BulgeTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
+int BulgeTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
     writeChildXML(writer, uvwgen, uvwUrl);
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
@@ -204,11 +204,11 @@ bool GridTexture::sameAs(const GridTexture& o) const {
            sameFloat(v_width, o.v_width);
 }
 
-int GridTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
-    const std::wstring lineUrl = url + L"/line_color";
-    const std::wstring fillUrl = url + L"/fill_color";
+int GridTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
+    const std::u16string lineUrl = url + u"/line_color";
+    const std::u16string fillUrl = url + u"/fill_color";
     writeChildXML(writer, uvwgen, uvwUrl);
     writeChildXML(writer, line_color, lineUrl);
     writeChildXML(writer, fill_color, fillUrl);
@@ -269,9 +269,9 @@ bool ClothTexture::sameAs(const ClothTexture& o) const {
 }
 
 // The one stored flag tiles both directions.
-int ClothTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
+int ClothTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
     writeChildXML(writer, uvwgen, uvwUrl);
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
@@ -363,11 +363,11 @@ bool NoiseTexture::sameAs(const NoiseTexture& o) const {
            noiseType == o.noiseType && inflection == o.inflection;
 }
 
-int NoiseTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
-    const std::wstring color1Url = url + L"/color1_tex";
-    const std::wstring color2Url = url + L"/color2_tex";
+int NoiseTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
+    const std::u16string color1Url = url + u"/color1_tex";
+    const std::u16string color2Url = url + u"/color2_tex";
     writeChildXML(writer, uvwgen, uvwUrl);
     writeChildXML(writer, color1_tex, color1Url);
     writeChildXML(writer, color2_tex, color2Url);
@@ -450,11 +450,11 @@ bool CheckerTexture::sameAs(const CheckerTexture& o) const {
            sameFloat(blackColorMult, o.blackColorMult);
 }
 
-int CheckerTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
-    const std::wstring whiteUrl = url + L"/white_color";
-    const std::wstring blackUrl = url + L"/black_color";
+int CheckerTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
+    const std::u16string whiteUrl = url + u"/white_color";
+    const std::u16string blackUrl = url + u"/black_color";
     writeChildXML(writer, uvwgen, uvwUrl);
     writeChildXML(writer, white_color, whiteUrl);
     writeChildXML(writer, black_color, blackUrl);

@@ -27,9 +27,9 @@ void SkyTexture::setDefaults() {
     transform.reset();
 }
 
-std::wstring SkyTexture::sunId() const {
+std::u16string SkyTexture::sunId() const {
     const auto* light = dynamic_cast<const SunLight*>(sun.get());
-    return light ? light->sunId : std::wstring();
+    return light ? light->sunId : std::u16string();
 }
 
 bool SkyTexture::hasSun() const { return sun && sun->getType() == kSunLightType; }
@@ -120,25 +120,25 @@ bool SkyTexture::sameAs(const SkyTexture& o) const {
 }
 
 // Writes the sun at the document's root, once per writer, and gives the URL to refer to it by.
-std::wstring SkyTexture::sunReference(AssetXmlWriter& writer) {
-    const std::wstring id = sunId();
+std::u16string SkyTexture::sunReference(AssetXmlWriter& writer) {
+    const std::u16string id = sunId();
     if (writer.targetHost == 0) {
-        if (sun) sun->writeXML(writer, L"");
+        if (sun) sun->writeXML(writer, u"");
         const auto written = writer.sunUrls.find(id);
-        return written != writer.sunUrls.end() ? written->second : L"/SunLight";
+        return written != writer.sunUrls.end() ? written->second : u"/SunLight";
     }
     // Other hosts keep a document sun of their own in place of the default one.
     if (sun && equalsIgnoreCase(id, kDefaultSunId)) {
-        sun->writeXML(writer, L"");
-        return L"/Rhino Document Sun";
+        sun->writeXML(writer, u"");
+        return u"/Rhino Document Sun";
     }
     const auto entry = writer.sunUrls.find(id);
-    return entry != writer.sunUrls.end() ? entry->second : L"/" + id;
+    return entry != writer.sunUrls.end() ? entry->second : u"/" + id;
 }
 
-int SkyTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring sunUrl = sunReference(writer);
+int SkyTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string sunUrl = sunReference(writer);
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("sun", sun, sunUrl);
     endAssetFrame(writer);

@@ -34,7 +34,7 @@ public:
     int32_t shadow_subdivs = 8;
     bool shadows = true;
     bool enabled = false;
-    std::wstring skyId;
+    std::u16string skyId;
     AnimatedTransform transform;
 
     SkyTexture() { setDefaults(); }
@@ -44,8 +44,8 @@ public:
     // Points `sun` at the shared default sun and gives the sky a fresh identity.
     void setDefaults() override;
     int getType() override { return 12; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexSky"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexSky"; }
 
     // A sun is held and it is a sun light.
     bool hasSun() const;
@@ -56,10 +56,10 @@ public:
     bool sameAs(const SkyTexture& other) const;
 
 private:
-    std::wstring sunId() const;
+    std::u16string sunId() const;
     void writeFields(QuickArchive& archive) const;
     void readFields(QuickArchive& archive);
-    std::wstring sunReference(AssetXmlWriter& writer);
+    std::u16string sunReference(AssetXmlWriter& writer);
 };
 
 }  // namespace CorvaneCore

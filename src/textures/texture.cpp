@@ -6,8 +6,8 @@
 
 namespace CorvaneCore {
 
-const std::map<int32_t, std::wstring> kFilterTypeWords = {
-    {0, L"No filter"}, {1, L"Mip-map"}, {2, L"Summed-area"}};
+const std::map<int32_t, std::u16string> kFilterTypeWords = {
+    {0, u"No filter"}, {1, u"Mip-map"}, {2, u"Summed-area"}};
 
 // ---------------------------------------------------------------- BitmapBuffer
 
@@ -47,13 +47,13 @@ bool BitmapBuffer::isEqual(const std::shared_ptr<BaseBitmap>& other) {
            sameFloat(gamma, o->gamma) && file == o->file;
 }
 
-int BitmapBuffer::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
+int BitmapBuffer::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writeInteger("filter_type", filter_type);
     writer.writeFloat("filter_blur", filter_blur);
     writer.writeFloat("gamma", gamma);
-    writer.writeFile(L"file", file);
+    writer.writeFile(u"file", file);
     endAssetFrame(writer);
     return 0;
 }
@@ -93,10 +93,10 @@ bool BitmapTexture::sameAs(const BitmapTexture& other) const {
 }
 
 // The image's asset lives under "buffer" while the parameter that refers to it is "bitmap".
-int BitmapTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
-    url += L"/" + pluginType();
-    const std::wstring uvwUrl = url + L"/uvwgen";
-    const std::wstring bufferUrl = url + L"/buffer";
+int BitmapTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
+    url += u"/" + pluginType();
+    const std::u16string uvwUrl = url + u"/uvwgen";
+    const std::u16string bufferUrl = url + u"/buffer";
     writeChildXML(writer, uvwgen, uvwUrl);
     writeChildXML(writer, bitmap, bufferUrl);
     beginAssetFrame(writer, url, pluginType(), pluginKind());
@@ -107,7 +107,7 @@ int BitmapTexture::writeXML(AssetXmlWriter& writer, std::wstring url) {
     return 0;
 }
 
-std::shared_ptr<BaseTexture> makeBitmapTexture(const std::wstring& path) {
+std::shared_ptr<BaseTexture> makeBitmapTexture(const std::u16string& path) {
     if (path.empty()) return nullptr;
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(createBitmap(0));
     auto texture = std::dynamic_pointer_cast<BitmapTexture>(createTexture(0));

@@ -19,7 +19,7 @@ public:
     int32_t filter_type = 1;  // index into kFilterTypeWords
     float filter_blur = 0.15f;
     float gamma = 1.0f;
-    std::wstring file;
+    std::u16string file;
 
     BitmapBuffer() { setDefaults(); }
     bool serialize(QuickArchive& archive) override;
@@ -28,8 +28,8 @@ public:
     int getType() override { return 0; }
     std::shared_ptr<BaseBitmap> clone() override;
     bool isEqual(const std::shared_ptr<BaseBitmap>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"BitmapBuffer"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"BitmapBuffer"; }
 };
 
 class BitmapTexture : public TextureClass<BitmapTexture> {
@@ -43,8 +43,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 0; }
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"TexBitmap"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"TexBitmap"; }
 
     void cloneChildren();
     bool sameAs(const BitmapTexture& other) const;
@@ -52,10 +52,10 @@ public:
 
 // A bitmap texture for a bare file path, as old records stored them: a default channel
 // generator and a buffer holding `path`. An empty path gives no texture.
-std::shared_ptr<BaseTexture> makeBitmapTexture(const std::wstring& path);
+std::shared_ptr<BaseTexture> makeBitmapTexture(const std::u16string& path);
 
 // Display words for the plug-in's interface; nothing in the conversions reads them.
-extern const std::map<int32_t, std::wstring> kTextureTypeWords;  // by texture type id
-extern const std::map<int32_t, std::wstring> kFilterTypeWords;   // by BitmapBuffer::filter_type
+extern const std::map<int32_t, std::u16string> kTextureTypeWords;  // by texture type id
+extern const std::map<int32_t, std::u16string> kFilterTypeWords;   // by BitmapBuffer::filter_type
 
 }  // namespace CorvaneCore

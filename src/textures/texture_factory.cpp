@@ -4,10 +4,10 @@
 
 namespace CorvaneCore {
 
-const std::map<int32_t, std::wstring> kTextureTypeWords = {
-    {0, L"Bitmap"}, {1, L"Fresnel"}, {2, L"UVW"},   {3, L"Noise"}, {4, L"Checker"},
-    {5, L"AColor"}, {6, L"Grid"},    {7, L"Cloth"}, {8, L"Bulge"}, {9, L"Invert"},
-    {10, L"Blend"}, {11, L"Ramp"},   {12, L"Sky"}};
+const std::map<int32_t, std::u16string> kTextureTypeWords = {
+    {0, u"Bitmap"}, {1, u"Fresnel"}, {2, u"UVW"},   {3, u"Noise"}, {4, u"Checker"},
+    {5, u"AColor"}, {6, u"Grid"},    {7, u"Cloth"}, {8, u"Bulge"}, {9, u"Invert"},
+    {10, u"Blend"}, {11, u"Ramp"},   {12, u"Sky"}};
 
 // -1 stands for "no texture" in stored records and, like any unknown id, gives none.
 std::shared_ptr<BaseTexture> createTexture(int id) {

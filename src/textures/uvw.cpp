@@ -178,9 +178,9 @@ bool GenChannelUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
            uvwComponents == o->uvwComponents && texComponents == o->texComponents;
 }
 
-int GenChannelUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
+int GenChannelUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
-    url += L"/" + pluginType();
+    url += u"/" + pluginType();
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writeComponentTransform("uvw_transform", uvwComponents.values());
     writer.writeTransform("tex_transform", tex_transform);
@@ -193,7 +193,7 @@ int GenChannelUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
 
 // ---------------------------------------------------------------- GenEnvironmentUVW
 
-const wchar_t* const kMappingTypeWords[4] = {L"angular", L"cubic", L"spherical", L"mirror_ball"};
+const char16_t* const kMappingTypeWords[4] = {u"angular", u"cubic", u"spherical", u"mirror_ball"};
 
 void GenEnvironmentUVW::setDefaults() {
     uvw_matrix = Matrix::identity();
@@ -239,9 +239,9 @@ bool GenEnvironmentUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
 
 // The renderer takes the orientation as "uvw_matrix" and the scale and offset as
 // "uvw_transform", so the one set of components is split over both.
-int GenEnvironmentUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
+int GenEnvironmentUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
-    url += L"/" + pluginType();
+    url += u"/" + pluginType();
     beginAssetFrame(writer, url, pluginType(), pluginKind());
 
     TransformComponents orientation;
@@ -264,7 +264,7 @@ int GenEnvironmentUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
 
     // An index outside the table has no word; it is written as an empty value.
     const bool known = mappingType >= 0 && mappingType < 4;
-    writer.writeString(L"mapping_type", known ? kMappingTypeWords[mappingType] : L"");
+    writer.writeString(u"mapping_type", known ? kMappingTypeWords[mappingType] : u"");
     endAssetFrame(writer);
     return 0;
 }
@@ -304,9 +304,9 @@ bool GenProjectionUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
     return o && sameTransform(uvw_transform, o->uvw_transform) && components == o->components;
 }
 
-int GenProjectionUVW::writeXML(AssetXmlWriter& writer, std::wstring url) {
+int GenProjectionUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
-    url += L"/" + pluginType();
+    url += u"/" + pluginType();
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writeComponentTransform("uvw_transform", components.values());
     endAssetFrame(writer);

@@ -54,12 +54,12 @@ public:
     void updateTransforms() override;
     std::shared_ptr<BaseUVW> clone() override;
     bool isEqual(const std::shared_ptr<BaseUVW>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"UVWGenChannel"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"UVWGenChannel"; }
 };
 
 // The words of GenEnvironmentUVW::mappingType, by index.
-extern const wchar_t* const kMappingTypeWords[4];
+extern const char16_t* const kMappingTypeWords[4];
 
 class GenEnvironmentUVW : public BaseUVW {
 public:
@@ -75,8 +75,8 @@ public:
     void updateTransforms() override;
     std::shared_ptr<BaseUVW> clone() override;
     bool isEqual(const std::shared_ptr<BaseUVW>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
-    std::wstring pluginType() override { return L"UVWGenEnvironment"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+    std::u16string pluginType() override { return u"UVWGenEnvironment"; }
 };
 
 // World and object projections share one layout: a transform and its components.
@@ -90,7 +90,7 @@ public:
     void setDefaults() override;
     void updateTransforms() override;
     bool isEqual(const std::shared_ptr<BaseUVW>& other) override;
-    int writeXML(AssetXmlWriter& writer, std::wstring url) override;
+    int writeXML(AssetXmlWriter& writer, std::u16string url) override;
 
 protected:
     bool readFields(QuickArchive& archive);
@@ -101,7 +101,7 @@ public:
     GenPlanarWorldUVW() { GenProjectionUVW::setDefaults(); }
     int getType() override { return 0; }
     std::shared_ptr<BaseUVW> clone() override;
-    std::wstring pluginType() override { return L"UVWGenPlanarWorld"; }
+    std::u16string pluginType() override { return u"UVWGenPlanarWorld"; }
 };
 
 class GenObjectUVW : public GenProjectionUVW {
@@ -111,7 +111,7 @@ public:
     bool deserialize(QuickArchive& archive) override;
     int getType() override { return 1; }
     std::shared_ptr<BaseUVW> clone() override;
-    std::wstring pluginType() override { return L"UVWGenObject"; }
+    std::u16string pluginType() override { return u"UVWGenObject"; }
 };
 
 }  // namespace CorvaneCore

@@ -32,7 +32,7 @@ std::shared_ptr<BaseTexture> recordTexture(const BasicMaterialRecord& record) {
 
 std::shared_ptr<Diffuse_BRDF> diffuseLayer(const BasicMaterialRecord& record) {
     auto layer = std::make_shared<Diffuse_BRDF>();
-    layer->name = L"Diffuse";
+    layer->name = u"Diffuse";
     layer->color = record.color;
     layer->layerFlagB = record.flagB;
     if (record.use_alpha) {
@@ -63,9 +63,9 @@ LayeredPair materialToLayered(const BasicMaterialRecord& record) {
     const std::shared_ptr<Diffuse_BRDF> frontDiffuse = diffuseLayer(record);
     const std::shared_ptr<Diffuse_BRDF> backDiffuse = diffuseLayer(record);
     auto mirror = std::make_shared<Mirror_BRDF>();
-    mirror->name = L"Reflection";
+    mirror->name = u"Reflection";
     auto glass = std::make_shared<Glass_BRDF>();
-    glass->name = L"Refraction";
+    glass->name = u"Refraction";
     if (record.use_alpha) {
         glass->color = Color(1.0f, 1.0f, 1.0f);
         glass->affect_shadows = 1;

@@ -13,8 +13,8 @@ struct BasicMaterialRecord {
     enum Type : int32_t { kColorOnly = 0, kBitmapOnly = 1, kBitmapBlendedWithColor = 2 };
 
     CorvaneCore::Color color;
-    std::wstring texture;  // the bitmap file
-    std::wstring name;
+    std::u16string texture;  // the bitmap file
+    std::u16string name;
     float alpha = 1.0f;
     int32_t type = kColorOnly;
     bool use_alpha = false;

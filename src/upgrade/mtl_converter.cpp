@@ -2,7 +2,7 @@
 
 #include "materials/material_file.h"
 
-int MtlCORVANEConverter::writeXML(AssetXmlWriter& writer, std::wstring name) {
+int MtlCORVANEConverter::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name.clear();
     if (material) CorvaneCore::convertMaterialTree(writer, material);
     return 0;

@@ -13,9 +13,9 @@ public:
         : material(std::move(material)) {}
 
     // The material's whole document; nothing for a null material. `name` plays no part.
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override;
-    std::wstring pluginType() override { return L"MtlCORVANE"; }
-    std::wstring pluginKind() override { return L"material"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override;
+    std::u16string pluginType() override { return u"MtlCORVANE"; }
+    std::u16string pluginKind() override { return u"material"; }
 
     std::shared_ptr<CorvaneCore::BaseMaterial> material;
 };

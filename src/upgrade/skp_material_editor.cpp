@@ -9,6 +9,7 @@
 #include "materials/scene_materials.h"
 #include "textures/procedural.h"
 #include "textures/texture.h"
+#include "xml/number_format.h"
 #include "xml/text.h"
 
 using namespace CorvaneCore;
@@ -86,9 +87,9 @@ bool isBitmapOrBitmapBlend(const std::shared_ptr<BaseTexture>& texture) {
     return splitBlend(texture, bitmap, color);
 }
 
-std::wstring bitmapFile(const BitmapTexture& texture) {
+std::u16string bitmapFile(const BitmapTexture& texture) {
     const auto* buffer = dynamic_cast<const BitmapBuffer*>(texture.bitmap.get());
-    return buffer ? buffer->file : std::wstring();
+    return buffer ? buffer->file : std::u16string();
 }
 
 Color rgb(const AColor& c) { return Color(c.r, c.g, c.b); }
@@ -111,14 +112,14 @@ bool isWrapperWithBase(int type) {
     return type == 3 || type == 8 || type == 9 || type == 10 || type == 11;
 }
 
-std::wstring uuidOfName(const SceneMaterials& set, const std::wstring& name) {
+std::u16string uuidOfName(const SceneMaterials& set, const std::u16string& name) {
     for (const auto& entry : set.ids) {
         if (equalsIgnoreCase(entry.second, name)) return entry.first;
     }
-    return std::wstring();
+    return std::u16string();
 }
 
-std::wstring stripTrailingDigits(std::wstring text) {
+std::u16string stripTrailingDigits(std::u16string text) {
     while (!text.empty() && isAsciiDigit(text.back())) text.pop_back();
     return text;
 }
@@ -183,9 +184,9 @@ void SkpMaterialEditor::abortUpgrade() { host_->abortOperation(); }
 void SkpMaterialEditor::convertMaterials(MaterialRenameMap& map) {
     const std::shared_ptr<SceneMaterials> set = sceneMaterials();
     // A snapshot: the loop renames and removes.
-    std::vector<std::wstring> names;
+    std::vector<std::u16string> names;
     set->names(names);
-    for (const std::wstring& name : names) {
+    for (const std::u16string& name : names) {
         const MaterialPtr material = set->findByName(name);
         if (!material || equalsIgnoreCase(name, defaultMaterialName())) continue;
         const std::vector<MaterialPtr> links = collectMaterials(material, kLinkedType);
@@ -200,8 +201,8 @@ void SkpMaterialEditor::convertMaterials(MaterialRenameMap& map) {
 // The material stands on a host material already: it takes that material's name.
 void SkpMaterialEditor::convertLinked(const MaterialPtr& material, const MaterialPtr& firstLink,
                                       MaterialRenameMap& map) {
-    const std::wstring hostName = firstLink->linkedHostName();
-    const std::wstring oldName = material->name;
+    const std::u16string hostName = firstLink->linkedHostName();
+    const std::u16string oldName = material->name;
     const MaterialPtr resolved = resolveLinked(material);
     const MaterialPtr copy = resolved ? resolved->copy() : nullptr;
     if (copy) copy->name = hostName;
@@ -215,8 +216,8 @@ void SkpMaterialEditor::convertLinked(const MaterialPtr& material, const Materia
     refreshBasicMaterial(copy, host);
 }
 
-void SkpMaterialEditor::convertPlain(const MaterialPtr& material, const std::wstring& name) {
-    std::wstring target = name;
+void SkpMaterialEditor::convertPlain(const MaterialPtr& material, const std::u16string& name) {
+    std::u16string target = name;
     if (!isHostNameFree(name)) {
         target = makeUniqueName(name);
         material->name = target;
@@ -252,7 +253,7 @@ MaterialPtr SkpMaterialEditor::resolveLinked(const MaterialPtr& material) {
     return material;
 }
 
-bool SkpMaterialEditor::isHostNameFree(const std::wstring& name) {
+bool SkpMaterialEditor::isHostNameFree(const std::u16string& name) {
     long length = 0;
     if (!host_->materialLength(length)) return false;
     for (long i = 0; i < length; ++i) {
@@ -264,19 +265,20 @@ bool SkpMaterialEditor::isHostNameFree(const std::wstring& name) {
     return true;
 }
 
-std::wstring SkpMaterialEditor::makeUniqueName(const std::wstring& name) {
+std::u16string SkpMaterialEditor::makeUniqueName(const std::u16string& name) {
     const std::shared_ptr<SceneMaterials> set = sceneMaterials();
-    std::wstring candidate = name;
+    std::u16string candidate = name;
     // A host that cannot list its materials calls no name free: the counter gives up at a bound
     // instead of running on.
     for (unsigned counter = 1; counter <= kMaxNameCounter; ++counter) {
         if (set->isNameFree(candidate) && isHostNameFree(candidate)) return candidate;
-        candidate = stripTrailingDigits(candidate) + std::to_wstring(counter);
+        candidate = stripTrailingDigits(candidate) + numberText(static_cast<int64_t>(counter));
     }
     return candidate;
 }
 
-bool SkpMaterialEditor::writeAttributes(const HostRef& host, const std::wstring& name, bool apply) {
+bool SkpMaterialEditor::writeAttributes(const HostRef& host, const std::u16string& name,
+                                        bool apply) {
     if (!host) return false;
     const MaterialPtr material = sceneMaterials()->findByName(name);
     if (!material) return false;
@@ -311,7 +313,7 @@ std::vector<HostRef> SkpMaterialEditor::allHostMaterials() {
 HostRef SkpMaterialEditor::findHostMaterial(const MaterialPtr& material) {
     if (!material) return nullptr;
     for (const HostRef& candidate : allHostMaterials()) {
-        std::wstring stored;
+        std::u16string stored;
         if (host_->readTextAttribute(candidate, MaterialAttribute::MaterialName, stored) &&
             equalsIgnoreCase(stored, material->name)) {
             return candidate;
@@ -320,7 +322,7 @@ HostRef SkpMaterialEditor::findHostMaterial(const MaterialPtr& material) {
     return nullptr;
 }
 
-void SkpMaterialEditor::deleteMaterial(const std::wstring& name) {
+void SkpMaterialEditor::deleteMaterial(const std::u16string& name) {
     const std::shared_ptr<SceneMaterials> set = sceneMaterials();
     const HostRef host = findHostMaterial(set->findByName(name));
     set->removeMaterial(name);
@@ -335,7 +337,7 @@ void SkpMaterialEditor::assignEntities(const MaterialRenameMap& map) {
     std::vector<HostRef> entities;
     if (!host_->allEntities(entities)) return;
     for (const HostRef& entity : entities) {
-        std::wstring stored;
+        std::u16string stored;
         if (!host_->readTextAttribute(entity, MaterialAttribute::Material, stored)) continue;
         const auto found = map.find(stored);
         if (found != map.end()) host_->paint(entity, found->second);
@@ -361,11 +363,11 @@ void SkpMaterialEditor::applyMaterial(const MaterialPtr& material, const HostRef
 // The host material of each reference to `material` shows what the reference points to.
 void SkpMaterialEditor::applyToReferrers(const MaterialPtr& material) {
     const std::shared_ptr<SceneMaterials> set = sceneMaterials();
-    const std::wstring uuid = uuidOfName(*set, material->name);
+    const std::u16string uuid = uuidOfName(*set, material->name);
     if (uuid.empty()) return;
-    std::vector<std::wstring> names;
+    std::vector<std::u16string> names;
     set->names(names);
-    for (const std::wstring& name : names) {
+    for (const std::u16string& name : names) {
         const MaterialPtr referrer = set->findByName(name);
         const std::vector<MaterialPtr> references = collectMaterials(referrer, kReferenceType);
         if (references.empty() || !equalsIgnoreCase(references.front()->referenceTarget(), uuid)) {
@@ -402,12 +404,12 @@ void SkpMaterialEditor::applyTexture(const std::shared_ptr<Base_BRDF>& layer, co
     if (textureType(texture) == kBitmapTextureType) {
         bitmap = dynamic_cast<BitmapTexture*>(texture.get());
         if (!bitmap) return;
-        const std::wstring file = bitmapFile(*bitmap);
+        const std::u16string file = bitmapFile(*bitmap);
         setHostTexture(host, &file);
         const float m = diffuse->color_tex_mult;
         host_->assignColor(host, Color(m, m, m));
     } else if (splitBlend(texture, bitmap, color)) {
-        const std::wstring file = bitmapFile(*bitmap);
+        const std::u16string file = bitmapFile(*bitmap);
         setHostTexture(host, &file);
         host_->assignColor(host, rgb(color->texture));
     } else if (textureType(texture) == kAColorTextureType) {
@@ -418,9 +420,9 @@ void SkpMaterialEditor::applyTexture(const std::shared_ptr<Base_BRDF>& layer, co
     }
 }
 
-void SkpMaterialEditor::setHostTexture(const HostRef& host, const std::wstring* path) {
+void SkpMaterialEditor::setHostTexture(const HostRef& host, const std::u16string* path) {
     if (!host || !host_->isHostMaterial(host)) return;
-    std::wstring current;
+    std::u16string current;
     // The same file is not loaded again.
     if (path && host_->textureFile(host, current) &&
         equalsIgnoreCase(fileNameOf(current), fileNameOf(*path))) {

@@ -38,7 +38,7 @@ public:
     virtual bool askYesNo(const std::string& text) = 0;
     virtual void showMessage(const std::string& text) = 0;
     virtual void warn(const std::string& text) = 0;
-    virtual std::wstring modelPath(const HostRef& model) = 0;  // empty for an unsaved model
+    virtual std::u16string modelPath(const HostRef& model) = 0;  // empty for an unsaved model
 
     // The host operation around the pass. Start and commit give whether the host said true.
     virtual bool startOperation() = 0;
@@ -51,22 +51,22 @@ public:
     virtual bool materialCount(long& count) = 0;
     virtual bool materialLength(long& length) = 0;
     virtual HostRef materialAt(long index) = 0;
-    virtual HostRef addMaterial(const std::wstring& name) = 0;
+    virtual HostRef addMaterial(const std::u16string& name) = 0;
 
     // A host material: its "name" or "display_name" equals `name` by Ruby's casecmp.
-    virtual bool nameMatches(const HostRef& material, const std::wstring& name) = 0;
-    virtual bool displayNameMatches(const HostRef& material, const std::wstring& name) = 0;
-    virtual std::wstring displayName(const HostRef& material) = 0;
+    virtual bool nameMatches(const HostRef& material, const std::u16string& name) = 0;
+    virtual bool displayNameMatches(const HostRef& material, const std::u16string& name) = 0;
+    virtual std::u16string displayName(const HostRef& material) = 0;
     virtual bool isHostMaterial(const HostRef& object) = 0;
     // The file name of the material's texture; false when it has none.
-    virtual bool textureFile(const HostRef& material, std::wstring& file) = 0;
+    virtual bool textureFile(const HostRef& material, std::u16string& file) = 0;
     virtual void assignTexture(const HostRef& material,
-                               const std::wstring* path) = 0;  // null clears
+                               const std::u16string* path) = 0;  // null clears
     virtual void assignColor(const HostRef& material, const CorvaneCore::Color& color) = 0;
     virtual void assignAlpha(const HostRef& material, float alpha) = 0;
 
     // Values for the attribute dictionary; null when the value cannot be made.
-    virtual HostRef textValue(const std::wstring& text) = 0;
+    virtual HostRef textValue(const std::u16string& text) = 0;
     virtual HostRef intValue(int32_t value) = 0;
     virtual HostRef bytesValue(CorvaneCore::QuickArchive& archive) = 0;  // whole blocks
     // The plug-in's dictionary: set creates it and gives whether the host took the value;
@@ -75,7 +75,7 @@ public:
     virtual bool setAttribute(const HostRef& owner, MaterialAttribute key,
                               const HostRef& value) = 0;
     virtual bool readTextAttribute(const HostRef& owner, MaterialAttribute key,
-                                   std::wstring& out) = 0;
+                                   std::u16string& out) = 0;
     virtual bool eraseAttribute(const HostRef& owner, MaterialAttribute key) = 0;
 
     // Entities: all of the model's (false when the helper gives nil), and painting one.
@@ -83,14 +83,14 @@ public:
     virtual void paint(const HostRef& entity, const HostRef& material) = 0;
 
     // The plug-in's own Ruby helpers on the module Quillon.
-    virtual HostRef findSkpMaterial(const std::wstring& name) = 0;
+    virtual HostRef findSkpMaterial(const std::u16string& name) = 0;
     virtual void evaluateMaterial(const HostRef& material) = 0;
     virtual void hackDeleteSkpMaterial(const HostRef& material) = 0;
     virtual bool convertMaterial(const HostRef& material, BasicMaterialRecord& out) = 0;
 };
 
 // Old renderer material name to its host material, by plain character order.
-using MaterialRenameMap = std::map<std::wstring, HostRef>;
+using MaterialRenameMap = std::map<std::u16string, HostRef>;
 
 class SkpMaterialEditor {
 public:
@@ -123,19 +123,19 @@ public:
     void assignEntities(const MaterialRenameMap& map);
 
     HostRef findHostMaterial(const CorvaneCore::MaterialPtr& material);
-    bool isHostNameFree(const std::wstring& name);
-    std::wstring makeUniqueName(const std::wstring& name);
-    bool writeAttributes(const HostRef& host, const std::wstring& name, bool apply);
+    bool isHostNameFree(const std::u16string& name);
+    std::u16string makeUniqueName(const std::u16string& name);
+    bool writeAttributes(const HostRef& host, const std::u16string& name, bool apply);
     bool clearAttributes(const HostRef& host);
-    void deleteMaterial(const std::wstring& name);
+    void deleteMaterial(const std::u16string& name);
     CorvaneCore::MaterialPtr resolveLinked(const CorvaneCore::MaterialPtr& material);
-    void setHostTexture(const HostRef& host, const std::wstring* path);
+    void setHostTexture(const HostRef& host, const std::u16string* path);
     std::vector<HostRef> allHostMaterials();
 
 private:
     void convertLinked(const CorvaneCore::MaterialPtr& material,
                        const CorvaneCore::MaterialPtr& firstLink, MaterialRenameMap& map);
-    void convertPlain(const CorvaneCore::MaterialPtr& material, const std::wstring& name);
+    void convertPlain(const CorvaneCore::MaterialPtr& material, const std::u16string& name);
     void applyDiffuse(const std::shared_ptr<CorvaneCore::Base_BRDF>& layer, const HostRef& host);
     void applyTexture(const std::shared_ptr<CorvaneCore::Base_BRDF>& layer, const HostRef& host);
     void applyToReferrers(const CorvaneCore::MaterialPtr& material);

@@ -73,7 +73,7 @@ public:
         // A warning hook may raise; that is dropped here like any failing call.
         callRaising(warnText, rb_str_new(text.data(), static_cast<long>(text.size())));
     }
-    std::wstring modelPath(const HostRef& model) override {
+    std::u16string modelPath(const HostRef& model) override {
         RubyValueHolder path;
         protectedCall(path, unwrap(model), idOf("path"));
         return wideOf(path.get());
@@ -100,19 +100,19 @@ public:
     HostRef materialAt(long index) override {
         return call(materials().get(), hostMethod(kIndex), LONG2NUM(index));
     }
-    HostRef addMaterial(const std::wstring& name) override {
+    HostRef addMaterial(const std::u16string& name) override {
         RubyValueHolder text;
         wideToRuby(name, text);
         return call(materials().get(), hostMethod(kAdd), text.get());
     }
 
-    bool nameMatches(const HostRef& material, const std::wstring& name) override {
+    bool nameMatches(const HostRef& material, const std::u16string& name) override {
         return caseEqual(material, hostMethod(kName), name);
     }
-    bool displayNameMatches(const HostRef& material, const std::wstring& name) override {
+    bool displayNameMatches(const HostRef& material, const std::u16string& name) override {
         return caseEqual(material, hostMethod(kDisplayName), name);
     }
-    std::wstring displayName(const HostRef& material) override {
+    std::u16string displayName(const HostRef& material) override {
         RubyValueHolder name;
         protectedCall(name, unwrap(material), hostMethod(kDisplayName));
         return wideOf(name.get());
@@ -121,7 +121,7 @@ public:
         const VALUE klass = hostClass(HostClass::Material);
         return !NIL_P(klass) && RTEST(rb_obj_is_kind_of(unwrap(object), klass));
     }
-    bool textureFile(const HostRef& material, std::wstring& file) override {
+    bool textureFile(const HostRef& material, std::u16string& file) override {
         RubyValueHolder texture, name;
         protectedCall(texture, unwrap(material), idOf("texture"));
         if (!texture.isTruthy()) return false;
@@ -129,7 +129,7 @@ public:
         file = wideOf(name.get());
         return true;
     }
-    void assignTexture(const HostRef& material, const std::wstring* path) override {
+    void assignTexture(const HostRef& material, const std::u16string* path) override {
         RubyValueHolder text, ignored;
         if (path) wideToRuby(*path, text);
         protectedCall(ignored, unwrap(material), hostMethod(kTextureSet), text.get());
@@ -144,7 +144,7 @@ public:
         protectedCall(ignored, unwrap(material), hostMethod(kAlphaSet), DBL2NUM(alpha));
     }
 
-    HostRef textValue(const std::wstring& text) override {
+    HostRef textValue(const std::u16string& text) override {
         VALUE out = Qnil;
         wideToRuby(text, out);
         return wrap(out);
@@ -160,7 +160,7 @@ public:
         return SetDictionaryValue(o, name, k, v, true);
     }
     bool readTextAttribute(const HostRef& owner, MaterialAttribute key,
-                           std::wstring& out) override {
+                           std::u16string& out) override {
         RubyValueHolder o(unwrap(owner)), name = GuidValue(), k = keyOf(key), value;
         if (!GetDictionaryValue(o, name, k, value)) return false;
         out = wideOf(value.get());
@@ -189,7 +189,7 @@ public:
 
     // These two helpers go to the interned name of the plug-in's module, not to the module
     // itself, so they reach only a receiver that answers them under that name.
-    HostRef findSkpMaterial(const std::wstring& name) override {
+    HostRef findSkpMaterial(const std::u16string& name) override {
         RubyValueHolder text;
         wideToRuby(name, text);
         return call(quillonName(), idOf("find_skp_material"), text.get());
@@ -209,8 +209,8 @@ public:
 private:
     static VALUE quillonName() { return ID2SYM(rb_intern("Quillon")); }
 
-    static std::wstring wideOf(VALUE value) {
-        std::wstring text;
+    static std::u16string wideOf(VALUE value) {
+        std::u16string text;
         if (RB_TYPE_P(value, T_STRING)) rubyToWide(value, text);
         return text;
     }
@@ -239,7 +239,7 @@ private:
         return RTEST(number.get()) && toLong(number.get(), out);
     }
 
-    bool caseEqual(const HostRef& material, ID nameMethod, const std::wstring& name) {
+    bool caseEqual(const HostRef& material, ID nameMethod, const std::u16string& name) {
         RubyValueHolder own, text, answer;
         protectedCall(own, unwrap(material), nameMethod);
         wideToRuby(name, text);

@@ -38,8 +38,8 @@ bool SkpModule::deserialize(QuickArchive& archive) {
 
 bool SkpModule::readDefaultSun(QuickArchive& archive) {
     const std::shared_ptr<CorvaneCore::SunLight> sun = CorvaneCore::defaultSunLight();
-    const std::wstring id = sun->sunId;
-    const std::wstring name = sun->sunName;
+    const std::u16string id = sun->sunId;
+    const std::u16string name = sun->sunName;
     if (!CorvaneCore::readTracedObject(archive, *sun)) return false;
     sun->sunId = id;
     sun->sunName = name;

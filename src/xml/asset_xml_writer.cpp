@@ -1,5 +1,7 @@
 #include "xml/asset_xml_writer.h"
 
+#include <cstring>
+
 #include "lights/base_light.h"
 #include "materials/base_material.h"
 #include "options/base_camera.h"
@@ -14,237 +16,299 @@ using namespace CorvaneCore;
 
 namespace CorvaneCore {
 
-void XmlText::appendTo(std::wstring& out) const {
+namespace {
+
+// True when every byte is below 0x80, tested eight bytes at a time.
+bool isAscii(const char* text, size_t size) {
+    constexpr uint64_t kHighBits = 0x8080808080808080ull;
+    size_t i = 0;
+    for (; size - i >= 8; i += 8) {
+        uint64_t word;
+        std::memcpy(&word, text + i, 8);
+        if (word & kHighBits) return false;
+    }
+    for (; i < size; ++i) {
+        if (static_cast<unsigned char>(text[i]) >= 0x80) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+std::string XmlText::str() const {
     if (wide_) {
-        out.append(wide_, size_);
-        return;
+        std::string out;
+        appendUtf8(out, wide_, size_);
+        return out;
     }
-    // Constant names are ASCII: widen them in place; anything else is decoded as UTF-8.
-    for (size_t i = 0; i < size_; ++i) {
-        if (static_cast<unsigned char>(narrow_[i]) >= 0x80) {
-            out.append(utf8ToWide(narrow_, size_));
-            return;
-        }
-    }
-    const size_t start = out.size();
-    out.resize(start + size_);
-    for (size_t i = 0; i < size_; ++i) out[start + i] = static_cast<wchar_t>(narrow_[i]);
-}
-
-void XmlText::appendEscapedTo(std::wstring& out) const {
-    const size_t start = out.size();
-    appendTo(out);
-    // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
-    if (out.find_first_of(L"&<>", start) == std::wstring::npos) return;
-    const std::wstring escaped = escapeXml(out.substr(start));
-    out.resize(start);
-    out.append(escaped);
-}
-
-std::wstring XmlText::str() const {
-    std::wstring out;
-    appendTo(out);
-    return out;
+    if (isAscii(narrow_, size_)) return std::string(narrow_, size_);
+    return wideToUtf8(utf8ToWide(narrow_, size_));  // decoded as a stored record would be
 }
 
 }  // namespace CorvaneCore
 
-void AssetXmlWriter::indent() {
-    if (depth_ > 0) stream_.append(static_cast<size_t>(depth_) * 2, L' ');
+namespace {
+// Text that needs no decoding is appended as it is; anything else is widened first.
+bool isAsciiNarrow(const XmlText& text) {
+    return text.narrow() && isAscii(text.narrow(), text.size());
+}
+}  // namespace
+
+void AssetXmlWriter::grow(size_t n) {
+    if (settled_) {
+        used_ = stream_.size();  // the caller may have appended to the settled text
+        settled_ = false;
+    }
+    if (stream_.size() - used_ >= n) return;
+    // Room for at least as much again as there is, so the string is copied O(log n) times,
+    // and all the room a reserved string already has.
+    const size_t wanted = used_ + n;
+    const size_t doubled = stream_.size() * 2 + 256;
+    const size_t size = wanted > doubled ? wanted : doubled;
+    stream_.resize(size > stream_.capacity() ? size : stream_.capacity());
 }
 
-void AssetXmlWriter::putFloat(float value) { appendNumber(stream_, static_cast<double>(value)); }
+void AssetXmlWriter::settle() {
+    if (settled_) return;
+    stream_.resize(used_);
+    settled_ = true;
+}
 
-void AssetXmlWriter::putInt(int64_t value) { appendNumber(stream_, value); }
+void AssetXmlWriter::put(Text text) {
+    if (text.wide()) {
+        char* at = room(3 * text.size());
+        advance(writeUtf8(at, text.wide(), text.size()));
+    } else if (isAsciiNarrow(text)) {
+        putBytes(text.narrow(), text.size());
+    } else {
+        // Bytes that are not UTF-8 read as they would in a stored record.
+        const std::u16string decoded = utf8ToWide(text.narrow(), text.size());
+        put(decoded);
+    }
+}
+
+void AssetXmlWriter::putEscaped(Text text) {
+    room(0);  // in step with the string before `used_` is read
+    const size_t start = used_;
+    put(text);
+    const char* p = stream_.data() + start;
+    const char* const end = stream_.data() + used_;
+    while (p != end && *p != '&' && *p != '<' && *p != '>') ++p;
+    // Text without "&", "<" or ">" is its own escaped form, which is the usual case.
+    if (p == end) return;
+    const std::string escaped = escapeXml(stream_.substr(start, used_ - start));
+    used_ = start;
+    putBytes(escaped.data(), escaped.size());
+}
+
+void AssetXmlWriter::putUrlSegment(const std::u16string& segment) {
+    put("/");
+    put(segment);
+}
+
+// Every line starts with its indentation: two blanks per level.
+void AssetXmlWriter::indent() {
+    if ((settled_ ? stream_.size() : used_) > budget_) throw DocumentTooLarge{};
+    const size_t blanks = depth_ > 0 ? static_cast<size_t>(depth_) * 2 : 0;
+    char* at = room(blanks);
+    std::memset(at, ' ', blanks);
+    advance(at + blanks);
+}
+
+void AssetXmlWriter::putFloat(float value) {
+    advance(writeNumber(room(kNumberRoom), static_cast<double>(value)));
+}
+
+void AssetXmlWriter::putInt(int64_t value) { advance(writeNumber(room(kNumberRoom), value)); }
 
 // ---------------------------------------------------------------- structure
 
 void AssetXmlWriter::openRoot(Text tag) {
-    put(L"<"), put(tag), put(L">\n");
+    put("<"), put(tag), put(">\n");
     rootTag_ = tag.str();
 }
 
-void AssetXmlWriter::closeRoot() { put(L"</"), put(rootTag_), put(L">\n"); }
+void AssetXmlWriter::closeRoot() { put("</"), put(rootTag_), put(">\n"); }
 
 void AssetXmlWriter::openElement(Text name) {
     ++depth_;
-    indent(), put(L"<"), put(name), put(L">\n");
+    indent(), put("<"), put(name), put(">\n");
 }
 
 void AssetXmlWriter::closeElement(Text name) {
-    indent(), put(L"</"), put(name), put(L">\n");
+    indent(), put("</"), put(name), put(">\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginAsset(Text url, Text kind, Text layout) {
     ++depth_;
     indent();
-    put(L"<Asset layout=\""), put(layout), put(L"\" renderer=\"ombra\" type=\""), put(kind);
-    put(L"\" url=\""), url.appendEscapedTo(stream_), put(L"\" >\n");
+    put("<Asset layout=\""), put(layout), put("\" renderer=\"ombra\" type=\""), put(kind);
+    put("\" url=\""), putEscaped(url), put("\" >\n");
 }
 
 void AssetXmlWriter::endAsset() {
-    indent(), put(L"</Asset>\n");
+    indent(), put("</Asset>\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginPlugin(Text name, Text kind) {
     ++depth_;
-    indent(), put(L"<plugin>\n");
+    indent(), put("<plugin>\n");
     ++depth_;
-    indent(), put(L"<ombraplugin name=\""), put(name), put(L"\" type=\""), put(kind), put(L"\">\n");
+    indent(), put("<ombraplugin name=\""), put(name), put("\" type=\""), put(kind), put("\">\n");
 }
 
 void AssetXmlWriter::endPlugin() {
-    indent(), put(L"</ombraplugin>\n");
+    indent(), put("</ombraplugin>\n");
     --depth_;
-    indent(), put(L"</plugin>\n");
+    indent(), put("</plugin>\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginParameters() {
     ++depth_;
-    indent(), put(L"<parameters>\n");
+    indent(), put("<parameters>\n");
     ++depth_;
 }
 
 void AssetXmlWriter::endParameters() {
     --depth_;
-    indent(), put(L"</parameters>\n");
+    indent(), put("</parameters>\n");
     --depth_;
 }
 
 void AssetXmlWriter::beginParameter(Text name, Text type, Text label, Text listType,
                                     bool isUserData, Text handler) {
     indent();
-    put(L"<parameter type=\""), put(type), put(L"\" name=\""), put(name);
-    put(L"\" handler=\""), put(handler), put(L"\" listType=\""), put(listType), put(L"\"");
-    if (isUserData) put(L" isUserData=\"1\"");
-    put(L" label=\""), put(label.empty() ? name : label), put(L"\">\n");
+    put("<parameter type=\""), put(type), put("\" name=\""), put(name);
+    put("\" handler=\""), put(handler), put("\" listType=\""), put(listType), put("\"");
+    if (isUserData) put(" isUserData=\"1\"");
+    put(" label=\""), put(label.empty() ? name : label), put("\">\n");
     ++depth_;
 }
 
 void AssetXmlWriter::endParameter() {
     --depth_;
-    indent(), put(L"</parameter>\n");
+    indent(), put("</parameter>\n");
 }
 
 // ---------------------------------------------------------------- value forms
 
 void AssetXmlWriter::beginValueParameter(Text name, Text type, Text label, bool isUserData,
                                          Text handler) {
-    beginParameter(name, type, label, L"none", isUserData, handler);
+    beginParameter(name, type, label, "none", isUserData, handler);
 }
 
 void AssetXmlWriter::blockOpen() {
-    indent(), put(L"<value>\n");
+    indent(), put("<value>\n");
     ++depth_;
 }
 
 void AssetXmlWriter::blockClose() {
     --depth_;
-    indent(), put(L"</value>\n");
+    indent(), put("</value>\n");
     endParameter();
 }
 
 void AssetXmlWriter::scalarLine(Text tag, float value) {
-    indent(), put(L"<"), put(tag), put(L">"), putFloat(value), put(L"</"), put(tag), put(L">\n");
+    indent(), put("<"), put(tag), put(">"), putFloat(value), put("</"), put(tag), put(">\n");
 }
 
 void AssetXmlWriter::vectorElement(const Vector& v) {
-    indent(), put(L"<vector>\n");
+    indent(), put("<vector>\n");
     ++depth_;
-    scalarLine(L"x", v.x);
-    scalarLine(L"y", v.y);
-    scalarLine(L"z", v.z);
+    scalarLine("x", v.x);
+    scalarLine("y", v.y);
+    scalarLine("z", v.z);
     --depth_;
-    indent(), put(L"</vector>\n");
+    indent(), put("</vector>\n");
 }
 
 void AssetXmlWriter::componentLines(const ComponentValues& value) {
-    static const wchar_t* const kFloatTags[9] = {L"x_rotation", L"y_rotation", L"z_rotation",
-                                                 L"x_scale",    L"y_scale",    L"z_scale",
-                                                 L"x_offset",   L"y_offset",   L"z_offset"};
-    static const wchar_t* const kMirrorTags[3] = {L"x_mirror", L"y_mirror", L"z_mirror"};
+    static const char* const kFloatTags[9] = {"x_rotation", "y_rotation", "z_rotation",
+                                              "x_scale",    "y_scale",    "z_scale",
+                                              "x_offset",   "y_offset",   "z_offset"};
+    static const char* const kMirrorTags[3] = {"x_mirror", "y_mirror", "z_mirror"};
     const float* groups[3] = {value.rotation, value.scale, value.offset};
     for (int i = 0; i < 9; ++i) scalarLine(kFloatTags[i], groups[i / 3][i % 3]);
     for (int i = 0; i < 3; ++i) {
-        indent(), put(L"<"), put(kMirrorTags[i]), put(L">"), putInt(value.mirror[i]);
-        put(L"</"), put(kMirrorTags[i]), put(L">\n");
+        indent(), put("<"), put(kMirrorTags[i]), put(">"), putInt(value.mirror[i]);
+        put("</"), put(kMirrorTags[i]), put(">\n");
     }
 }
 
 void AssetXmlWriter::writeFloat(Text name, float value, Text label, bool isUserData) {
-    beginValueParameter(name, L"float", label, isUserData);
+    beginValueParameter(name, "float", label, isUserData);
     inlineValueOpen(), putFloat(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeInteger(Text name, int32_t value, Text label, bool isUserData) {
-    beginValueParameter(name, L"integer", label, isUserData);
+    beginValueParameter(name, "integer", label, isUserData);
     inlineValueOpen(), putInt(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeBool(Text name, bool value, Text label, bool isUserData) {
-    beginValueParameter(name, L"bool", label, isUserData);
+    beginValueParameter(name, "bool", label, isUserData);
     inlineValueOpen();
     if (value) {
-        put(L"1");
+        put("1");
     } else {
-        put(L"0");
+        put("0");
     }
     inlineValueClose();
 }
 
 void AssetXmlWriter::writeString(Text name, Text value, Text label, bool isUserData) {
-    beginValueParameter(name, L"string", label, isUserData);
+    beginValueParameter(name, "string", label, isUserData);
     inlineValueOpen(), put(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeFile(Text name, Text value, Text label, bool isUserData) {
-    beginValueParameter(name, L"string", label, isUserData, L"FileBrowserHandler");
-    inlineValueOpen(), value.appendEscapedTo(stream_), inlineValueClose();
+    beginValueParameter(name, "string", label, isUserData, "FileBrowserHandler");
+    inlineValueOpen(), putEscaped(value), inlineValueClose();
 }
 
 void AssetXmlWriter::writeVector(Text name, const Vector& value, Text label) {
-    beginValueParameter(name, L"vector", label);
+    beginValueParameter(name, "vector", label);
     blockOpen();
     vectorElement(value);
     blockClose();
 }
 
 void AssetXmlWriter::writeColor(Text name, const Color& value, Text label) {
-    beginValueParameter(name, L"color", label);
+    beginValueParameter(name, "color", label);
     blockOpen();
-    scalarLine(L"r", value.r);
-    scalarLine(L"g", value.g);
-    scalarLine(L"b", value.b);
+    scalarLine("r", value.r);
+    scalarLine("g", value.g);
+    scalarLine("b", value.b);
     blockClose();
 }
 
 void AssetXmlWriter::writeAColor(Text name, const AColor& value, Text label) {
-    beginValueParameter(name, L"acolor", label);
+    beginValueParameter(name, "acolor", label);
     blockOpen();
-    scalarLine(L"r", value.r);
-    scalarLine(L"g", value.g);
-    scalarLine(L"b", value.b);
-    scalarLine(L"a", value.a);
+    scalarLine("r", value.r);
+    scalarLine("g", value.g);
+    scalarLine("b", value.b);
+    scalarLine("a", value.a);
     blockClose();
 }
 
 void AssetXmlWriter::writeMatrix(Text name, const Matrix& value, Text label) {
-    beginValueParameter(name, L"matrix", label);
+    beginValueParameter(name, "matrix", label);
     blockOpen();
-    put(L"\n");  // the format keeps an empty line before the matrix element
-    indent(), put(L"<matrix>\n");
+    put("\n");  // the format keeps an empty line before the matrix element
+    indent(), put("<matrix>\n");
     ++depth_;
     for (const Vector& column : value.v) vectorElement(column);
     --depth_;
-    indent(), put(L"</matrix>\n");
+    indent(), put("</matrix>\n");
     blockClose();
 }
 
 void AssetXmlWriter::writeTransform(Text name, const Transform& value, Text label) {
-    beginValueParameter(name, L"transform", label);
+    beginValueParameter(name, "transform", label);
     blockOpen();
     for (const Vector& column : value.m.v) vectorElement(column);
     vectorElement(value.offset);
@@ -252,48 +316,48 @@ void AssetXmlWriter::writeTransform(Text name, const Transform& value, Text labe
 }
 
 void AssetXmlWriter::writeComponentMatrix(Text name, const ComponentValues& value, Text label) {
-    beginValueParameter(name, L"componentMatrix", label);
+    beginValueParameter(name, "componentMatrix", label);
     blockOpen();
     componentLines(value);
     blockClose();
 }
 
 void AssetXmlWriter::writeComponentTransform(Text name, const ComponentValues& value, Text label) {
-    beginValueParameter(name, L"componentTransform", label);
+    beginValueParameter(name, "componentTransform", label);
     blockOpen();
     componentLines(value);
     blockClose();
 }
 
-namespace {
-
 // Appends the URL text of a plugin reference; false for an empty pointer.
-struct PluginUrl {
+struct AssetXmlWriter::PluginUrl {
+    AssetXmlWriter& writer;
     const XmlText& prefix;
-    std::wstring& out;
 
     bool operator()(const std::monostate&) const { throw kNoPluginFamily; }
     bool operator()(const std::shared_ptr<BaseMaterial>& m) const {
         if (!m) return false;
-        prefix.appendEscapedTo(out);
-        out.append(L"/").append(m->name);  // a material's name is not escaped
+        writer.putEscaped(prefix);
+        writer.putUrlSegment(m->name);  // a material's name is not escaped
         return true;
     }
     bool operator()(const std::shared_ptr<BaseLight>& light) const {
         if (!light) return false;
-        prefix.appendEscapedTo(out);
+        writer.putEscaped(prefix);
         // A sun's caller passes the whole URL.
-        if (light->getType() != kSunLightType) out.append(L"/").append(light->pluginType());
+        if (light->getType() != kSunLightType) writer.putUrlSegment(light->pluginType());
         return true;
     }
     template <class Family>
     bool operator()(const std::shared_ptr<Family>& child) const {
         if (!child) return false;
-        prefix.appendEscapedTo(out);
-        out.append(L"/").append(child->pluginType());
+        writer.putEscaped(prefix);
+        writer.putUrlSegment(child->pluginType());
         return true;
     }
 };
+
+namespace {
 
 bool isPresent(const PluginRef& child) {
     if (std::holds_alternative<std::monostate>(child)) throw kNoPluginFamily;
@@ -312,33 +376,33 @@ bool isPresent(const PluginRef& child) {
 
 void AssetXmlWriter::writePlugin(Text name, const PluginRef& child, Text urlPrefix, Text label) {
     const bool present = isPresent(child);  // the dispatch comes before any text
-    beginValueParameter(name, L"plugin", label);
+    beginValueParameter(name, "plugin", label);
     if (present) {
         inlineValueOpen();
-        std::visit(PluginUrl{urlPrefix, stream_}, child);
-        put(L"</value>\n");
+        std::visit(PluginUrl{*this, urlPrefix}, child);
+        put("</value>\n");
     }
     endParameter();
 }
 
 void AssetXmlWriter::beginList(Text name, Text listType, Text label) {
-    beginParameter(name, L"list", label, listType, false, L"default");
-    indent(), put(L"<value>\n");
-    indent(), put(L"<list>\n");
+    beginParameter(name, "list", label, listType, false, "default");
+    indent(), put("<value>\n");
+    indent(), put("<list>\n");
     ++depth_;
 }
 
 void AssetXmlWriter::writeEntry(Text text) {
-    indent(), put(L"<entry>"), text.appendEscapedTo(stream_), put(L"</entry>\n");
+    indent(), put("<entry>"), putEscaped(text), put("</entry>\n");
 }
 
 void AssetXmlWriter::writeStringEntry(Text text) {
-    indent(), put(L"<string>\""), put(text), put(L"\"</string>\n");
+    indent(), put("<string>\""), put(text), put("\"</string>\n");
 }
 
 void AssetXmlWriter::endList() {
     --depth_;
-    indent(), put(L"</list>\n");
-    indent(), put(L"</value>\n");
+    indent(), put("</list>\n");
+    indent(), put("</value>\n");
     endParameter();
 }

@@ -1,15 +1,20 @@
-// AssetXmlWriter: the one path by which XML leaves the system. It appends fixed text to a wide
-// string and keeps the indentation depth; scene classes choose which operations to call.
+// AssetXmlWriter: the one path by which XML leaves the system. It appends fixed text as UTF-8
+// bytes to one growing string and keeps the indentation depth; scene classes choose which
+// operations to call. A document that passes its byte budget is abandoned with a throw.
+//
+// While it writes, the string is the writer's buffer: its tail past the text is room still
+// unused. The string holds exactly the text once stream() is called or the writer is gone.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
-#include <cwchar>
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 
+#include "archive/limits.h"
 #include "archive/value_types.h"
 
 namespace CorvaneCore {
@@ -29,6 +34,10 @@ using PluginRef =
 // Thrown by writePlugin for a reference that holds none of the six families.
 constexpr int kNoPluginFamily = 20;
 
+// Thrown by the writer once its text passes the budget; the conversion that owns the text
+// catches it and gives no document.
+struct DocumentTooLarge {};
+
 // The twelve numbers of a decomposed placement, in output order.
 struct ComponentValues {
     float rotation[3] = {0, 0, 0};
@@ -37,25 +46,27 @@ struct ComponentValues {
     int32_t mirror[3] = {0, 0, 0};
 };
 
-// A piece of text handed to the writer: wide, or UTF-8 for the program's constant names. It
-// only points at the caller's characters, so passing one costs no allocation.
+// A piece of text handed to the writer: UTF-16 model text, or UTF-8 for the program's constant
+// names. It only points at the caller's characters, so passing one costs no allocation.
 class XmlText {
 public:
     XmlText() = default;
     XmlText(const char* utf8) : narrow_(utf8 ? utf8 : ""), size_(std::strlen(narrow_)) {}
     XmlText(const std::string& utf8) : narrow_(utf8.c_str()), size_(utf8.size()) {}
-    XmlText(const wchar_t* wide) : wide_(wide ? wide : L""), size_(std::wcslen(wide_)) {}
-    XmlText(const std::wstring& wide) : wide_(wide.c_str()), size_(wide.size()) {}
+    XmlText(const char16_t* wide)
+        : wide_(wide ? wide : u""), size_(std::char_traits<char16_t>::length(wide_)) {}
+    XmlText(const std::u16string& wide) : wide_(wide.c_str()), size_(wide.size()) {}
 
     bool empty() const { return size_ == 0; }
-    void appendTo(std::wstring& out) const;
-    // Appends with "&", "<" and ">" escaped as escapeXml does.
-    void appendEscapedTo(std::wstring& out) const;
-    std::wstring str() const;
+    size_t size() const { return size_; }
+    const char* narrow() const { return narrow_; }  // null for wide text
+    const char16_t* wide() const { return wide_; }  // null for narrow text
+    // As UTF-8: the same bytes as wideToUtf8(utf8ToWide(...)) of narrow text would give.
+    std::string str() const;
 
 private:
     const char* narrow_ = nullptr;
-    const wchar_t* wide_ = nullptr;
+    const char16_t* wide_ = nullptr;
     size_t size_ = 0;
 };
 
@@ -70,20 +81,40 @@ public:
     using Transform = CorvaneCore::Transform;
     using Text = CorvaneCore::XmlText;
 
-    explicit AssetXmlWriter(std::wstring& stream) : stream_(stream) {}
+    // `budget` is the most bytes the document may reach; passing it throws DocumentTooLarge.
+    explicit AssetXmlWriter(std::string& stream, size_t budget = CorvaneCore::kMaxDocumentBytes)
+        : stream_(stream), budget_(budget), used_(stream.size()) {}
+    // Writes from the start of `buffer`, taking all it holds as room, and leaves it uncut:
+    // the text is then the first text().second bytes. For a buffer reused from call to call.
+    struct ReuseBuffer {};
+    AssetXmlWriter(std::string& buffer, ReuseBuffer, size_t budget = CorvaneCore::kMaxDocumentBytes)
+        : stream_(buffer), budget_(budget), used_(0), settled_(false), keepRoom_(true) {}
+    ~AssetXmlWriter() {
+        if (!keepRoom_) settle();
+    }
+    // The text so far, without cutting the string.
+    std::pair<const char*, size_t> text() const {
+        return {stream_.data(), settled_ ? stream_.size() : used_};
+    }
+    AssetXmlWriter(const AssetXmlWriter&) = delete;
+    AssetXmlWriter& operator=(const AssetXmlWriter&) = delete;
 
-    std::wstring& stream() { return stream_; }
+    // The text so far; writing may go on after it.
+    std::string& stream() {
+        settle();
+        return stream_;
+    }
     int32_t depth() const { return depth_; }
-    int32_t targetHost = 0;                        // 0: the modelling host every conversion targets
-    std::map<std::wstring, std::wstring> sunUrls;  // sun id to the URL it was written under
+    int32_t targetHost = 0;  // 0: the modelling host every conversion targets
+    std::map<std::u16string, std::u16string> sunUrls;  // sun id to the URL it was written under
 
     // Structure.
     void openRoot(Text tag);
     void closeRoot();
     void openElement(Text name);
     void closeElement(Text name);
-    void openAssets() { openElement(L"Assets"); }
-    void closeAssets() { closeElement(L"Assets"); }
+    void openAssets() { openElement("Assets"); }
+    void closeAssets() { closeElement("Assets"); }
     void beginAsset(Text url, Text kind, Text layout);
     void endAsset();
     void beginPlugin(Text name, Text kind);
@@ -119,26 +150,49 @@ public:
     void endList();
 
 private:
+    // Every line starts here, so this is where the budget is checked.
     void indent();
+    // Room for `n` more bytes at the end of the text; advance() then marks what was written.
+    char* room(size_t n) {
+        if (settled_ || stream_.size() - used_ < n) grow(n);
+        return &stream_[used_];
+    }
+    void advance(const char* end) { used_ = static_cast<size_t>(end - stream_.data()); }
+    void grow(size_t n);
+    // Cuts the string to the text, so that it can be read or appended to from outside.
+    void settle();
+    void putBytes(const char* bytes, size_t n) {
+        char* at = room(n);
+        std::memcpy(at, bytes, n);
+        advance(at + n);
+    }
     // Literals are appended with their known length, without measuring them.
     template <size_t N>
-    void put(const wchar_t (&literal)[N]) {
-        stream_.append(literal, N - 1);
+    void put(const char (&literal)[N]) {
+        putBytes(literal, N - 1);
     }
-    void put(Text text) { text.appendTo(stream_); }
+    void put(Text text);
+    // Appends with "&", "<" and ">" escaped as escapeXml does.
+    void putEscaped(Text text);
+    void putUrlSegment(const std::u16string& segment);
+    struct PluginUrl;
     void putFloat(float value);
     void putInt(int64_t value);
     void beginValueParameter(Text name, Text type, Text label, bool isUserData = false,
-                             Text handler = L"default");
-    void inlineValueOpen() { indent(), put(L"<value>"); }
-    void inlineValueClose() { put(L"</value>\n"), endParameter(); }
+                             Text handler = "default");
+    void inlineValueOpen() { indent(), put("<value>"); }
+    void inlineValueClose() { put("</value>\n"), endParameter(); }
     void blockOpen();
     void blockClose();
     void scalarLine(Text tag, float value);
     void vectorElement(const Vector& v);
     void componentLines(const CorvaneCore::ComponentValues& value);
 
-    std::wstring& stream_;
+    std::string& stream_;
+    size_t budget_;
+    size_t used_;            // bytes of text at the start of stream_
+    bool settled_ = true;    // stream_ holds exactly the text
+    bool keepRoom_ = false;  // the string is a reused buffer, never cut
     int32_t depth_ = 0;
-    std::wstring rootTag_;
+    std::string rootTag_;
 };

@@ -5,35 +5,42 @@
 namespace CorvaneCore {
 namespace {
 
-void appendAscii(std::wstring& out, const char* first, const char* last) {
-    for (const char* p = first; p != last; ++p) out.push_back(static_cast<wchar_t>(*p));
+std::u16string widened(const std::string& ascii) {
+    return std::u16string(ascii.begin(), ascii.end());
 }
 
 }  // namespace
 
-void appendNumber(std::wstring& out, double value) {
-    // Same text as printf's "%g" with the default precision of 6.
-    char buf[64];
-    const auto result = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general, 6);
-    appendAscii(out, buf, result.ptr);
+char* writeNumber(char* out, double value) {
+    // Same text as printf's "%g" with the default precision of 6; the longest is
+    // "-1.23457e-308", well inside kNumberRoom.
+    return std::to_chars(out, out + kNumberRoom, value, std::chars_format::general, 6).ptr;
 }
 
-void appendNumber(std::wstring& out, int64_t value) {
-    char buf[32];
-    const auto result = std::to_chars(buf, buf + sizeof buf, value);
-    appendAscii(out, buf, result.ptr);
+char* writeNumber(char* out, int64_t value) {
+    return std::to_chars(out, out + kNumberRoom, value).ptr;
 }
 
-std::wstring numberText(double value) {
-    std::wstring out;
+void appendNumber(std::string& out, double value) {
+    char text[kNumberRoom];
+    out.append(text, writeNumber(text, value));
+}
+
+void appendNumber(std::string& out, int64_t value) {
+    char text[kNumberRoom];
+    out.append(text, writeNumber(text, value));
+}
+
+std::u16string numberText(double value) {
+    std::string out;
     appendNumber(out, value);
-    return out;
+    return widened(out);
 }
 
-std::wstring numberText(int64_t value) {
-    std::wstring out;
+std::u16string numberText(int64_t value) {
+    std::string out;
     appendNumber(out, value);
-    return out;
+    return widened(out);
 }
 
 }  // namespace CorvaneCore

@@ -8,9 +8,16 @@
 
 namespace CorvaneCore {
 
-void appendNumber(std::wstring& out, double value);
-void appendNumber(std::wstring& out, int64_t value);
-std::wstring numberText(double value);
-std::wstring numberText(int64_t value);
+// Room a number's text may need at most.
+constexpr size_t kNumberRoom = 32;
+// The number's text written at `out`, which has kNumberRoom bytes; gives its end.
+char* writeNumber(char* out, double value);
+char* writeNumber(char* out, int64_t value);
+// Append the number's text to UTF-8 output.
+void appendNumber(std::string& out, double value);
+void appendNumber(std::string& out, int64_t value);
+// The same text as model text, for names built from numbers.
+std::u16string numberText(double value);
+std::u16string numberText(int64_t value);
 
 }  // namespace CorvaneCore

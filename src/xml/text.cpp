@@ -13,15 +13,26 @@ const char16_t kCp1252High[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026
                                   0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
+// Appends one code point as UTF-16: one unit, or a surrogate pair above U+FFFF.
+void appendUtf16(std::u16string& out, uint32_t cp) {
+    if (cp < 0x10000) {
+        out.push_back(static_cast<char16_t>(cp));
+        return;
+    }
+    cp -= 0x10000;
+    out.push_back(static_cast<char16_t>(0xD800 | (cp >> 10)));
+    out.push_back(static_cast<char16_t>(0xDC00 | (cp & 0x3FF)));
+}
+
 // Decodes strict UTF-8; false on any ill-formed sequence (overlong, surrogate, > U+10FFFF).
-bool decodeStrictUtf8(const unsigned char* s, size_t n, std::wstring& out) {
+bool decodeStrictUtf8(const unsigned char* s, size_t n, std::u16string& out) {
     out.clear();
     out.reserve(n);
     size_t i = 0;
     while (i < n) {
         const unsigned char c = s[i];
         if (c < 0x80) {
-            out.push_back(static_cast<wchar_t>(c));
+            out.push_back(static_cast<char16_t>(c));
             ++i;
             continue;
         }
@@ -43,136 +54,155 @@ bool decodeStrictUtf8(const unsigned char* s, size_t n, std::wstring& out) {
             cp = (cp << 6) | (cc & 0x3F);
         }
         if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return false;
-        out.push_back(static_cast<wchar_t>(cp));
+        appendUtf16(out, cp);
         i += static_cast<size_t>(extra) + 1;
     }
     return true;
 }
 
-std::wstring decodeCp1252(const unsigned char* s, size_t n) {
-    std::wstring out;
+std::u16string decodeCp1252(const unsigned char* s, size_t n) {
+    std::u16string out;
     out.reserve(n);
     for (size_t i = 0; i < n; ++i) {
         const unsigned char c = s[i];
-        out.push_back(c >= 0x80 && c < 0xA0 ? static_cast<wchar_t>(kCp1252High[c - 0x80])
-                                            : static_cast<wchar_t>(c));
+        out.push_back(c >= 0x80 && c < 0xA0 ? static_cast<char16_t>(kCp1252High[c - 0x80])
+                                            : static_cast<char16_t>(c));
     }
     return out;
 }
 
-void appendUtf8(std::string& out, uint32_t cp) {
-    if (cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) cp = 0xFFFD;
+// Writes one code point (a Unicode scalar value) as UTF-8 and gives the end.
+char* writeCodePoint(char* out, uint32_t cp) {
     if (cp < 0x80) {
-        out.push_back(static_cast<char>(cp));
+        *out++ = static_cast<char>(cp);
     } else if (cp < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+        *out++ = static_cast<char>(0xC0 | (cp >> 6));
+        *out++ = static_cast<char>(0x80 | (cp & 0x3F));
     } else if (cp < 0x10000) {
-        out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+        *out++ = static_cast<char>(0xE0 | (cp >> 12));
+        *out++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        *out++ = static_cast<char>(0x80 | (cp & 0x3F));
     } else {
-        out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+        *out++ = static_cast<char>(0xF0 | (cp >> 18));
+        *out++ = static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+        *out++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        *out++ = static_cast<char>(0x80 | (cp & 0x3F));
     }
+    return out;
+}
+
+// The code point that starts at unit `i`, moving `i` past it. A surrogate without its partner
+// stands for no character and reads as U+FFFD.
+uint32_t codePointAt(const char16_t* in, size_t n, size_t& i) {
+    const uint32_t unit = in[i++];
+    if (unit < 0xD800 || unit > 0xDFFF) return unit;
+    if (unit <= 0xDBFF && i < n && in[i] >= 0xDC00 && in[i] <= 0xDFFF) {
+        const uint32_t low = in[i++];
+        return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
+    }
+    return 0xFFFD;
 }
 
 // Replaces each occurrence of `from`, scanning on just behind every replacement.
-void replaceAll(std::wstring& text, const wchar_t* from, const wchar_t* to) {
-    const size_t fromLen = std::wcslen(from);
-    const size_t toLen = std::wcslen(to);
+void replaceAll(std::string& text, const char* from, const char* to) {
+    const size_t fromLen = std::strlen(from);
+    const size_t toLen = std::strlen(to);
     size_t pos = 0;
-    while ((pos = text.find(from, pos, fromLen)) != std::wstring::npos) {
+    while ((pos = text.find(from, pos, fromLen)) != std::string::npos) {
         text.replace(pos, fromLen, to, toLen);
         pos += toLen;
     }
 }
 
-wchar_t foldAscii(wchar_t c) { return (c >= L'A' && c <= L'Z') ? c + (L'a' - L'A') : c; }
+// The "C" locale's lower-case mapping of one 16-bit unit: A to Z only, every other unit
+// (surrogates included) is its own lower case.
+char16_t foldAscii(char16_t c) {
+    return (c >= u'A' && c <= u'Z') ? static_cast<char16_t>(c + (u'a' - u'A')) : c;
+}
 
 }  // namespace
 
-std::wstring utf8ToWide(const char* text, size_t length) {
+std::u16string utf8ToWide(const char* text, size_t length) {
     const void* nul = std::memchr(text, 0, length);
     if (nul) length = static_cast<size_t>(static_cast<const char*>(nul) - text);
-    if (length == 0) return std::wstring();
+    if (length == 0) return std::u16string();
     const auto* bytes = reinterpret_cast<const unsigned char*>(text);
-    std::wstring out;
+    std::u16string out;
     if (decodeStrictUtf8(bytes, length, out)) return out;
     return decodeCp1252(bytes, length);
 }
 
-std::wstring utf8ToWide(const std::string& text) { return utf8ToWide(text.data(), text.size()); }
+std::u16string utf8ToWide(const std::string& text) { return utf8ToWide(text.data(), text.size()); }
 
-std::string wideToUtf8(const std::wstring& text) {
-    // Sized for the common case of ASCII text; runs of ASCII go in a tight loop.
-    std::string out(text.size(), '\0');
-    size_t used = 0;
-    const size_t n = text.size();
-    const wchar_t* in = text.data();
-    for (size_t i = 0; i < n;) {
-        // The buffer always has room for every remaining character taken as ASCII. Eight
-        // characters at a time while all are ASCII, which the compiler turns into vector code.
-        char* dst = &out[0];
+char* writeUtf8(char* out, const char16_t* in, size_t n) {
+    // One unit never takes more than 3 bytes: a pair of 2 units takes 4. Runs of ASCII go
+    // eight units at a time, which the compiler turns into vector code.
+    size_t i = 0;
+    while (i < n) {
         while (n - i >= 8) {
             uint32_t any = 0;
-            for (int k = 0; k < 8; ++k) any |= static_cast<uint32_t>(in[i + k]);
+            for (int k = 0; k < 8; ++k) any |= in[i + k];
             if (any >= 0x80) break;
-            for (int k = 0; k < 8; ++k) dst[used + k] = static_cast<char>(in[i + k]);
+            for (int k = 0; k < 8; ++k) out[k] = static_cast<char>(in[i + k]);
             i += 8;
-            used += 8;
+            out += 8;
         }
-        while (i < n && static_cast<uint32_t>(in[i]) < 0x80)
-            dst[used++] = static_cast<char>(in[i++]);
-        if (i == n) break;
-        out.resize(used);
-        appendUtf8(out, static_cast<uint32_t>(in[i++]));
-        used = out.size();
-        out.resize(used + (n - i));  // room for the rest if it is ASCII
+        while (i < n && in[i] < 0x80) *out++ = static_cast<char>(in[i++]);
+        if (i < n) out = writeCodePoint(out, codePointAt(in, n, i));
     }
-    out.resize(used);
     return out;
 }
 
-std::wstring unescapeXml(const std::wstring& text) {
-    std::wstring out = text;
-    replaceAll(out, L"&lt;", L"<");
-    replaceAll(out, L"&gt;", L">");
-    replaceAll(out, L"&amp;", L"&");
+void appendUtf8(std::string& out, const char16_t* in, size_t n) {
+    const size_t start = out.size();
+    out.resize(start + 3 * n);
+    char* end = writeUtf8(&out[start], in, n);
+    out.resize(static_cast<size_t>(end - out.data()));
+}
+
+std::string wideToUtf8(const std::u16string& text) {
+    std::string out;
+    appendUtf8(out, text.data(), text.size());
     return out;
 }
 
-std::wstring escapeXml(const std::wstring& text, bool unescapeFirst) {
-    std::wstring out = unescapeFirst ? unescapeXml(text) : text;
-    replaceAll(out, L"&", L"&amp;");
-    replaceAll(out, L"<", L"&lt;");
-    replaceAll(out, L">", L"&gt;");
+std::string unescapeXml(const std::string& text) {
+    std::string out = text;
+    replaceAll(out, "&lt;", "<");
+    replaceAll(out, "&gt;", ">");
+    replaceAll(out, "&amp;", "&");
     return out;
 }
 
-bool isControlChar(wchar_t c) { return (c >= 0 && c <= 0x1F) || (c >= 0x7F && c <= 0x9F); }
+std::string escapeXml(const std::string& text, bool unescapeFirst) {
+    std::string out = unescapeFirst ? unescapeXml(text) : text;
+    replaceAll(out, "&", "&amp;");
+    replaceAll(out, "<", "&lt;");
+    replaceAll(out, ">", "&gt;");
+    return out;
+}
 
-void stripControlChars(std::wstring& text) {
+bool isControlChar(char16_t c) { return c <= 0x1F || (c >= 0x7F && c <= 0x9F); }
+
+void stripControlChars(std::u16string& text) {
     size_t kept = 0;
-    for (wchar_t c : text) {
+    for (char16_t c : text) {
         if (!isControlChar(c)) text[kept++] = c;
     }
     text.resize(kept);
 }
 
-bool isAsciiDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+bool isAsciiDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
-std::wstring fileNameOf(const std::wstring& path) {
+std::u16string fileNameOf(const std::u16string& path) {
     size_t start = 0;
-    if (path.size() >= 2 && path[1] == L':') start = 2;
-    const size_t sep = path.find_last_of(L"/\\");
-    if (sep != std::wstring::npos && sep + 1 > start) start = sep + 1;
+    if (path.size() >= 2 && path[1] == u':') start = 2;
+    const size_t sep = path.find_last_of(u"/\\");
+    if (sep != std::u16string::npos && sep + 1 > start) start = sep + 1;
     return path.substr(start);
 }
 
-std::wstring newUuidText() {
+std::u16string newUuidText() {
     static std::mt19937_64 engine{std::random_device{}()};
     const uint64_t hi = engine();
     const uint64_t lo = engine();
@@ -183,22 +213,22 @@ std::wstring newUuidText() {
     }
     b[6] = static_cast<unsigned char>((b[6] & 0x0F) | 0x40);  // version 4
     b[8] = static_cast<unsigned char>((b[8] & 0x3F) | 0x80);  // RFC 4122 variant
-    static const wchar_t kHex[] = L"0123456789abcdef";
-    std::wstring out;
+    static const char16_t kHex[] = u"0123456789abcdef";
+    std::u16string out;
     out.reserve(36);
     for (int i = 0; i < 16; ++i) {
-        if (i == 4 || i == 6 || i == 8 || i == 10) out.push_back(L'-');
+        if (i == 4 || i == 6 || i == 8 || i == 10) out.push_back(u'-');
         out.push_back(kHex[b[i] >> 4]);
         out.push_back(kHex[b[i] & 0x0F]);
     }
     return out;
 }
 
-int compareIgnoreCase(const std::wstring& a, const std::wstring& b) {
+int compareIgnoreCase(const std::u16string& a, const std::u16string& b) {
     const size_t n = a.size() < b.size() ? a.size() : b.size();
     for (size_t i = 0; i < n; ++i) {
-        const wchar_t x = foldAscii(a[i]);
-        const wchar_t y = foldAscii(b[i]);
+        const char16_t x = foldAscii(a[i]);
+        const char16_t y = foldAscii(b[i]);
         if (x != y) return x < y ? -1 : 1;
     }
     if (a.size() == b.size()) return 0;

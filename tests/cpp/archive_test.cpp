@@ -78,10 +78,10 @@ TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
               std::make_tuple(Color(0, 0, 0), Vector(0, 0, 0), AColor(0, 0, 0, 0), Matrix::zero()));
 
     std::string s = "keep";
-    std::wstring w = L"keep";
+    std::u16string w = u"keep";
     uint64_t size = 99;
     empty.read(s), empty.read(w), empty.readSize(size);
-    EXPECT_EQ(std::make_tuple(s, w, size), std::make_tuple("", L"", uint64_t(0)));
+    EXPECT_EQ(std::make_tuple(s, w, size), std::make_tuple("", u"", uint64_t(0)));
 
     // A value cut by the end keeps only its missing bytes.
     QuickArchive a(1);
@@ -93,7 +93,7 @@ TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
 
 TEST(QuickArchive, StringsCountBytesStopAtAZeroAndAHugeCountStaysBounded) {
     QuickArchive a;
-    a.write(std::wstring(L"h\u00e9"));  // UTF-8 takes three bytes
+    a.write(std::u16string(u"h\u00e9"));  // UTF-8 takes three bytes
     a.write(uint32_t(5));
     a.writeBytes("ab\0cd", 5);
     a.write(std::string("tail"));
@@ -101,15 +101,15 @@ TEST(QuickArchive, StringsCountBytesStopAtAZeroAndAHugeCountStaysBounded) {
     a.read(count);
     EXPECT_EQ(count, 3u);
     a.setReadPos(0);
-    std::wstring w;
+    std::u16string w;
     std::string s, tail;
     a.read(w), a.read(s), a.read(tail);
-    EXPECT_EQ(std::make_tuple(w, s, tail), std::make_tuple(L"h\u00e9", "ab", "tail"));
+    EXPECT_EQ(std::make_tuple(w, s, tail), std::make_tuple(u"h\u00e9", "ab", "tail"));
 
     QuickArchive ansi;  // a string that is no UTF-8 falls back to the ANSI code page
     ansi.write(std::string("caf\xE9"));
     ansi.read(w);
-    EXPECT_EQ(w, L"caf\u00e9");
+    EXPECT_EQ(w, u"caf\u00e9");
 
     QuickArchive huge;
     huge.write(uint32_t(0xFFFFFFF0));

@@ -22,15 +22,15 @@ namespace {
 
 using F = std::vector<float>;
 using I = std::vector<int32_t>;
-using Paths = std::vector<std::wstring>;
+using Paths = std::vector<std::u16string>;
 
 // The file of a bitmap texture; "" for no texture.
-std::wstring pathOf(const TexturePtr& texture) {
-    if (!texture) return L"";
+std::u16string pathOf(const TexturePtr& texture) {
+    if (!texture) return u"";
     auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(texture);
-    if (!bitmap) return L"<not a bitmap>";
+    if (!bitmap) return u"<not a bitmap>";
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(bitmap->bitmap);
-    return buffer ? buffer->file : L"<no buffer>";
+    return buffer ? buffer->file : u"<no buffer>";
 }
 
 float fresnelIorOf(const TexturePtr& texture) {
@@ -53,8 +53,8 @@ RecordBuilder glass(uint32_t v) {
     return r;
 }
 
-bool has(const std::wstring& text, const std::wstring& part) {
-    return text.find(part) != std::wstring::npos;
+bool has(const std::u16string& text, const std::u16string& part) {
+    return text.find(part) != std::u16string::npos;
 }
 
 }  // namespace
@@ -80,14 +80,14 @@ TEST(GlassBrdf, EveryVersion) {
     EXPECT_EQ((F{g2.transparency_tex_mult, g2.color_tex_mult, g2.ior_tex_mult}),
               (F{0.25f, 1.0f, 0.75f}));
     EXPECT_EQ((Paths{pathOf(g2.transparency_tex), pathOf(g2.ior_texture)}),
-              (Paths{L"t.png", L"i.png"}));
+              (Paths{u"t.png", u"i.png"}));
     RecordBuilder v3 = glass(3);
     v3.floats({0.25f, 0.5f, 0.75f}).text("").text("g.png").text("").i32(1);
     const auto g3 = readAs<Glass_BRDF>(
         v3.floats({20, 0.3f, 0.4f, 0.6f}).color(0.9f, 0.8f, 0.7f).text("tr.png"));
-    EXPECT_EQ(pathOf(g3.glossiness_tex), L"g.png");
+    EXPECT_EQ(pathOf(g3.glossiness_tex), u"g.png");
     EXPECT_EQ(g3.translucency_on, 1);
-    EXPECT_EQ(pathOf(g3.translucency_tex), L"tr.png");
+    EXPECT_EQ(pathOf(g3.translucency_tex), u"tr.png");
     // Version 4 reads the child slots in the old order.
     RecordBuilder v4 = glass(4);
     v4.floats({0.25f, 0.5f, 0.75f}).i32(0).floats({10, 0.1f, 0.2f, 0.3f}).color(0.5f, 0.5f, 0.5f);
@@ -106,9 +106,9 @@ TEST(GlassBrdf, EveryVersion) {
     const auto g5 = readAs<Glass_BRDF>(current(5));
     EXPECT_FLOAT_EQ(fresnelIorOf(g5.color_tex), 1.9f);
     EXPECT_EQ(g5.transparency, Color(0.2f, 0.3f, 0.4f));
-    EXPECT_EQ(g5.name, L"BRDFRefraction");
+    EXPECT_EQ(g5.name, u"BRDFRefraction");
     const auto g6 = readAs<Glass_BRDF>(current(6).brdfSection("Clear\tGlass\n", false, true, true));
-    EXPECT_EQ(g6.name, L"ClearGlass");
+    EXPECT_EQ(g6.name, u"ClearGlass");
     EXPECT_TRUE(g6.layerFlagB);
     // A read resets only the base part.
     Glass_BRDF g;
@@ -128,11 +128,11 @@ TEST(DiffuseBrdf, EveryVersion) {
     const auto d1 = readAs<Diffuse_BRDF>(head(1).text("c.jpg").text(""));
     EXPECT_EQ(d1.transparency, Color(0.4f, 0.5f, 0.6f));
     EXPECT_FLOAT_EQ(d1.transparency_tex_mult, 3);
-    EXPECT_EQ((Paths{pathOf(d1.color_tex), pathOf(d1.transparency_tex)}), (Paths{L"c.jpg", L""}));
+    EXPECT_EQ((Paths{pathOf(d1.color_tex), pathOf(d1.transparency_tex)}), (Paths{u"c.jpg", u""}));
     const auto d2 = readAs<Diffuse_BRDF>(head(2).absent().append(fresnelSlot(1.2f)));
     EXPECT_FLOAT_EQ(fresnelIorOf(d2.transparency_tex), 1.2f);
     const auto d3 = readAs<Diffuse_BRDF>(head(3).absent().absent().brdfSection("Base"));
-    EXPECT_EQ(d3.name, L"Base");
+    EXPECT_EQ(d3.name, u"Base");
     EXPECT_FALSE(d3.use_color_tex_alpha_as_transparency);
     EXPECT_TRUE(readAs<Diffuse_BRDF>(head(4).absent().absent().brdfSection("B").boolean(true))
                     .use_color_tex_alpha_as_transparency);
@@ -140,7 +140,7 @@ TEST(DiffuseBrdf, EveryVersion) {
     Diffuse_BRDF d;
     EXPECT_FALSE(readAll(d, head(4).absent().absent().version(5).boolean(true)));
     EXPECT_TRUE(d.use_color_tex_alpha_as_transparency);
-    EXPECT_EQ(d.name, L"BRDFDiffuse");
+    EXPECT_EQ(d.name, u"BRDFDiffuse");
 }
 
 // Fields of the old Blinn/Phong layouts up to field 8, with the fresnel pair in its places.
@@ -163,7 +163,7 @@ TEST(ReflectionBrdf, EveryVersionAndTheFresnelFieldsOfTheOldOnes) {
     EXPECT_EQ((F{p2.color_tex_mult, p2.reflectionGlossiness_tex_mult, p2.anisotropy}),
               (F{2, 4, 0.0f}));
     EXPECT_EQ((Paths{pathOf(p2.color_tex), pathOf(p2.reflectionGlossiness_tex)}),
-              (Paths{L"c.png", L"r.png"}));
+              (Paths{u"c.png", u"r.png"}));
     auto withAnisotropy = [](uint32_t v, float ior, int32_t on) {
         RecordBuilder r = reflectionOldHead(v, ior, on).floats({2, 3, 4});
         if (v == 3) return r.text("").text("").text("").floats({0.5f, 45});
@@ -173,9 +173,9 @@ TEST(ReflectionBrdf, EveryVersionAndTheFresnelFieldsOfTheOldOnes) {
     EXPECT_EQ((F{b3.anisotropy, b3.anisotropy_rotation}), (F{0.5f, 45}));
     const auto b4 = readAs<Blinn_BRDF>(withAnisotropy(4, 2.2f, 1));
     EXPECT_FLOAT_EQ(fresnelIorOf(b4.transparency_tex), 2.2f);
-    EXPECT_EQ(b4.name, L"BRDFReflection");
+    EXPECT_EQ(b4.name, u"BRDFReflection");
     const auto p5 = readAs<Phong_BRDF>(withAnisotropy(5, 1.0f, 0).brdfSection("Shine"));
-    EXPECT_EQ(p5.name, L"Shine");
+    EXPECT_EQ(p5.name, u"Shine");
     EXPECT_FALSE(p5.transparency_tex);
     // Version 6 with an absent transparency slot has no fresnel texture.
     RecordBuilder v6;
@@ -198,14 +198,14 @@ TEST(MirrorBrdf, EveryVersion) {
     EXPECT_EQ((F{fresnel.transparency_tex_mult, fresnel.cutoff}), (F{0.9f, 0.02f}));
     EXPECT_EQ(fresnel.mirrorMode, 3);
     EXPECT_EQ(pathOf(readAs<Mirror_BRDF>(head(1, 0).i32(2).text("kept.png")).transparency_tex),
-              L"kept.png");
+              u"kept.png");
     const auto m2 = readAs<Mirror_BRDF>(head(2, 0).i32(2).text("a.png").f32(4).text("b.png"));
-    EXPECT_EQ(pathOf(m2.color_tex), L"b.png");
+    EXPECT_EQ(pathOf(m2.color_tex), u"b.png");
     EXPECT_FLOAT_EQ(m2.color_tex_mult, 4);
     EXPECT_FALSE(readAs<Mirror_BRDF>(head(3, 0).i32(2).f32(4).absent().absent()).transparency_tex);
     EXPECT_EQ(
         readAs<Mirror_BRDF>(head(4, 0).i32(2).f32(4).absent().absent().brdfSection("Chrome")).name,
-        L"Chrome");
+        u"Chrome");
     RecordBuilder v5;
     v5.version(5).color(1, 1, 1).color(0.5f, 0.5f, 0.5f).floats({0.9f, 0.02f}).i32(2).f32(4);
     const auto m5 =
@@ -218,7 +218,7 @@ TEST(LightBrdf, EveryVersion) {
     const auto l1 =
         readAs<Light_BRDF>(v1.version(1).color(0.1f, 0.2f, 0.3f).f32(5).f32(0.5f).text("glow.png"));
     EXPECT_EQ((F{l1.intensity, l1.transparency_tex_mult}), (F{5, 0.5f}));
-    EXPECT_EQ(pathOf(l1.transparency_tex), L"glow.png");
+    EXPECT_EQ(pathOf(l1.transparency_tex), u"glow.png");
     auto head = [](uint32_t v) {
         RecordBuilder r;
         r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).floats({5, 2, 3, 0.5f});
@@ -226,7 +226,7 @@ TEST(LightBrdf, EveryVersion) {
     };
     const auto l2 = readAs<Light_BRDF>(head(2).text("c.png").text("t.png"));
     EXPECT_EQ((F{l2.glowLevel, l2.color_tex_mult}), (F{2, 3}));
-    EXPECT_EQ(pathOf(l2.transparency_tex), L"t.png");
+    EXPECT_EQ(pathOf(l2.transparency_tex), u"t.png");
     readAs<Light_BRDF>(head(3).absent().absent());
     EXPECT_EQ(readAs<Light_BRDF>(head(4).absent().absent().brdfSection("L")).doubleSided, 1);
     EXPECT_EQ(readAs<Light_BRDF>(head(5).absent().absent().brdfSection("L").i32(0)).doubleSided, 0);
@@ -245,7 +245,7 @@ TEST(BrdfLayers, RefuseBadVersionWordsAndAnUnknownTextureId) {
     for (auto [id, major] : newest) {
         for (uint32_t word : {(major + 1) << 16, 0x20001u, 0u}) {
             auto layer = createBRDF(id);
-            layer->name = L"Before";
+            layer->name = u"Before";
             EXPECT_FALSE(deserializeFrom(*layer, RecordBuilder().u32(word))) << id << " " << word;
             EXPECT_EQ(layer->name, layer->pluginType());
         }
@@ -258,16 +258,16 @@ TEST(BrdfLayers, RefuseBadVersionWordsAndAnUnknownTextureId) {
 TEST(BrdfLayers, SerializeReadsBackAndClonesShareNoChild) {
     for (int id : {1, 2, 4, 8, 16, 32}) {
         auto layer = createBRDF(id);
-        layer->name = L"Layer";
+        layer->name = u"Layer";
         layer->layerFlagC = true;
         auto* diffuse = dynamic_cast<Diffuse_BRDF*>(layer.get());
-        if (diffuse) diffuse->color_tex = makeBitmapTexture(L"wall.png");
+        if (diffuse) diffuse->color_tex = makeBitmapTexture(u"wall.png");
         QuickArchive archive(1);
         ASSERT_TRUE(layer->serialize(archive)) << id;
         auto back = createBRDF(id);
         ASSERT_TRUE(back->deserialize(archive)) << id;
         EXPECT_EQ(archive.readPos(), archive.writePos()) << id;
-        EXPECT_EQ(back->name, L"Layer");
+        EXPECT_EQ(back->name, u"Layer");
         EXPECT_TRUE(back->layerFlagC);
         EXPECT_TRUE(layer->isEqual(back)) << id;
         auto copy = layer->clone();
@@ -281,97 +281,97 @@ TEST(BrdfLayers, SerializeReadsBackAndClonesShareNoChild) {
 TEST(BrdfLayers, IsEqualIgnoresNamesAndFlagsButNotFieldsOrChildren) {
     Diffuse_BRDF a;
     auto other = std::make_shared<Diffuse_BRDF>();
-    other->name = L"Other";
+    other->name = u"Other";
     other->layerFlagA = false;
     other->color.g = NAN;
     EXPECT_TRUE(a.isEqual(other));
     other->color_tex_mult = 2;
     EXPECT_FALSE(a.isEqual(other));
     other->color_tex_mult = 1;
-    other->transparency_tex = makeBitmapTexture(L"x.png");
+    other->transparency_tex = makeBitmapTexture(u"x.png");
     EXPECT_FALSE(a.isEqual(other));
     EXPECT_FALSE(a.isEqual(nullptr));
     auto blinn = std::make_shared<Blinn_BRDF>();
     auto phong = std::make_shared<Phong_BRDF>();
     EXPECT_FALSE(blinn->isEqual(phong));
-    EXPECT_EQ(xmlOf(*blinn, L"/M"), xmlOf(*phong, L"/M"));
+    EXPECT_EQ(xmlOf(*blinn, u"/M"), xmlOf(*phong, u"/M"));
 }
 
 TEST(BrdfXml, DefaultMirrorWithoutTexturesWritesItsBlock) {
     Mirror_BRDF mirror;
     mirror.transparency_tex.reset();
-    const std::wstring expected =
-        L"  <Asset layout=\"\" renderer=\"ombra\" type=\"BRDF\" url=\"/M/BRDFReflection\" >\n"
-        L"    <plugin>\n"
-        L"      <ombraplugin name=\"BRDFReflection\" type=\"BRDF\">\n"
-        L"        <parameters>\n"
-        L"          <parameter type=\"color\" name=\"color\" handler=\"default\" listType=\"none\" "
-        L"label=\"color\">\n"
-        L"            <value>\n"
-        L"              <r>1</r>\n"
-        L"              <g>1</g>\n"
-        L"              <b>1</b>\n"
-        L"            </value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"color\" name=\"transparency\" handler=\"default\" "
-        L"listType=\"none\" label=\"transparency\">\n"
-        L"            <value>\n"
-        L"              <r>0</r>\n"
-        L"              <g>0</g>\n"
-        L"              <b>0</b>\n"
-        L"            </value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"float\" name=\"color_tex_mult\" handler=\"default\" "
-        L"listType=\"none\" label=\"color_tex_mult\">\n"
-        L"            <value>1</value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"float\" name=\"transparency_tex_mult\" handler=\"default\" "
-        L"listType=\"none\" label=\"transparency_tex_mult\">\n"
-        L"            <value>1</value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"float\" name=\"cutoff\" handler=\"default\" "
-        L"listType=\"none\" label=\"cutoff\">\n"
-        L"            <value>0.01</value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"plugin\" name=\"transparency_tex\" handler=\"default\" "
-        L"listType=\"none\" label=\"transparency_tex\">\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"plugin\" name=\"color_tex\" handler=\"default\" "
-        L"listType=\"none\" label=\"color_tex\">\n"
-        L"          </parameter>\n"
-        L"        </parameters>\n"
-        L"      </ombraplugin>\n"
-        L"    </plugin>\n"
-        L"  </Asset>\n";
-    EXPECT_EQ(xmlOf(mirror, L"/M"), expected);
+    const std::u16string expected =
+        u"  <Asset layout=\"\" renderer=\"ombra\" type=\"BRDF\" url=\"/M/BRDFReflection\" >\n"
+        u"    <plugin>\n"
+        u"      <ombraplugin name=\"BRDFReflection\" type=\"BRDF\">\n"
+        u"        <parameters>\n"
+        u"          <parameter type=\"color\" name=\"color\" handler=\"default\" listType=\"none\" "
+        u"label=\"color\">\n"
+        u"            <value>\n"
+        u"              <r>1</r>\n"
+        u"              <g>1</g>\n"
+        u"              <b>1</b>\n"
+        u"            </value>\n"
+        u"          </parameter>\n"
+        u"          <parameter type=\"color\" name=\"transparency\" handler=\"default\" "
+        u"listType=\"none\" label=\"transparency\">\n"
+        u"            <value>\n"
+        u"              <r>0</r>\n"
+        u"              <g>0</g>\n"
+        u"              <b>0</b>\n"
+        u"            </value>\n"
+        u"          </parameter>\n"
+        u"          <parameter type=\"float\" name=\"color_tex_mult\" handler=\"default\" "
+        u"listType=\"none\" label=\"color_tex_mult\">\n"
+        u"            <value>1</value>\n"
+        u"          </parameter>\n"
+        u"          <parameter type=\"float\" name=\"transparency_tex_mult\" handler=\"default\" "
+        u"listType=\"none\" label=\"transparency_tex_mult\">\n"
+        u"            <value>1</value>\n"
+        u"          </parameter>\n"
+        u"          <parameter type=\"float\" name=\"cutoff\" handler=\"default\" "
+        u"listType=\"none\" label=\"cutoff\">\n"
+        u"            <value>0.01</value>\n"
+        u"          </parameter>\n"
+        u"          <parameter type=\"plugin\" name=\"transparency_tex\" handler=\"default\" "
+        u"listType=\"none\" label=\"transparency_tex\">\n"
+        u"          </parameter>\n"
+        u"          <parameter type=\"plugin\" name=\"color_tex\" handler=\"default\" "
+        u"listType=\"none\" label=\"color_tex\">\n"
+        u"          </parameter>\n"
+        u"        </parameters>\n"
+        u"      </ombraplugin>\n"
+        u"    </plugin>\n"
+        u"  </Asset>\n";
+    EXPECT_EQ(xmlOf(mirror, u"/M"), expected);
 }
 TEST(BrdfXml, InvertedFilterIsClampedAtZeroOnly) {
     Phong_BRDF phong;
     phong.transparency_tex.reset();
     phong.reflectFilter = Color(0.25f, 1.5f, -1.0f);
-    EXPECT_TRUE(has(xmlOf(phong, L"/M"),
-                    L"name=\"transparency\" handler=\"default\" listType=\"none\" "
-                    L"label=\"transparency\">\n            <value>\n              <r>0.75</r>\n"
-                    L"              <g>0</g>\n              <b>2</b>\n"));
+    EXPECT_TRUE(has(xmlOf(phong, u"/M"),
+                    u"name=\"transparency\" handler=\"default\" listType=\"none\" "
+                    u"label=\"transparency\">\n            <value>\n              <r>0.75</r>\n"
+                    u"              <g>0</g>\n              <b>2</b>\n"));
     Glass_BRDF glass;
     glass.transparency = Color(0.25f, 0.25f, 0.25f);
-    EXPECT_TRUE(has(xmlOf(glass, L"/M"),
-                    L"label=\"transparency\">\n            <value>\n              <r>0.25</r>"));
+    EXPECT_TRUE(has(xmlOf(glass, u"/M"),
+                    u"label=\"transparency\">\n            <value>\n              <r>0.25</r>"));
 }
 
 TEST(BrdfXml, ChildWordsDifferFromParameterNames) {
     Glass_BRDF glass;
-    glass.glossiness_tex = makeBitmapTexture(L"g.png");
-    const std::wstring glassXml = xmlOf(glass, L"/Mat");
+    glass.glossiness_tex = makeBitmapTexture(u"g.png");
+    const std::u16string glassXml = xmlOf(glass, u"/Mat");
     EXPECT_TRUE(has(glassXml,
-                    L"label=\"glossiness_tex\">\n            <value>"
-                    L"/Mat/BRDFRefraction/glossy_texture/TexBitmap</value>"));
+                    u"label=\"glossiness_tex\">\n            <value>"
+                    u"/Mat/BRDFRefraction/glossy_texture/TexBitmap</value>"));
     // Children stand ahead of the layer's own block.
-    EXPECT_LT(glassXml.find(L"TexBitmap\" >"), glassXml.find(L"url=\"/Mat/BRDFRefraction\" >"));
+    EXPECT_LT(glassXml.find(u"TexBitmap\" >"), glassXml.find(u"url=\"/Mat/BRDFRefraction\" >"));
     Light_BRDF light;
-    light.name = L"Glow";
-    light.transparency_tex = makeBitmapTexture(L"t.png");
-    const std::wstring lightXml = xmlOf(light, L"/Mat");
-    EXPECT_TRUE(has(lightXml, L"<value>/Mat/Glow/transp_texture/TexBitmap</value>"));
-    EXPECT_TRUE(has(lightXml, L"label=\"doubleSided\">\n            <value>1</value>"));
+    light.name = u"Glow";
+    light.transparency_tex = makeBitmapTexture(u"t.png");
+    const std::u16string lightXml = xmlOf(light, u"/Mat");
+    EXPECT_TRUE(has(lightXml, u"<value>/Mat/Glow/transp_texture/TexBitmap</value>"));
+    EXPECT_TRUE(has(lightXml, u"label=\"doubleSided\">\n            <value>1</value>"));
 }

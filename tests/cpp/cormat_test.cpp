@@ -53,7 +53,7 @@ MaterialPtr readBrick() {
 TEST_F(CorMatTest, WritesVersionThreeInOneBlockAndReadsItBack) {
     CorMatFile file;
     auto toon = std::make_shared<MaterialToon>();
-    toon->name = L"Toon";
+    toon->name = u"Toon";
     toon->base_mtl = readBrick();
     file.materials = {readBrick(), toon};
     std::ostringstream out;
@@ -77,10 +77,10 @@ TEST_F(CorMatTest, SaveAndLoadByPath) {
     ASSERT_TRUE(file.save(utf8ToWide(path)));
     CorMatFile back;
     ASSERT_TRUE(back.load(utf8ToWide(path)));
-    EXPECT_EQ(back.materials.at(0)->name, L"Brick");
+    EXPECT_EQ(back.materials.at(0)->name, u"Brick");
     std::remove(path.c_str());
-    EXPECT_FALSE(back.load(L"/nonexistent/dir/file.cormat"));
-    EXPECT_FALSE(file.save(L"/nonexistent/dir/file.cormat"));
+    EXPECT_FALSE(back.load(u"/nonexistent/dir/file.cormat"));
+    EXPECT_FALSE(file.save(u"/nonexistent/dir/file.cormat"));
     EXPECT_EQ(back.materials.size(), 1u);
 }
 
@@ -123,7 +123,7 @@ TEST_F(CorMatTest, ReadRefusesBadHeadersAndClaimedCountsAndLeavesTheListAlone) {
     payload.resize(4 + 4096, '\0');
     EXPECT_FALSE(readFile(file, header(0x30000, 0xFFFFFFFFu) + payload));
     ASSERT_TRUE(readFile(file, header(0x30000, 1) + payload));
-    EXPECT_EQ(file.materials[0]->name, L"B");
+    EXPECT_EQ(file.materials[0]->name, u"B");
 }
 
 TEST_F(CorMatTest, VersionOneCollapsesLineBreakPairsAndVersionTwoKeepsThem) {
@@ -135,14 +135,14 @@ TEST_F(CorMatTest, VersionOneCollapsesLineBreakPairsAndVersionTwoKeepsThem) {
     }
     CorMatFile v1;
     ASSERT_TRUE(readFile(v1, header(0x10000, 1) + textForm));
-    EXPECT_EQ(v1.materials[0]->name, L"TenLetters");
-    EXPECT_EQ(v1.materials[0]->uuid, L"a\nb");
+    EXPECT_EQ(v1.materials[0]->name, u"TenLetters");
+    EXPECT_EQ(v1.materials[0]->uuid, u"a\nb");
     // The same bytes, "\r\n" inside a uuid: kept by version 2, collapsed by version 1.
     const std::string kept = bytesOf(layeredEntry("Plain", "a\r\nb"));
     ASSERT_TRUE(readFile(v1, header(0x20000, 1) + kept));
-    EXPECT_EQ(v1.materials[0]->uuid, L"a\r\nb");
+    EXPECT_EQ(v1.materials[0]->uuid, u"a\r\nb");
     ASSERT_TRUE(readFile(v1, header(0x10000, 1) + kept));
-    EXPECT_EQ(v1.materials[0]->uuid, L"a\nb");
+    EXPECT_EQ(v1.materials[0]->uuid, u"a\nb");
 }
 
 TEST_F(CorMatTest, DocumentHoldsEveryMaterialUnderTheCormatRoot) {
@@ -165,7 +165,7 @@ TEST_F(CorMatTest, BundledLibraryHoldsTheThreeSamples) {
     CorMatFile file;
     ASSERT_TRUE(readFile(file, bytes));
     ASSERT_EQ(file.materials.size(), 3u);
-    EXPECT_EQ(file.materials[1]->name, L"B1");
+    EXPECT_EQ(file.materials[1]->name, u"B1");
     EXPECT_EQ(file.materials[2]->getType(), Material2Sided::kType);
     std::ostringstream out;
     ASSERT_TRUE(file.write(out));

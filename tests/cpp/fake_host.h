@@ -16,7 +16,7 @@
 namespace upgrade_test {
 
 struct FakeValue : HostObject {
-    std::variant<std::wstring, int32_t, std::vector<uint8_t>> value;
+    std::variant<std::u16string, int32_t, std::vector<uint8_t>> value;
 };
 
 struct FakeEntity : HostObject {
@@ -26,15 +26,15 @@ struct FakeEntity : HostObject {
 };
 
 struct FakeMaterial : FakeEntity {
-    std::wstring name, displayName;
-    std::optional<std::wstring> texture;
+    std::u16string name, displayName;
+    std::optional<std::u16string> texture;
     std::optional<CorvaneCore::Color> color;
     std::optional<float> alpha;
     std::optional<BasicMaterialRecord> basic;  // what Quillon.convert_material gives
     int textureAssignments = 0;
 };
 
-inline std::shared_ptr<FakeMaterial> hostMaterial(const std::wstring& name) {
+inline std::shared_ptr<FakeMaterial> hostMaterial(const std::u16string& name) {
     auto m = std::make_shared<FakeMaterial>();
     m->name = m->displayName = name;
     return m;
@@ -57,22 +57,22 @@ const T* valueOf(const HostRef& value) {
     return v ? std::get_if<T>(&v->value) : nullptr;
 }
 
-inline std::wstring textOf(const HostRef& value) {
-    const std::wstring* text = valueOf<std::wstring>(value);
-    return text ? *text : L"<not text>";
+inline std::u16string textOf(const HostRef& value) {
+    const std::u16string* text = valueOf<std::u16string>(value);
+    return text ? *text : u"<not text>";
 }
 
 class FakeHost : public HostModelOps {
 public:
     HostRef model = std::make_shared<HostObject>();
     bool answerYes = true, startSucceeds = true, commitSucceeds = true;
-    std::wstring path;
+    std::u16string path;
     std::vector<std::shared_ptr<FakeMaterial>> materials;
     std::vector<std::shared_ptr<FakeEntity>> entities;
     std::vector<std::string> prompts, messages, warnings, log;
     int activeModelCalls = 0;
 
-    std::shared_ptr<FakeMaterial> material(const std::wstring& name) const {
+    std::shared_ptr<FakeMaterial> material(const std::u16string& name) const {
         for (const auto& m : materials) {
             if (m->name == name) return m;
         }
@@ -95,7 +95,7 @@ public:
     }
     void showMessage(const std::string& text) override { messages.push_back(text); }
     void warn(const std::string& text) override { warnings.push_back(text); }
-    std::wstring modelPath(const HostRef&) override { return path; }
+    std::u16string modelPath(const HostRef&) override { return path; }
     bool startOperation() override { return logged("start_operation", startSucceeds); }
     void touchActiveModel() override {}
     bool commitOperation() override { return logged("commit_operation", commitSucceeds); }
@@ -110,36 +110,36 @@ public:
         if (index < 0 || index >= static_cast<long>(materials.size())) return nullptr;
         return materials[static_cast<size_t>(index)];
     }
-    HostRef addMaterial(const std::wstring& name) override {
+    HostRef addMaterial(const std::u16string& name) override {
         materials.push_back(hostMaterial(name));
         logged("add " + CorvaneCore::wideToUtf8(name));
         return materials.back();
     }
-    bool nameMatches(const HostRef& m, const std::wstring& name) override {
+    bool nameMatches(const HostRef& m, const std::u16string& name) override {
         return asMaterial(m) && CorvaneCore::equalsIgnoreCase(asMaterial(m)->name, name);
     }
-    bool displayNameMatches(const HostRef& m, const std::wstring& name) override {
+    bool displayNameMatches(const HostRef& m, const std::u16string& name) override {
         return asMaterial(m) && CorvaneCore::equalsIgnoreCase(asMaterial(m)->displayName, name);
     }
-    std::wstring displayName(const HostRef& m) override {
-        return asMaterial(m) ? asMaterial(m)->displayName : std::wstring();
+    std::u16string displayName(const HostRef& m) override {
+        return asMaterial(m) ? asMaterial(m)->displayName : std::u16string();
     }
     bool isHostMaterial(const HostRef& object) override { return asMaterial(object) != nullptr; }
-    bool textureFile(const HostRef& m, std::wstring& file) override {
+    bool textureFile(const HostRef& m, std::u16string& file) override {
         if (!asMaterial(m) || !asMaterial(m)->texture) return false;
         file = *asMaterial(m)->texture;
         return true;
     }
-    void assignTexture(const HostRef& m, const std::wstring* file) override {
+    void assignTexture(const HostRef& m, const std::u16string* file) override {
         ++asMaterial(m)->textureAssignments;
-        asMaterial(m)->texture = file ? std::optional<std::wstring>(*file) : std::nullopt;
+        asMaterial(m)->texture = file ? std::optional<std::u16string>(*file) : std::nullopt;
     }
     void assignColor(const HostRef& m, const CorvaneCore::Color& c) override {
         asMaterial(m)->color = c;
     }
     void assignAlpha(const HostRef& m, float alpha) override { asMaterial(m)->alpha = alpha; }
 
-    HostRef textValue(const std::wstring& text) override { return fakeValue(text); }
+    HostRef textValue(const std::u16string& text) override { return fakeValue(text); }
     HostRef intValue(int32_t v) override { return fakeValue(v); }
     HostRef bytesValue(CorvaneCore::QuickArchive& archive) override {
         std::vector<uint8_t> bytes(archive.endOffset());
@@ -154,10 +154,10 @@ public:
         return true;
     }
     bool readTextAttribute(const HostRef& owner, MaterialAttribute key,
-                           std::wstring& out) override {
+                           std::u16string& out) override {
         if (!asEntity(owner) || !asEntity(owner)->dictionary.count(key)) return false;
-        const std::wstring* text = valueOf<std::wstring>(asEntity(owner)->dictionary[key]);
-        out = text ? *text : std::wstring();
+        const std::u16string* text = valueOf<std::u16string>(asEntity(owner)->dictionary[key]);
+        out = text ? *text : std::u16string();
         return true;
     }
     bool eraseAttribute(const HostRef& owner, MaterialAttribute key) override {
@@ -172,7 +172,7 @@ public:
     }
     void paint(const HostRef& entity, const HostRef& m) override { asEntity(entity)->painted = m; }
 
-    HostRef findSkpMaterial(const std::wstring& name) override { return material(name); }
+    HostRef findSkpMaterial(const std::u16string& name) override { return material(name); }
     void evaluateMaterial(const HostRef& m) override { logged("evaluate " + nameOf(m)); }
     void hackDeleteSkpMaterial(const HostRef& m) override {
         logged("delete " + nameOf(m));

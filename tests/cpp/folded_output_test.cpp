@@ -153,19 +153,20 @@ TEST_F(FoldedOutputTest, ReferenceWithAMissingTargetFoldsItsResolvedCopy) {
 
 TEST_F(FoldedOutputTest, ReferenceFoundInTheSetIsWalkedLive) {
     auto live = std::make_shared<MaterialLayeredBRDF>();
-    live->name = L"Live";
-    live->uuid = L"live-id";
+    live->name = u"Live";
+    live->uuid = u"live-id";
     sceneMaterials()->addMaterial(live);
     auto reference = std::make_shared<MaterialReference>();
-    reference->target = L"live-id";
+    reference->target = u"live-id";
     auto bump = std::make_shared<MaterialBump>();
-    bump->name = L"Wrap";
+    bump->name = u"Wrap";
     bump->base_mtl = reference;
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
     convertMaterialTree(writer, bump);
-    EXPECT_EQ(outline(text).urls, Names{"/Wrap"});
-    EXPECT_EQ(outline(text).parameters, words("double_sided brdfs bump_on bump_tex_mult bump_tex"));
+    EXPECT_EQ(outline(writer.stream()).urls, Names{"/Wrap"});
+    EXPECT_EQ(outline(writer.stream()).parameters,
+              words("double_sided brdfs bump_on bump_tex_mult bump_tex"));
 }
 
 TEST_F(FoldedOutputTest, EveryWrapperKindFoldsInItsOrder) {

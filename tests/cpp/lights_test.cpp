@@ -181,7 +181,7 @@ TEST(LightRecords, EveryClassReadsEveryVersion) {
         "sun", 4, [](uint32_t v) { return sunRecord(v); },
         [](const SunLight& l, uint32_t v) {
             EXPECT_SINCE(shadows, false, true, 1);
-            EXPECT_SINCE(sunName, std::wstring(L"Noon"), std::wstring(), 2);
+            EXPECT_SINCE(sunName, std::u16string(u"Noon"), std::u16string(), 2);
             if (v >= 2) {
                 EXPECT_EQ(l.sunId, utf8ToWide(kStoredSunId));
             } else {
@@ -192,7 +192,8 @@ TEST(LightRecords, EveryClassReadsEveryVersion) {
             EXPECT_EQ(l.transform.getValue(0.0), kPlace);
         });
     readEveryVersion<IESLight>("ies", 3, iesRecord, [](const IESLight& l, uint32_t v) {
-        EXPECT_SINCE(ies_file, std::wstring(L"C:\\ies\\caf\u00e9 & bar.ies"), std::wstring(), 1);
+        EXPECT_SINCE(ies_file, std::u16string(u"C:\\ies\\caf\u00e9 & bar.ies"), std::u16string(),
+                     1);
         EXPECT_SINCE(affectSpecular, false, true, 2);
         EXPECT_SINCE(intensity, 7.0f, 1.0f, 3);
     });
@@ -273,9 +274,9 @@ TEST(LightRoundTrip, EveryClassWritesTheNewestLayout) {
     roundTrip<OmniLight>(omniRecord(4), [](auto& l) { l.affectSpecular = true; });
     roundTrip<SpotLight>(spotRecord(4), [](auto& l) { l.barnDoorBottom = 1; });
     roundTrip<RectangleLight>(rectangleRecord(4), [](auto& l) { l.carriedMode = 0; });
-    roundTrip<SunLight>(sunRecord(4), [](auto& l) { l.sunName = L"Dusk"; });
+    roundTrip<SunLight>(sunRecord(4), [](auto& l) { l.sunName = u"Dusk"; });
     roundTrip<SunLight>(sunRecord(4), [](auto& l) { l.transform.setValue(kPlace, 1.0); });
-    roundTrip<IESLight>(iesRecord(3), [](auto& l) { l.ies_file = L"other.ies"; });
+    roundTrip<IESLight>(iesRecord(3), [](auto& l) { l.ies_file = u"other.ies"; });
     roundTrip<SphereLight>(sphereRecord(2), [](auto& l) { l.sphereFlag7 = true; });
 }
 
@@ -297,21 +298,21 @@ TEST(LightFactory, KnowsTheStoredIdsOnly) {
         EXPECT_EQ(light->getType(), id);
     }
     for (int id : {-1, 1, 8, 9}) EXPECT_FALSE(createLight(id)) << id;
-    EXPECT_EQ(lightDisplayName(1), L"Positional Direct Light");  // a name without a class
-    EXPECT_EQ(lightDisplayName(8), L"Invalid Light");
+    EXPECT_EQ(lightDisplayName(1), u"Positional Direct Light");  // a name without a class
+    EXPECT_EQ(lightDisplayName(8), u"Invalid Light");
 }
 
 // ------------------------------------------------------------ XML
 
 namespace {
 
-const std::vector<const wchar_t*> kPlaceText = {L"1", L"2", L"3", L"4",  L"5",  L"6",
-                                                L"7", L"8", L"9", L"10", L"11", L"12"};
+const std::vector<const char16_t*> kPlaceText = {u"1", u"2", u"3", u"4",  u"5",  u"6",
+                                                 u"7", u"8", u"9", u"10", u"11", u"12"};
 
 // convert_light writes one asset without "Assets" around it, two blanks further left.
-Xml lightAsset(const std::wstring& plugin) {
+Xml lightAsset(const std::u16string& plugin) {
     Xml e(-2);
-    e.assetOpen(L"/" + plugin, L"light", plugin);
+    e.assetOpen(u"/" + plugin, u"light", plugin);
     return e;
 }
 
@@ -324,10 +325,10 @@ std::string convert(const Bytes& record, int type) {
 }
 std::string closed(Xml& e) { return wideToUtf8(e.assetClose().out); }
 
-std::string xmlOf(BaseLight& light, AssetXmlWriter& writer, const std::wstring& name = L"") {
+std::string xmlOf(BaseLight& light, AssetXmlWriter& writer, const std::u16string& name = u"") {
     size_t before = writer.stream().size();
     light.writeXML(writer, name);
-    return wideToUtf8(writer.stream().substr(before));
+    return writer.stream().substr(before);
 }
 
 std::string assetLine(const std::string& url) {
@@ -337,82 +338,82 @@ std::string assetLine(const std::string& url) {
 }  // namespace
 
 TEST(LightXml, MayaDirectLightLeavesOutItsTransform) {
-    Xml e = lightAsset(L"MayaLightDirect");
-    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
-    e.real(L"shadowBias", L"0.125").real(L"shadowRadius", L"1.5").real(L"intensity", L"42");
-    e.integer(L"causticSubdivs", L"222").integer(L"photonSubdivs", L"111");
-    e.integer(L"shadowSubdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
+    Xml e = lightAsset(u"MayaLightDirect");
+    e.color(u"color", u"0.1", u"0.2", u"0.3").color(u"shadowColor", u"0.4", u"0.5", u"0.6");
+    e.real(u"shadowBias", u"0.125").real(u"shadowRadius", u"1.5").real(u"intensity", u"42");
+    e.integer(u"causticSubdivs", u"222").integer(u"photonSubdivs", u"111");
+    e.integer(u"shadowSubdivs", u"33").flag(u"enabled", u"0").flag(u"shadows", u"0");
     EXPECT_EQ(convert(mayaRecord(4), 0), closed(e));
 }
 
 TEST(LightXml, OmniLightWritesUnitsAsTheFirstCausticSubdivs) {
-    Xml e = lightAsset(L"LightOmni");
-    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
-    e.real(L"cutoffThreshold", L"0.25").real(L"shadowBias", L"0.125").real(L"decay", L"2");
-    e.real(L"intensity", L"42").real(L"shadowRadius", L"1.5");
-    e.integer(L"causticSubdivs", L"2").integer(L"photonSubdivs", L"111");
-    e.integer(L"causticSubdivs", L"222").integer(L"shadowSubdivs", L"33");
-    e.flag(L"enabled", L"0").flag(L"shadows", L"0").flag(L"affectDiffuse", L"0");
-    e.flag(L"affectSpecular", L"0").transform(L"transform", kPlaceText);
+    Xml e = lightAsset(u"LightOmni");
+    e.color(u"color", u"0.1", u"0.2", u"0.3").color(u"shadowColor", u"0.4", u"0.5", u"0.6");
+    e.real(u"cutoffThreshold", u"0.25").real(u"shadowBias", u"0.125").real(u"decay", u"2");
+    e.real(u"intensity", u"42").real(u"shadowRadius", u"1.5");
+    e.integer(u"causticSubdivs", u"2").integer(u"photonSubdivs", u"111");
+    e.integer(u"causticSubdivs", u"222").integer(u"shadowSubdivs", u"33");
+    e.flag(u"enabled", u"0").flag(u"shadows", u"0").flag(u"affectDiffuse", u"0");
+    e.flag(u"affectSpecular", u"0").transform(u"transform", kPlaceText);
     EXPECT_EQ(convert(omniRecord(4), 2), closed(e));
 }
 
 TEST(LightXml, SpotLightEndsWithTheLabelledLegacyFlag) {
-    Xml e = lightAsset(L"LightSpot");
-    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
-    e.real(L"cutoffThreshold", L"0.25").real(L"barnDoorLeft", L"11");
-    e.real(L"barnDoorRight", L"12").real(L"barnDoorTop", L"13").real(L"barnDoorBottom", L"14");
-    e.real(L"shadowBias", L"0.125").real(L"decay", L"2").real(L"intensity", L"42");
-    e.real(L"shadowRadius", L"1.5").real(L"coneAngle", L"0.75").real(L"penumbraAngle", L"0.2");
-    e.integer(L"units", L"2").integer(L"photonSubdivs", L"111");
-    e.integer(L"causticSubdivs", L"222").integer(L"shadowSubdivs", L"33");
-    e.flag(L"enabled", L"0").flag(L"barnDoor", L"1").flag(L"shadows", L"0");
-    e.flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
-    e.transform(L"transform", kPlaceText);
+    Xml e = lightAsset(u"LightSpot");
+    e.color(u"color", u"0.1", u"0.2", u"0.3").color(u"shadowColor", u"0.4", u"0.5", u"0.6");
+    e.real(u"cutoffThreshold", u"0.25").real(u"barnDoorLeft", u"11");
+    e.real(u"barnDoorRight", u"12").real(u"barnDoorTop", u"13").real(u"barnDoorBottom", u"14");
+    e.real(u"shadowBias", u"0.125").real(u"decay", u"2").real(u"intensity", u"42");
+    e.real(u"shadowRadius", u"1.5").real(u"coneAngle", u"0.75").real(u"penumbraAngle", u"0.2");
+    e.integer(u"units", u"2").integer(u"photonSubdivs", u"111");
+    e.integer(u"causticSubdivs", u"222").integer(u"shadowSubdivs", u"33");
+    e.flag(u"enabled", u"0").flag(u"barnDoor", u"1").flag(u"shadows", u"0");
+    e.flag(u"affectDiffuse", u"0").flag(u"affectSpecular", u"0");
+    e.transform(u"transform", kPlaceText);
     e.line(12,
-           L"<parameter type=\"bool\" name=\"legacyMode\" handler=\"default\" "
-           L"listType=\"none\" isUserData=\"1\" label=\"Legacy Mode\">");
-    e.line(14, L"<value>1</value>").paramClose();
+           u"<parameter type=\"bool\" name=\"legacyMode\" handler=\"default\" "
+           u"listType=\"none\" isUserData=\"1\" label=\"Legacy Mode\">");
+    e.line(14, u"<value>1</value>").paramClose();
     EXPECT_EQ(convert(spotRecord(4), 4), closed(e));
 }
 
 TEST(LightXml, RectangleLightParameterOrder) {
-    Xml e = lightAsset(L"LightRectangle");
-    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
-    e.real(L"cutoffThreshold", L"0.25").real(L"shadowBias", L"0.125").real(L"intensity", L"42");
-    e.real(L"u_size", L"2.5").real(L"v_size", L"3.5").integer(L"units", L"2");
-    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
-    e.integer(L"subdivs", L"44").flag(L"enabled", L"0").flag(L"doubleSided", L"1");
-    e.flag(L"invisible", L"1").flag(L"lightPortal", L"1").flag(L"noDecay", L"1");
-    e.flag(L"storeWithIrradianceMap", L"1").flag(L"ignoreLightNormals", L"0");
-    e.flag(L"shadows", L"0").flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
-    e.flag(L"affectReflections", L"0").transform(L"transform", kPlaceText);
+    Xml e = lightAsset(u"LightRectangle");
+    e.color(u"color", u"0.1", u"0.2", u"0.3").color(u"shadowColor", u"0.4", u"0.5", u"0.6");
+    e.real(u"cutoffThreshold", u"0.25").real(u"shadowBias", u"0.125").real(u"intensity", u"42");
+    e.real(u"u_size", u"2.5").real(u"v_size", u"3.5").integer(u"units", u"2");
+    e.integer(u"photonSubdivs", u"111").integer(u"causticSubdivs", u"222");
+    e.integer(u"subdivs", u"44").flag(u"enabled", u"0").flag(u"doubleSided", u"1");
+    e.flag(u"invisible", u"1").flag(u"lightPortal", u"1").flag(u"noDecay", u"1");
+    e.flag(u"storeWithIrradianceMap", u"1").flag(u"ignoreLightNormals", u"0");
+    e.flag(u"shadows", u"0").flag(u"affectDiffuse", u"0").flag(u"affectSpecular", u"0");
+    e.flag(u"affectReflections", u"0").transform(u"transform", kPlaceText);
     EXPECT_EQ(convert(rectangleRecord(4), 3), closed(e));
 }
 
 TEST(LightXml, IESLightEscapesItsFilePath) {
-    Xml e = lightAsset(L"LightIES");
-    e.transform(L"transform", kPlaceText);
-    e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
-    e.color(L"filter_color", L"0.7", L"0.8", L"0.9");
-    e.real(L"shadowBias", L"0.125").real(L"cutoffThreshold", L"0.25").real(L"intensity", L"7");
-    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
-    e.integer(L"shadow_subdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
-    e.flag(L"soft_shadows", L"1").flag(L"affectDiffuse", L"0").flag(L"affectSpecular", L"0");
-    e.inlineParam(L"string", L"ies_file", L"C:\\ies\\caf\u00e9 &amp; bar.ies",
-                  L"FileBrowserHandler");
+    Xml e = lightAsset(u"LightIES");
+    e.transform(u"transform", kPlaceText);
+    e.color(u"color", u"0.1", u"0.2", u"0.3").color(u"shadowColor", u"0.4", u"0.5", u"0.6");
+    e.color(u"filter_color", u"0.7", u"0.8", u"0.9");
+    e.real(u"shadowBias", u"0.125").real(u"cutoffThreshold", u"0.25").real(u"intensity", u"7");
+    e.integer(u"photonSubdivs", u"111").integer(u"causticSubdivs", u"222");
+    e.integer(u"shadow_subdivs", u"33").flag(u"enabled", u"0").flag(u"shadows", u"0");
+    e.flag(u"soft_shadows", u"1").flag(u"affectDiffuse", u"0").flag(u"affectSpecular", u"0");
+    e.inlineParam(u"string", u"ies_file", u"C:\\ies\\caf\u00e9 &amp; bar.ies",
+                  u"FileBrowserHandler");
     EXPECT_EQ(convert(iesRecord(3), 6), closed(e));
 }
 
 TEST(LightXml, SunLightWritesItsTransformAtTimeZero) {
-    Xml e = lightAsset(L"SunLight");
-    e.vectorParam(L"up_vector", L"0.1", L"0.2", L"0.9").real(L"shadowBias", L"0.125");
-    e.real(L"turbidity", L"4").real(L"water_vapour", L"2.5");
-    e.real(L"intensity_multiplier", L"1.25").real(L"size_multiplier", L"2");
-    e.real(L"photon_radius", L"60").real(L"photon_emit_distance", L"170").real(L"ozone", L"0.5");
-    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
-    e.integer(L"shadow_subdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
-    e.flag(L"invisible", L"1").transform(L"transform", kPlaceText);
+    Xml e = lightAsset(u"SunLight");
+    e.vectorParam(u"up_vector", u"0.1", u"0.2", u"0.9").real(u"shadowBias", u"0.125");
+    e.real(u"turbidity", u"4").real(u"water_vapour", u"2.5");
+    e.real(u"intensity_multiplier", u"1.25").real(u"size_multiplier", u"2");
+    e.real(u"photon_radius", u"60").real(u"photon_emit_distance", u"170").real(u"ozone", u"0.5");
+    e.integer(u"photonSubdivs", u"111").integer(u"causticSubdivs", u"222");
+    e.integer(u"shadow_subdivs", u"33").flag(u"enabled", u"0").flag(u"shadows", u"0");
+    e.flag(u"invisible", u"1").transform(u"transform", kPlaceText);
     EXPECT_EQ(convert(sunRecord(4), 5), closed(e));
     // A version 1 sun keeps its head transform as the value at time 0.0.
     std::string old = convert(sunRecord(1), 5);
@@ -434,27 +435,27 @@ TEST(LightXml, ASunKeyCutByTheEndOfTheDataIsReadWithZeros) {
     const size_t fixed = sunWithId("").size();
     const Bytes cut = sunWithId(std::string(QuickArchive::kBlockSize - fixed, 'i'));
     ASSERT_EQ(cut.size(), QuickArchive::kBlockSize);
-    Xml e = lightAsset(L"SunLight");
-    e.vectorParam(L"up_vector", L"0.1", L"0.2", L"0.9").real(L"shadowBias", L"0.125");
-    e.real(L"turbidity", L"4").real(L"water_vapour", L"2.5");
-    e.real(L"intensity_multiplier", L"1.25").real(L"size_multiplier", L"2");
-    e.real(L"photon_radius", L"60").real(L"photon_emit_distance", L"170").real(L"ozone", L"0.5");
-    e.integer(L"photonSubdivs", L"111").integer(L"causticSubdivs", L"222");
-    e.integer(L"shadow_subdivs", L"33").flag(L"enabled", L"0").flag(L"shadows", L"0");
-    e.flag(L"invisible", L"1")
-        .transform(L"transform",
-                   {L"2", L"0", L"0", L"0", L"2", L"0", L"0", L"0", L"0", L"0", L"0", L"0"});
+    Xml e = lightAsset(u"SunLight");
+    e.vectorParam(u"up_vector", u"0.1", u"0.2", u"0.9").real(u"shadowBias", u"0.125");
+    e.real(u"turbidity", u"4").real(u"water_vapour", u"2.5");
+    e.real(u"intensity_multiplier", u"1.25").real(u"size_multiplier", u"2");
+    e.real(u"photon_radius", u"60").real(u"photon_emit_distance", u"170").real(u"ozone", u"0.5");
+    e.integer(u"photonSubdivs", u"111").integer(u"causticSubdivs", u"222");
+    e.integer(u"shadow_subdivs", u"33").flag(u"enabled", u"0").flag(u"shadows", u"0");
+    e.flag(u"invisible", u"1")
+        .transform(u"transform",
+                   {u"2", u"0", u"0", u"0", u"2", u"0", u"0", u"0", u"0", u"0", u"0", u"0"});
     EXPECT_EQ(convert(cut, 5), closed(e));
 }
 
 TEST(LightXml, SphereDomeAndRefusedRecordsWriteNothing) {
     EXPECT_EQ(convert(sphereRecord(2), 7), "");
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
     DomeLight dome;
-    EXPECT_EQ(xmlOf(dome, writer, L"/anything"), "");
+    EXPECT_EQ(xmlOf(dome, writer, u"/anything"), "");
     SphereLight sphere;
-    EXPECT_EQ(xmlOf(sphere, writer, L"/anything"), "");
+    EXPECT_EQ(xmlOf(sphere, writer, u"/anything"), "");
     EXPECT_EQ(writer.depth(), 0);
 
     // Types without a class and records of an unknown version convert to nothing.
@@ -467,32 +468,32 @@ TEST(LightXml, SphereDomeAndRefusedRecordsWriteNothing) {
 }
 
 TEST(LightXml, ASunIsWrittenOncePerWriterUnderItsHostsName) {
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
     SunLight first, again, second;
-    first.sunId = again.sunId = L"{AAAA}";
-    second.sunId = L"{BBBB}";
-    const std::string firstText = xmlOf(first, writer, L"/ignored");
+    first.sunId = again.sunId = u"{AAAA}";
+    second.sunId = u"{BBBB}";
+    const std::string firstText = xmlOf(first, writer, u"/ignored");
     EXPECT_EQ(firstText.rfind(assetLine("/SunLight"), 0), 0u) << firstText;
-    EXPECT_EQ(xmlOf(again, writer, L"/other"), "");
+    EXPECT_EQ(xmlOf(again, writer, u"/other"), "");
     // The second sun differs from the first by its URL only.
     EXPECT_EQ(xmlOf(second, writer),
               assetLine("/SunLight1") + firstText.substr(assetLine("/SunLight").size()));
     EXPECT_EQ(writer.sunUrls.size(), 2u);
-    EXPECT_EQ(writer.sunUrls[L"{AAAA}"], L"/SunLight");
-    EXPECT_EQ(writer.sunUrls[L"{BBBB}"], L"/SunLight1");
+    EXPECT_EQ(writer.sunUrls[u"{AAAA}"], u"/SunLight");
+    EXPECT_EQ(writer.sunUrls[u"{BBBB}"], u"/SunLight1");
 
     // Other hosts name suns by their identity.
-    std::wstring otherText;
+    std::string otherText;
     AssetXmlWriter other(otherText);
     other.targetHost = 1;
     SunLight given, byDefault, byId;
-    given.sunId = L"{AAAA}";
-    byDefault.sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";
-    byId.sunId = L"{CCCC}";
-    EXPECT_EQ(xmlOf(given, other, L"/Given Sun").rfind(assetLine("/Given Sun"), 0), 0u);
+    given.sunId = u"{AAAA}";
+    byDefault.sunId = u"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";
+    byId.sunId = u"{CCCC}";
+    EXPECT_EQ(xmlOf(given, other, u"/Given Sun").rfind(assetLine("/Given Sun"), 0), 0u);
     EXPECT_EQ(xmlOf(byDefault, other), "");
     EXPECT_EQ(other.sunUrls.count(byDefault.sunId), 0u);
     EXPECT_EQ(xmlOf(byId, other).rfind(assetLine("/{CCCC}"), 0), 0u);
-    EXPECT_EQ(other.sunUrls[L"{CCCC}"], L"/{CCCC}");
+    EXPECT_EQ(other.sunUrls[u"{CCCC}"], u"/{CCCC}");
 }

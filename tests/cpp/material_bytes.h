@@ -206,7 +206,7 @@ struct Outline {
     Names parameters;
 };
 
-inline Outline outline(const std::wstring& xml) {
+inline Outline outline(const std::u16string& xml) {
     const std::string text = CorvaneCore::wideToUtf8(xml);
     static const std::regex item(R"(url="([^"]*)\"|name="([^"]*)\" handler)");
     Outline out;
@@ -231,11 +231,11 @@ inline Names words(const std::string& text) {
 
 // The XML a material or layer writes of itself under `url`.
 template <class T>
-std::wstring xmlOf(T& object, const std::wstring& url = L"") {
-    std::wstring text;
+std::u16string xmlOf(T& object, const std::u16string& url = u"") {
+    std::string text;
     AssetXmlWriter writer(text);
     object.writeXML(writer, url);
-    return text;
+    return CorvaneCore::utf8ToWide(writer.stream());  // the writer's UTF-8, compared as model text
 }
 
 // Reads the whole record into a new object; the read must succeed.

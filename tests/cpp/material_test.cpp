@@ -31,32 +31,32 @@ RecordBuilder bare(uint32_t v) { return RecordBuilder().version(v).u32(0).i32(0)
 }  // namespace
 
 TEST_F(MaterialTest, EmptyNamesBecomeUniqueDefaultNamesWithoutEnteringTheSet) {
-    EXPECT_EQ(readAs<MaterialLayeredBRDF>(bare(1).text("")).name, L"DefaultMaterial");
+    EXPECT_EQ(readAs<MaterialLayeredBRDF>(bare(1).text("")).name, u"DefaultMaterial");
     EXPECT_TRUE(sceneMaterials()->materials.empty());
     auto taken = std::make_shared<MaterialLayeredBRDF>();
-    taken->name = L"DefaultMaterial";
+    taken->name = u"DefaultMaterial";
     ASSERT_TRUE(sceneMaterials()->addMaterial(taken));
-    EXPECT_EQ(readAs<MaterialLayeredBRDF>(bare(2).version(1).text("")).name, L"DefaultMaterial1");
+    EXPECT_EQ(readAs<MaterialLayeredBRDF>(bare(2).version(1).text("")).name, u"DefaultMaterial1");
 }
 
 TEST_F(MaterialTest, SectionStripsControlCharactersAndRefusesBadWords) {
     const auto material =
         readAs<MaterialLayeredBRDF>(bare(2).version(2).text("Red\tBrick\x7f").text("id-1"));
-    EXPECT_EQ(material.name, L"RedBrick");
-    EXPECT_EQ(material.uuid, L"id-1");
+    EXPECT_EQ(material.name, u"RedBrick");
+    EXPECT_EQ(material.uuid, u"id-1");
     for (uint32_t word : {0x30000u, 0x20001u}) {
         MaterialLayeredBRDF refused;
         EXPECT_FALSE(deserializeFrom(refused, bare(2).u32(word).text("Ignored")));
-        EXPECT_EQ(refused.name, L"DefaultMaterial");
+        EXPECT_EQ(refused.name, u"DefaultMaterial");
     }
 }
 
 TEST_F(MaterialTest, LayeredReadsEveryVersion) {
     const auto m1 = readAs<MaterialLayeredBRDF>(
         diffuseLayer(RecordBuilder().version(1).u32(1), "Base").i32(0).i32(7).text("Old"));
-    EXPECT_EQ(m1.brdfs.at(0)->name, L"Base");
+    EXPECT_EQ(m1.brdfs.at(0)->name, u"Base");
     EXPECT_EQ((Ints{m1.double_sided, m1.layeredOptionA}), (Ints{0, 7}));
-    EXPECT_EQ(m1.name, L"Old");
+    EXPECT_EQ(m1.name, u"Old");
     const auto m2 = readAs<MaterialLayeredBRDF>(
         RecordBuilder().version(2).u32(0).i32(1).i32(0).version(1).text("Two"));
     EXPECT_EQ(m2.layeredOptionB, 1);
@@ -75,7 +75,7 @@ TEST_F(MaterialTest, LayeredListFailuresKeepWhatWasRead) {
     EXPECT_FALSE(
         deserializeFrom(m, diffuseLayer(RecordBuilder().version(4).u32(3), "Kept").i32(3)));
     ASSERT_EQ(m.brdfs.size(), 1u);
-    EXPECT_EQ(m.brdfs[0]->name, L"Kept");
+    EXPECT_EQ(m.brdfs[0]->name, u"Kept");
     // A declared count far beyond the data ends as soon as the bytes do.
     MaterialLayeredBRDF big;
     EXPECT_FALSE(
@@ -87,7 +87,7 @@ TEST_F(MaterialTest, SingleReadsBothVersionsAndSharesItsLayer) {
     const auto s1 = readAs<MaterialSingleBRDF>(
         diffuseLayer(RecordBuilder().version(1).i32(3).i32(4).text("Solo"), "Layer"));
     EXPECT_EQ((Ints{s1.singleOptionA, s1.singleOptionB}), (Ints{3, 4}));
-    EXPECT_EQ(s1.brdf->name, L"Layer");
+    EXPECT_EQ(s1.brdf->name, u"Layer");
     RecordBuilder v2;
     diffuseLayer(v2.version(2).i32(3).i32(4), "Layer").version(2).text("Solo2").text("u");
     MaterialSingleBRDF s2;
@@ -103,18 +103,18 @@ TEST_F(MaterialTest, SingleReadsBothVersionsAndSharesItsLayer) {
 
 TEST_F(MaterialTest, LayeredCloneCopyAndIsEqual) {
     MaterialLayeredBRDF source;
-    source.name = L"Brick";
-    source.uuid = L"id";
+    source.name = u"Brick";
+    source.uuid = u"id";
     source.brdfs.push_back(std::make_shared<Diffuse_BRDF>());
     auto sourcePtr = std::make_shared<MaterialLayeredBRDF>(source);
     sceneMaterials()->addMaterial(sourcePtr);
     auto clone = std::static_pointer_cast<MaterialLayeredBRDF>(source.clone());
-    EXPECT_EQ(clone->name, L"Brick1");
-    EXPECT_EQ(clone->uuid, L"id");
+    EXPECT_EQ(clone->name, u"Brick1");
+    EXPECT_EQ(clone->uuid, u"id");
     EXPECT_NE(clone->brdfs[0], source.brdfs[0]);
     EXPECT_TRUE(clone->isEqual(sourcePtr));
     auto copy = std::static_pointer_cast<MaterialLayeredBRDF>(source.copy());
-    EXPECT_EQ(copy->name, L"Brick");
+    EXPECT_EQ(copy->name, u"Brick");
     EXPECT_NE(copy->brdfs[0], source.brdfs[0]);
     copy->layeredOptionD = 2;
     EXPECT_FALSE(copy->isEqual(sourcePtr));
@@ -126,31 +126,31 @@ TEST_F(MaterialTest, LayeredCloneCopyAndIsEqual) {
 
 TEST_F(MaterialTest, LayeredOwnXmlWithAnEmptyListHasAnEmptyBrdfsList) {
     MaterialLayeredBRDF material;
-    material.name = L"Bare";
-    std::wstring text;
+    material.name = u"Bare";
+    std::string text;
     AssetXmlWriter writer(text);
-    material.writeXML(writer, L"");
-    const std::wstring expected =
-        L"  <Asset layout=\"defommat\" renderer=\"ombra\" type=\"material\" url=\"/Bare\" >\n"
-        L"    <plugin>\n"
-        L"      <ombraplugin name=\"MtlCORVANE\" type=\"material\">\n"
-        L"        <parameters>\n"
-        L"          <parameter type=\"integer\" name=\"double_sided\" handler=\"default\" "
-        L"listType=\"none\" label=\"double_sided\">\n"
-        L"            <value>1</value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"list\" name=\"brdfs\" handler=\"default\" "
-        L"listType=\"plugin\" label=\"brdfs\">\n"
-        L"            <value>\n"
-        L"            <list>\n"
-        L"            </list>\n"
-        L"            </value>\n"
-        L"          </parameter>\n"
-        L"        </parameters>\n"
-        L"      </ombraplugin>\n"
-        L"    </plugin>\n"
-        L"  </Asset>\n";
-    EXPECT_EQ(text, expected);
+    material.writeXML(writer, u"");
+    const std::string expected =
+        "  <Asset layout=\"defommat\" renderer=\"ombra\" type=\"material\" url=\"/Bare\" >\n"
+        "    <plugin>\n"
+        "      <ombraplugin name=\"MtlCORVANE\" type=\"material\">\n"
+        "        <parameters>\n"
+        "          <parameter type=\"integer\" name=\"double_sided\" handler=\"default\" "
+        "listType=\"none\" label=\"double_sided\">\n"
+        "            <value>1</value>\n"
+        "          </parameter>\n"
+        "          <parameter type=\"list\" name=\"brdfs\" handler=\"default\" "
+        "listType=\"plugin\" label=\"brdfs\">\n"
+        "            <value>\n"
+        "            <list>\n"
+        "            </list>\n"
+        "            </value>\n"
+        "          </parameter>\n"
+        "        </parameters>\n"
+        "      </ombraplugin>\n"
+        "    </plugin>\n"
+        "  </Asset>\n";
+    EXPECT_EQ(writer.stream(), expected);
 }
 
 TEST_F(MaterialTest, BrickRecordConvertsToTheFoldedDocument) {
@@ -161,12 +161,26 @@ TEST_F(MaterialTest, BrickRecordConvertsToTheFoldedDocument) {
     expectWritesBack(material, brick);
 }
 
+// U+1F9F1 is a surrogate pair in the model and four bytes in the record and the XML.
+TEST_F(MaterialTest, NameOutsideTheBasicPlaneRoundTripsIntoTheXml) {
+    const std::string name = "Brick \xF0\x9F\xA7\xB1";
+    RecordBuilder r;
+    plainLayered(r, name, "BRDFDiffuse");
+    auto material = readAs<MaterialLayeredBRDF>(r);
+    EXPECT_EQ(material.name, u"Brick \U0001F9F1");
+    EXPECT_EQ(material.name.size(), 8u);
+    expectWritesBack(material, r);
+    const std::string xml = convert(r, MaterialLayeredBRDF::kType);
+    EXPECT_EQ(outline(xml).urls, (Names{"/" + name + "/BRDFDiffuse", "/" + name}));
+    EXPECT_NE(xml.find(foldedHead("/" + name, {"BRDFDiffuse"})), std::string::npos);
+}
+
 TEST_F(MaterialTest, SingleMaterialGivesAnEmptyDocument) {
     RecordBuilder r;
     diffuseLayer(r.version(2).i32(0).i32(0), "Layer").version(2).text("Solo").text("");
     EXPECT_EQ(convert(r, MaterialSingleBRDF::kType), document(""));
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
-    EXPECT_EQ(MtlCORVANEConverter(nullptr).writeXML(writer, L"ignored"), 0);
-    EXPECT_TRUE(text.empty());
+    EXPECT_EQ(MtlCORVANEConverter(nullptr).writeXML(writer, u"ignored"), 0);
+    EXPECT_TRUE(writer.stream().empty());
 }

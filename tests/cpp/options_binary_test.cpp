@@ -66,7 +66,7 @@ TEST(AllOptionsBinary, EveryMajorReadsToItsEndWithTheRowsItHas) {
         ASSERT_TRUE(readAll(o, buildOptions({major})));
         EXPECT_EQ(o.environment.gi_color, Color(0.4f, 0.5f, 0.6f));  // rows every major has
         EXPECT_FLOAT_EQ(o.output.img_imageAspect, rowFloat(31));
-        EXPECT_EQ(o.path(OptionPath::CausticsAutoSaveFile), L"p45");
+        EXPECT_EQ(o.path(OptionPath::CausticsAutoSaveFile), u"p45");
         EXPECT_SINCE(options.batch_render, 47, 1);
         EXPECT_SINCE(view.override_focal_dist, 20, 2);
         EXPECT_SINCE(renderChannels.zdepth_clamp, 34, 4);
@@ -77,7 +77,7 @@ TEST(AllOptionsBinary, EveryMajorReadsToItsEndWithTheRowsItHas) {
         EXPECT_SINCE(dr.on, 63, 0x10);
         EXPECT_SINCE(carried18, rowFloat(65), 0x11);
         EXPECT_SINCE(carried19, 67, 0x13);
-        EXPECT_SINCE(dr.folder, std::wstring(L"p70"), 0x14);
+        EXPECT_SINCE(dr.folder, std::u16string(u"p70"), 0x14);
         EXPECT_SINCE(carried20, 71, 0x16);
         EXPECT_SINCE(view.specify_film_width, 72, 0x17);
         if (major == 5) {  // rows of majors 7 and 8 are not there yet
@@ -153,8 +153,27 @@ TEST(AllOptionsBinary, LongPathIsCutAndFullyConsumed) {
     s.firstPath = std::string(3000, 'x');
     AllOptions o;
     ASSERT_TRUE(readAll(o, buildOptions(s)));
-    EXPECT_EQ(o.path(OptionPath::ImageFile), std::wstring(2047, L'x'));
-    EXPECT_EQ(o.path(OptionPath::OmImageFile), L"p37");
+    EXPECT_EQ(o.path(OptionPath::ImageFile), std::u16string(2047, u'x'));
+    EXPECT_EQ(o.path(OptionPath::OmImageFile), u"p37");
+}
+
+// The cut counts 16-bit units, so a path of surrogate pairs loses the low half of its last
+// pair, which the XML shows as U+FFFD.
+TEST(AllOptionsBinary, PathOfSurrogatePairsIsCutAt2047Units) {
+    const std::string grin = "\xF0\x9F\x98\x80";  // U+1F600, two units
+    OptionsStream s;
+    s.firstPath.clear();
+    for (int i = 0; i < 1024; ++i) s.firstPath += grin;
+    AllOptions o;
+    ASSERT_TRUE(readAll(o, buildOptions(s)));
+    const std::u16string& path = o.path(OptionPath::ImageFile);
+    ASSERT_EQ(path.size(), 2047u);
+    EXPECT_EQ(path[2045], u'\xDE00');
+    EXPECT_EQ(path[2046], u'\xD83D');
+    std::string expected;
+    for (int i = 0; i < 1023; ++i) expected += grin;
+    EXPECT_EQ(valueOf(optionsDocument(o).value(), "SettingsOutput", "img_file"),
+              expected + "\xEF\xBF\xBD");
 }
 
 TEST(AllOptionsBinary, UnknownTextureTypeEndsTheRead) {
@@ -327,10 +346,10 @@ TEST(RenderView, VersionThreeRoundTripsAndWritesItsSize) {
     EXPECT_FALSE(back.flagD.getValue(0.0));
     EXPECT_TRUE(back.flagD.getValue(2.0));
 
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
-    back.writeXML(writer, L"/views");
-    const std::string xml = wideToUtf8(text);
+    back.writeXML(writer, u"/views");
+    const std::string xml = writer.stream();
     EXPECT_EQ(xml.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
                         "url=\"/views/RenderView\" >\n",
                         0),
@@ -347,10 +366,10 @@ TEST(CorOptFile, WritesWholeBlocksAndReadsThemBack) {
     AllOptions options;
     options.output.img_width = 1920;
     options.channels = {126, 125, 117};
-    options.dr.folder = L"\\\\server\\assets";
+    options.dr.folder = u"\\\\server\\assets";
     // Two long paths make the stream span a block edge.
-    options.path(OptionPath::OmImageFile) = std::wstring(2000, L'q');
-    options.path(OptionPath::ImageFile) = std::wstring(2000, L'r');
+    options.path(OptionPath::OmImageFile) = std::u16string(2000, u'q');
+    options.path(OptionPath::ImageFile) = std::u16string(2000, u'r');
     options.camera.focal_length.setValue(85.0f, 0.0);
     CorOptFile file;
     ASSERT_TRUE(file.write(options, utf8ToWide(path)));
@@ -372,7 +391,7 @@ TEST(CorOptFile, RefusesEmptyAndMissingFiles) {
     EXPECT_FALSE(file.read(options, utf8ToWide(path)));
     std::remove(path.c_str());
     EXPECT_FALSE(file.read(options, utf8ToWide(path)));
-    EXPECT_FALSE(file.write(options, L"/nonexistent-dir/x.coropt"));
+    EXPECT_FALSE(file.write(options, u"/nonexistent-dir/x.coropt"));
 }
 
 TEST(CorOptFile, RefusesDirectoriesAndOtherNonRegularFiles) {
@@ -380,6 +399,6 @@ TEST(CorOptFile, RefusesDirectoriesAndOtherNonRegularFiles) {
     options.output.img_width = 1234;
     CorOptFile file;
     EXPECT_FALSE(file.read(options, utf8ToWide(::testing::TempDir())));
-    EXPECT_FALSE(file.read(options, L"."));
+    EXPECT_FALSE(file.read(options, u"."));
     EXPECT_EQ(options.output.img_width, 1234);  // nothing was read
 }

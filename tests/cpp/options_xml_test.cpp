@@ -131,7 +131,7 @@ std::string parameterLineStart(const std::string& entry) {
 
 std::string defaultDocument() {
     AllOptions options;
-    return optionsDocument(options);
+    return optionsDocument(options).value();
 }
 
 class StubTexture : public BaseTexture {
@@ -142,9 +142,9 @@ public:
     bool isEqual(const std::shared_ptr<BaseTexture>&) override { return false; }
     bool serialize(QuickArchive&) override { return true; }
     bool deserialize(QuickArchive&) override { return true; }
-    std::wstring pluginType() override { return L"StubTex"; }
-    int writeXML(AssetXmlWriter& writer, std::wstring name) override {
-        writer.beginAsset(name + L"/" + pluginType(), pluginKind(), L"");
+    std::u16string pluginType() override { return u"StubTex"; }
+    int writeXML(AssetXmlWriter& writer, std::u16string name) override {
+        writer.beginAsset(name + u"/" + pluginType(), pluginKind(), u"");
         writer.endAsset();
         return 0;
     }
@@ -258,8 +258,8 @@ TEST(OptionsXml, StoredValuesAreExchangedInvertedAndNamed) {
     options.view.override_focal_dist = 0;
     options.params.photonMap.auto_search_distance = 0;
     options.channels = {126, 999, 133, 100};
-    options.path(OptionPath::ImageFile) = L"C:\\out\\a&b.png";
-    std::string doc = optionsDocument(options);
+    options.path(OptionPath::ImageFile) = u"C:\\out\\a&b.png";
+    std::string doc = optionsDocument(options).value();
     EXPECT_EQ(valueOf(doc, "SettingsImageFilter", "type"), "2");
     EXPECT_EQ(valueOf(doc, "SettingsCameraDof", "override_focal_dist"), "1");
     EXPECT_EQ(valueOf(doc, "SettingsPhotonMap", "search_distance_toggle"), "0");
@@ -268,7 +268,7 @@ TEST(OptionsXml, StoredValuesAreExchangedInvertedAndNamed) {
               "<entry>Atmosphere</entry></list>");
     EXPECT_EQ(valueOf(doc, "SettingsOutput", "img_file"), "C:\\out\\a&amp;b.png");
     options.imageFilterType = 2;
-    doc = optionsDocument(options);
+    doc = optionsDocument(options).value();
     EXPECT_EQ(valueOf(doc, "SettingsImageFilter", "type"), "1");
 }
 
@@ -278,12 +278,12 @@ TEST(OptionsXml, EnvironmentTextureStandsBeforeTheEnvironmentAsset) {
     options.environment.bgTexMult = 3.5f;
     options.environment.bgColorMult = 2.0f;
     options.environment.giColorMult = 0.25f;
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
     writer.openAssets();
-    options.writeXML(writer, L"/scene");
+    options.writeXML(writer, u"/scene");
     writer.closeAssets();
-    const std::string doc = wideToUtf8(text);
+    const std::string doc = writer.stream();
     const size_t texture = doc.find(
         "      <Asset layout=\"\" renderer=\"ombra\" type=\"texture\" "
         "url=\"/scene/SettingsEnvironment/bg_texture/StubTex\" >\n"
@@ -303,10 +303,10 @@ TEST(OptionsXml, FrameDataWritesItsOwnBlock) {
     CorvaneFrameData frame;
     frame.frameEnd = 2.0;
     frame.camToWorld.offset[1] = 1.5;
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
-    frame.writeXML(writer, L"");
-    const std::string doc = wideToUtf8(text);
+    frame.writeXML(writer, u"");
+    const std::string doc = writer.stream();
     EXPECT_EQ(doc.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
                         "url=\"/FrameData\" >\n",
                         0),

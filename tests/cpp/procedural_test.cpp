@@ -78,18 +78,18 @@ TEST(FresnelTexture, ReadsBothVersions) {
 // The colours leave inverted: 1 - 1 = 0 and 1 - 65/255 = 0.745098 in six digits.
 TEST(FresnelTexture, WritesDefaultsWithInvertedColours) {
     Xml expected;
-    expected.assetOpen(L"/Glass/TexFresnel", L"texture", L"TexFresnel")
-        .scalars(L"color", L"white_color", {{L"r", L"0"}, {L"g", L"0"}, {L"b", L"0"}})
-        .scalars(L"color", L"black_color",
-                 {{L"r", L"0.745098"}, {L"g", L"0.745098"}, {L"b", L"0.745098"}})
-        .real(L"fresnel_ior", L"1.55");
-    expected.real(L"refract_ior", L"1.55").real(L"black_color_tex_mult", L"1");
-    expected.real(L"white_color_tex_mult", L"1").real(L"fresnel_ior_tex_mult", L"1");
-    expected.real(L"refract_ior_tex_mult", L"1").emptyPlugin(L"black_color_tex");
-    expected.emptyPlugin(L"white_color_tex").emptyPlugin(L"fresnel_ior_tex");
-    expected.emptyPlugin(L"refract_ior_tex").assetClose();
+    expected.assetOpen(u"/Glass/TexFresnel", u"texture", u"TexFresnel")
+        .scalars(u"color", u"white_color", {{u"r", u"0"}, {u"g", u"0"}, {u"b", u"0"}})
+        .scalars(u"color", u"black_color",
+                 {{u"r", u"0.745098"}, {u"g", u"0.745098"}, {u"b", u"0.745098"}})
+        .real(u"fresnel_ior", u"1.55");
+    expected.real(u"refract_ior", u"1.55").real(u"black_color_tex_mult", u"1");
+    expected.real(u"white_color_tex_mult", u"1").real(u"fresnel_ior_tex_mult", u"1");
+    expected.real(u"refract_ior_tex_mult", u"1").emptyPlugin(u"black_color_tex");
+    expected.emptyPlugin(u"white_color_tex").emptyPlugin(u"fresnel_ior_tex");
+    expected.emptyPlugin(u"refract_ior_tex").assetClose();
     FresnelTexture fresnel;
-    EXPECT_EQ(assetsOf(fresnel, L"/Glass"), expected.document());
+    EXPECT_EQ(assetsOf(fresnel, u"/Glass"), expected.document());
 }
 
 TEST(FresnelTexture, ClampsInvertedColoursAndPlacesChildrenUnderTheirPathWords) {
@@ -97,23 +97,23 @@ TEST(FresnelTexture, ClampsInvertedColoursAndPlacesChildrenUnderTheirPathWords) 
     fresnel.frontColor = Color(1.5f, 0.25f, std::nanf(""));
     fresnel.black_color_tex = std::make_shared<AColorTexture>();
     fresnel.white_color_tex = std::make_shared<AColorTexture>();
-    const std::wstring text = assetsOf(fresnel, L"/G");
+    const std::u16string text = assetsOf(fresnel, u"/G");
 
     Xml white;
-    white.scalars(L"color", L"white_color", {{L"r", L"0"}, {L"g", L"0.75"}, {L"b", L"0"}});
-    EXPECT_NE(text.find(white.out), std::wstring::npos);
+    white.scalars(u"color", u"white_color", {{u"r", u"0"}, {u"g", u"0.75"}, {u"b", u"0"}});
+    EXPECT_NE(text.find(white.out), std::u16string::npos);
     Xml refs;
-    refs.inlineParam(L"plugin", L"black_color_tex", L"/G/TexFresnel/reflection_tex/TexAColor")
-        .inlineParam(L"plugin", L"white_color_tex", L"/G/TexFresnel/refraction_tex/TexAColor")
-        .emptyPlugin(L"fresnel_ior_tex");
-    EXPECT_NE(text.find(refs.out), std::wstring::npos);
+    refs.inlineParam(u"plugin", u"black_color_tex", u"/G/TexFresnel/reflection_tex/TexAColor")
+        .inlineParam(u"plugin", u"white_color_tex", u"/G/TexFresnel/refraction_tex/TexAColor")
+        .emptyPlugin(u"fresnel_ior_tex");
+    EXPECT_NE(text.find(refs.out), std::u16string::npos);
     // Children in slot order, ahead of the parent.
-    const size_t black = text.find(L"url=\"/G/TexFresnel/reflection_tex/TexAColor\"");
-    const size_t whiteAsset = text.find(L"url=\"/G/TexFresnel/refraction_tex/TexAColor\"");
-    const size_t parent = text.find(L"url=\"/G/TexFresnel\"");
+    const size_t black = text.find(u"url=\"/G/TexFresnel/reflection_tex/TexAColor\"");
+    const size_t whiteAsset = text.find(u"url=\"/G/TexFresnel/refraction_tex/TexAColor\"");
+    const size_t parent = text.find(u"url=\"/G/TexFresnel\"");
     EXPECT_LT(black, whiteAsset);
     EXPECT_LT(whiteAsset, parent);
-    EXPECT_NE(parent, std::wstring::npos);
+    EXPECT_NE(parent, std::u16string::npos);
 }
 
 TEST(ProceduralTextures, ReadBothVersionsOfTwoVersionClasses) {
@@ -165,11 +165,11 @@ TEST(ClothTexture, ReadsBothVersionsAndPrintsItsOneTileFlagTwice) {
     auto cloth = readAll<ClothTexture>(7, v2);
     ASSERT_TRUE(cloth);
     Xml tail;
-    tail.inlineParam(L"float", L"v_width", L"0.06")
-        .inlineParam(L"bool", L"tile_u", L"0")
-        .inlineParam(L"bool", L"tile_v", L"0")
+    tail.inlineParam(u"float", u"v_width", u"0.06")
+        .inlineParam(u"bool", u"tile_u", u"0")
+        .inlineParam(u"bool", u"tile_v", u"0")
         .assetClose();
-    EXPECT_NE(assetsOf(*cloth, L"/C").find(tail.out), std::wstring::npos);
+    EXPECT_NE(assetsOf(*cloth, u"/C").find(tail.out), std::u16string::npos);
 }
 
 TEST(ProceduralTextures, ReadSingleVersionClassesInTableOrder) {
@@ -248,15 +248,15 @@ TEST(InvertTexture, PlacesItsChildUnderBaseTexture) {
     InvertTexture invert;
     invert.texture = std::make_shared<AColorTexture>(AColor(0.5f, 0.5f, 0.5f, 1));
     Xml expected;
-    expected.assetOpen(L"/M/TexInvert/base_texture/TexAColor", L"texture", L"TexAColor")
-        .scalars(L"acolor", L"texture",
-                 {{L"r", L"0.5"}, {L"g", L"0.5"}, {L"b", L"0.5"}, {L"a", L"1"}})
+    expected.assetOpen(u"/M/TexInvert/base_texture/TexAColor", u"texture", u"TexAColor")
+        .scalars(u"acolor", u"texture",
+                 {{u"r", u"0.5"}, {u"g", u"0.5"}, {u"b", u"0.5"}, {u"a", u"1"}})
         .assetClose();
-    expected.assetOpen(L"/M/TexInvert", L"texture", L"TexInvert")
-        .inlineParam(L"plugin", L"texture", L"/M/TexInvert/base_texture/TexAColor")
-        .inlineParam(L"bool", L"invert_alpha", L"0")
+    expected.assetOpen(u"/M/TexInvert", u"texture", u"TexInvert")
+        .inlineParam(u"plugin", u"texture", u"/M/TexInvert/base_texture/TexAColor")
+        .inlineParam(u"bool", u"invert_alpha", u"0")
         .assetClose();
-    EXPECT_EQ(assetsOf(invert, L"/M"), expected.document());
+    EXPECT_EQ(assetsOf(invert, u"/M"), expected.document());
 }
 
 TEST(ProceduralTextures, CloneIsEqualAndSharesNoChild) {

@@ -10,6 +10,8 @@
 
 #include "material_bytes.h"
 #include "materials/material.h"
+#include "xml/number_format.h"
+#include "xml/text.h"
 
 using namespace CorvaneCore;
 
@@ -20,7 +22,7 @@ using Materials = std::vector<MaterialPtr>;
 class SceneMaterialsTest : public material_test::MaterialSetTest {
 protected:
     static SceneMaterials& set() { return *sceneMaterials(); }
-    static MaterialPtr enter(const std::wstring& name, const std::wstring& uuid = L"") {
+    static MaterialPtr enter(const std::u16string& name, const std::u16string& uuid = u"") {
         auto material = std::make_shared<MaterialLayeredBRDF>();
         material->name = name;
         material->uuid = uuid;
@@ -37,37 +39,37 @@ RecordBuilder& layeredMaterial(RecordBuilder& r, const std::string& name, const 
 }  // namespace
 
 TEST_F(SceneMaterialsTest, UniqueNameTakesTheStemThenCountsWithoutCase) {
-    EXPECT_EQ(set().uniqueName(L"Brick7"), L"Brick");
-    enter(L"brick");
-    enter(L"Brick1");
-    EXPECT_EQ(set().uniqueName(L"Brick1"), L"Brick2");
-    EXPECT_EQ(set().uniqueName(L"BRICKWALL"), L"BRICKWALL");
-    enter(L"Brick3");
-    enter(L"Brick01");
-    EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick2");
-    enter(L"Brick2");
-    EXPECT_EQ(set().uniqueName(L"Brick"), L"Brick4");
+    EXPECT_EQ(set().uniqueName(u"Brick7"), u"Brick");
+    enter(u"brick");
+    enter(u"Brick1");
+    EXPECT_EQ(set().uniqueName(u"Brick1"), u"Brick2");
+    EXPECT_EQ(set().uniqueName(u"BRICKWALL"), u"BRICKWALL");
+    enter(u"Brick3");
+    enter(u"Brick01");
+    EXPECT_EQ(set().uniqueName(u"Brick"), u"Brick2");
+    enter(u"Brick2");
+    EXPECT_EQ(set().uniqueName(u"Brick"), u"Brick4");
 }
 
 // The answers for one stem are remembered between asks; every kind of change must show.
 TEST_F(SceneMaterialsTest, UniqueNameFollowsEachChangeOfTheSet) {
     std::vector<MaterialPtr> made;
-    for (const wchar_t* name : {L"Tile", L"tile1", L"Tile2", L"TILE3"}) {
+    for (const char16_t* name : {u"Tile", u"tile1", u"Tile2", u"TILE3"}) {
         made.push_back(std::make_shared<MaterialLayeredBRDF>());
         made.back()->name = name;
     }
-    EXPECT_EQ(set().uniqueName(L"Tile9"), L"Tile");
+    EXPECT_EQ(set().uniqueName(u"Tile9"), u"Tile");
     for (size_t i = 0; i < 3; ++i) ASSERT_TRUE(set().addMaterial(made[i]));
-    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile3");
+    EXPECT_EQ(set().uniqueName(u"Tile"), u"Tile3");
     ASSERT_TRUE(set().addMaterial(made[3]));  // the answer itself, in other case
-    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile4");
-    ASSERT_TRUE(set().removeMaterial(L"TILE1"));
-    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile1");
-    made[2]->name = L"Slate";
-    ASSERT_TRUE(set().renameMaterial(L"Tile2", made[2]));
-    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile1");
-    set().materials.erase(L"Tile");  // a direct edit of the map
-    EXPECT_EQ(set().uniqueName(L"Tile"), L"Tile");
+    EXPECT_EQ(set().uniqueName(u"Tile"), u"Tile4");
+    ASSERT_TRUE(set().removeMaterial(u"TILE1"));
+    EXPECT_EQ(set().uniqueName(u"Tile"), u"Tile1");
+    made[2]->name = u"Slate";
+    ASSERT_TRUE(set().renameMaterial(u"Tile2", made[2]));
+    EXPECT_EQ(set().uniqueName(u"Tile"), u"Tile1");
+    set().materials.erase(u"Tile");  // a direct edit of the map
+    EXPECT_EQ(set().uniqueName(u"Tile"), u"Tile");
 }
 
 // A set of many materials named DefaultMaterial1, 2, ...: every material made while reading
@@ -82,73 +84,74 @@ TEST_F(SceneMaterialsTest, ReadingManyDefaultNamesStaysLinear) {
     ASSERT_TRUE(set().deserialize(archive));
     EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 20);
     EXPECT_EQ(set().materials.size(), size_t(kCount));
-    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"), L"DefaultMaterial");
+    EXPECT_EQ(set().uniqueName(u"DefaultMaterial"), u"DefaultMaterial");
     ASSERT_TRUE(set().addMaterial(std::make_shared<MaterialLayeredBRDF>()));
-    EXPECT_EQ(set().uniqueName(L"DefaultMaterial"),
-              L"DefaultMaterial" + std::to_wstring(kCount + 1));
+    EXPECT_EQ(set().uniqueName(u"DefaultMaterial"),
+              u"DefaultMaterial" + numberText(int64_t(kCount + 1)));
 }
 
 TEST_F(SceneMaterialsTest, UniqueNameOfDigitsAloneAndOfBlanks) {
-    enter(L"1x");
-    EXPECT_EQ(set().uniqueName(L"12"), L"");
+    enter(u"1x");
+    EXPECT_EQ(set().uniqueName(u"12"), u"");
     auto unnamed = std::make_shared<MaterialLayeredBRDF>();
     unnamed->name.clear();
-    set().materials[L""] = unnamed;
-    EXPECT_EQ(set().uniqueName(L"12"), L"a1");
+    set().materials[u""] = unnamed;
+    EXPECT_EQ(set().uniqueName(u"12"), u"a1");
     // The search looks for the blank form and sanitises after, so the result can collide.
-    EXPECT_EQ(set().uniqueName(L"My Material"), L"My_Material");
-    enter(L"My_Material");
-    EXPECT_EQ(set().uniqueName(L"My Material"), L"My_Material");
-    enter(L"My Material");
-    EXPECT_EQ(set().uniqueName(L"My Material"), L"My_Material1");
+    EXPECT_EQ(set().uniqueName(u"My Material"), u"My_Material");
+    enter(u"My_Material");
+    EXPECT_EQ(set().uniqueName(u"My Material"), u"My_Material");
+    enter(u"My Material");
+    EXPECT_EQ(set().uniqueName(u"My Material"), u"My_Material1");
 }
 
 TEST_F(SceneMaterialsTest, AddFindRemoveRename) {
-    auto brick = enter(L"Brick", L"uuid-brick");
-    EXPECT_EQ(set().findByName(L"BRICK"), brick);
-    EXPECT_EQ(set().findByUuid(L"UUID-BRICK"), brick);
+    auto brick = enter(u"Brick", u"uuid-brick");
+    EXPECT_EQ(set().findByName(u"BRICK"), brick);
+    EXPECT_EQ(set().findByUuid(u"UUID-BRICK"), brick);
     auto twin = std::make_shared<MaterialLayeredBRDF>();
-    twin->name = L"bRiCk";
+    twin->name = u"bRiCk";
     EXPECT_FALSE(set().addMaterial(twin));
     twin->name.clear();
     EXPECT_FALSE(set().addMaterial(twin));
     EXPECT_FALSE(set().addMaterial(nullptr));
     // A material without a uuid gets one in the table, not on itself.
-    auto stone = enter(L"Stone");
-    std::wstring stoneUuid;
+    auto stone = enter(u"Stone");
+    std::u16string stoneUuid;
     for (const auto& id : set().ids) {
-        if (id.second == L"Stone") stoneUuid = id.first;
+        if (id.second == u"Stone") stoneUuid = id.first;
     }
     EXPECT_FALSE(stoneUuid.empty());
-    EXPECT_EQ(stone->uuid, L"");
-    stone->name = L"Brick";
-    EXPECT_FALSE(set().renameMaterial(L"Stone", stone));
-    stone->name = L"Granite";
-    ASSERT_TRUE(set().renameMaterial(L"stone", stone));
-    EXPECT_FALSE(set().findByName(L"Stone"));
+    EXPECT_EQ(stone->uuid, u"");
+    stone->name = u"Brick";
+    EXPECT_FALSE(set().renameMaterial(u"Stone", stone));
+    stone->name = u"Granite";
+    ASSERT_TRUE(set().renameMaterial(u"stone", stone));
+    EXPECT_FALSE(set().findByName(u"Stone"));
     EXPECT_EQ(set().findByUuid(stoneUuid), stone);
-    std::vector<std::wstring> names{L"stale"};
+    std::vector<std::u16string> names{u"stale"};
     set().names(names);
-    EXPECT_EQ(names, (std::vector<std::wstring>{L"Brick", L"Granite"}));
-    EXPECT_TRUE(set().removeMaterial(L"BRICK"));
-    EXPECT_EQ(set().ids.count(L"uuid-brick"), 0u);
-    EXPECT_FALSE(set().removeMaterial(L"Brick"));
-    std::wostringstream dump;
+    EXPECT_EQ(names, (std::vector<std::u16string>{u"Brick", u"Granite"}));
+    EXPECT_TRUE(set().removeMaterial(u"BRICK"));
+    EXPECT_EQ(set().ids.count(u"uuid-brick"), 0u);
+    EXPECT_FALSE(set().removeMaterial(u"Brick"));
+    std::ostringstream dump;
     set().dump(dump);
-    EXPECT_EQ(dump.str(), L"Granite Granite\nBeginning UUIDs\n" + stoneUuid + L" Granite\n");
+    EXPECT_EQ(dump.str(),
+              "Granite Granite\nBeginning UUIDs\n" + wideToUtf8(stoneUuid) + " Granite\n");
 }
 
 TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
     RecordBuilder r;
     layeredMaterial(layeredMaterial(r.version(1).u32(2), "Brick", ""), "Stone", "uuid-stone");
     ASSERT_TRUE(readAll(set(), r));
-    EXPECT_EQ(set().findByUuid(L"uuid-stone"), set().findByName(L"Stone"));
+    EXPECT_EQ(set().findByUuid(u"uuid-stone"), set().findByName(u"Stone"));
     ASSERT_EQ(set().ids.size(), 2u);
-    std::wstring brickUuid;
+    std::u16string brickUuid;
     for (const auto& id : set().ids) {
-        if (id.second == L"Brick") brickUuid = id.first;
+        if (id.second == u"Brick") brickUuid = id.first;
     }
-    EXPECT_EQ(set().findByUuid(brickUuid), set().findByName(L"Brick"));
+    EXPECT_EQ(set().findByUuid(brickUuid), set().findByName(u"Brick"));
     // A second load makes new ids for the material that brought none.
     ASSERT_TRUE(deserializeFrom(set(), r));
     EXPECT_FALSE(set().findByUuid(brickUuid));
@@ -163,25 +166,25 @@ TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
     layeredMaterial(r.version(2).u32(1), "Brick", "");
     r.u32(2).text("uuid-brick").text("Brick").text("uuid-gone").text("Vanished");
     ASSERT_TRUE(readAll(set(), r));
-    EXPECT_EQ(set().findByUuid(L"uuid-brick"), set().findByName(L"Brick"));
-    EXPECT_FALSE(set().findByUuid(L"uuid-gone"));
-    EXPECT_EQ(set().ids.at(L"uuid-gone"), L"Vanished");
+    EXPECT_EQ(set().findByUuid(u"uuid-brick"), set().findByName(u"Brick"));
+    EXPECT_FALSE(set().findByUuid(u"uuid-gone"));
+    EXPECT_EQ(set().ids.at(u"uuid-gone"), u"Vanished");
     QuickArchive out(1);
     ASSERT_TRUE(set().serialize(out));
     SceneMaterials reread;
     ASSERT_TRUE(reread.deserialize(out));
     EXPECT_EQ(reread.ids, set().ids);
-    EXPECT_TRUE(reread.findByName(L"Brick")->isEqual(set().findByName(L"Brick")));
+    EXPECT_TRUE(reread.findByName(u"Brick")->isEqual(set().findByName(u"Brick")));
 }
 
 TEST_F(SceneMaterialsTest, RefusedStreamsAndBoundedCounts) {
-    enter(L"Before");
+    enter(u"Before");
     EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().u32(0x20001).u32(0)));
     EXPECT_TRUE(set().materials.empty());
     EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().version(2).u32(1).i32(15)));
     EXPECT_TRUE(deserializeFrom(
         set(), RecordBuilder().version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v")));
-    EXPECT_EQ(set().ids.at(L"k"), L"v");
+    EXPECT_EQ(set().ids.at(u"k"), u"v");
     EXPECT_LE(set().ids.size(), 2u);
     RecordBuilder hugeMaterials;
     layeredMaterial(hugeMaterials.version(1).u32(0xFFFFFFFFu), "Brick", "");

@@ -112,9 +112,9 @@ TEST_F(SceneRecordTest, EveryMajorReadsItsObjectsToTheEnd) {
         if (major == 1) {
             EXPECT_TRUE(sceneMaterials()->materials.empty());  // only the options
         } else {
-            ASSERT_TRUE(sceneMaterials()->findByName(L"brick"));
-            EXPECT_EQ(sceneMaterials()->findByUuid(L"uuid-brick"),
-                      sceneMaterials()->findByName(L"Brick"));
+            ASSERT_TRUE(sceneMaterials()->findByName(u"brick"));
+            EXPECT_EQ(sceneMaterials()->findByUuid(u"uuid-brick"),
+                      sceneMaterials()->findByName(u"Brick"));
         }
         // Only the upgraded layout skips the upgrade check.
         EXPECT_EQ(host.activeModelCalls, major == 6 ? 0 : 1);
@@ -156,7 +156,7 @@ TEST_F(SceneRecordTest, PartlyReadRecordLeavesWhatWasReadForTheDocument) {
     EXPECT_EQ(host.activeModelCalls, 0);
 
     // The document's frame is checked in options_xml_test.cpp.
-    const std::string doc = optionsDocument();
+    const std::string doc = optionsDocument().value();
     EXPECT_EQ(valueOf(doc, "SettingsOutput", "img_width"), "13");
     EXPECT_EQ(valueOf(doc, "SettingsRenderChannels", "channel_names"),
               "<list><entry>Diffuse</entry><entry>Reflection</entry></list>");
@@ -171,7 +171,7 @@ TEST_F(SceneRecordTest, AChildThatFailsStaysInItsSlotForTheDocument) {
     b.u32(0x10000).append(options_test::buildOptions(options));
     EXPECT_FALSE(readScene(b));
 
-    const std::string doc = optionsDocument();
+    const std::string doc = optionsDocument().value();
     const std::string url = "/SettingsEnvironment/refract_texture/TexAColor";
     const size_t asset =
         doc.find("<Asset layout=\"\" renderer=\"ombra\" type=\"texture\" url=\"" + url + "\" >\n");
@@ -201,7 +201,7 @@ TEST_F(SceneRecordTest, RefusedSunFailsTheRecordAfterTheMaterials) {
     ReadTrace trace;
     EXPECT_FALSE(readSceneRecord(archive, &trace));
     EXPECT_FALSE(trace.failureText().empty());
-    EXPECT_TRUE(sceneMaterials()->findByName(L"Stone"));
+    EXPECT_TRUE(sceneMaterials()->findByName(u"Stone"));
     EXPECT_EQ(host.activeModelCalls, 0);
 }
 

@@ -59,11 +59,11 @@ TEST(SkyTexture, VersionOneKeepsTheDefaultSunOrReadsItsOwn) {
     ASSERT_TRUE(sky);
     EXPECT_EQ(sky->sun, defaultSunLight());
     EXPECT_TRUE(sky->hasSun() && sky->usesDefaultSun());
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
-    sky->writeXML(writer, L"/Env");
-    EXPECT_EQ(writer.sunUrls.at(defaultSunLight()->sunId), L"/SunLight");
-    EXPECT_NE(text.find(L"<value>/SunLight</value>"), std::wstring::npos);
+    sky->writeXML(writer, u"/Env");
+    EXPECT_EQ(writer.sunUrls.at(defaultSunLight()->sunId), u"/SunLight");
+    EXPECT_NE(writer.stream().find("<value>/SunLight</value>"), std::string::npos);
 
     record = Bytes();
     record.version(1).flag(true).append(sunRecord(kOtherSunId, 5));
@@ -86,7 +86,7 @@ TEST(SkyTexture, VersionTwoTakesAPlainTransformAheadOfItsFields) {
     EXPECT_EQ(placement.offset, Vector(1, 2, 3));
     EXPECT_EQ(placement.m.v[1], Vector(0, 2, 0));
     EXPECT_EQ(sky->turbidity, 4.5f);
-    EXPECT_EQ(sky->skyId, L"sky-1");
+    EXPECT_EQ(sky->skyId, u"sky-1");
 }
 
 TEST(SkyTexture, VersionThreeReplacesTheSharedDefaultSun) {
@@ -139,51 +139,52 @@ TEST(SkyTexture, TwoSkiesWriteTheirSharedSunOnce) {
     second.sun = sun;
 
     Xml expected;
-    expected.assetOpen(L"/SunLight", L"light", L"SunLight")
-        .vectorParam(L"up_vector", L"0", L"0", L"1");
-    expected.real(L"shadowBias", L"0").real(L"turbidity", L"3").real(L"water_vapour", L"2");
-    expected.real(L"intensity_multiplier", L"1").real(L"size_multiplier", L"1");
-    expected.real(L"photon_radius", L"50").real(L"photon_emit_distance", L"150");
-    expected.real(L"ozone", L"0.35").integer(L"photonSubdivs", L"500");
-    expected.integer(L"causticSubdivs", L"1000").integer(L"shadow_subdivs", L"8");
-    expected.flag(L"enabled", L"1").flag(L"shadows", L"1").flag(L"invisible", L"0");
-    expected.transform(L"transform", texture_test::kIdentityText).assetClose();
-    for (const wchar_t* url : {L"/A/TexSky", L"/B/TexSky"}) {
-        expected.assetOpen(url, L"texture", L"TexSky");
-        expected.inlineParam(L"plugin", L"sun", L"/SunLight").assetClose();
+    expected.assetOpen(u"/SunLight", u"light", u"SunLight")
+        .vectorParam(u"up_vector", u"0", u"0", u"1");
+    expected.real(u"shadowBias", u"0").real(u"turbidity", u"3").real(u"water_vapour", u"2");
+    expected.real(u"intensity_multiplier", u"1").real(u"size_multiplier", u"1");
+    expected.real(u"photon_radius", u"50").real(u"photon_emit_distance", u"150");
+    expected.real(u"ozone", u"0.35").integer(u"photonSubdivs", u"500");
+    expected.integer(u"causticSubdivs", u"1000").integer(u"shadow_subdivs", u"8");
+    expected.flag(u"enabled", u"1").flag(u"shadows", u"1").flag(u"invisible", u"0");
+    expected.transform(u"transform", texture_test::kIdentityText).assetClose();
+    for (const char16_t* url : {u"/A/TexSky", u"/B/TexSky"}) {
+        expected.assetOpen(url, u"texture", u"TexSky");
+        expected.inlineParam(u"plugin", u"sun", u"/SunLight").assetClose();
     }
 
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
     writer.openAssets();
-    first.writeXML(writer, L"/A");
-    second.writeXML(writer, L"/B");
+    first.writeXML(writer, u"/A");
+    second.writeXML(writer, u"/B");
     writer.closeAssets();
-    EXPECT_EQ(text, expected.document());
+    EXPECT_EQ(utf8ToWide(writer.stream()), expected.document());
 }
 
 TEST(SkyTexture, OtherHostsReferToTheDocumentSunOrTheSunId) {
     auto defaultIdSun = std::make_shared<SunLight>();
-    defaultIdSun->sunId = L"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";  // case does not matter
+    defaultIdSun->sunId = u"{d3be9766-e4aa-418b-81a9-23414a2ba98d}";  // case does not matter
     auto otherSun = std::make_shared<SunLight>();
     otherSun->sunId = utf8ToWide(kOtherSunId);
 
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
     writer.targetHost = 1;
     SkyTexture documentSky, ownSky;
     documentSky.sun = defaultIdSun;
     ownSky.sun = otherSun;
-    documentSky.writeXML(writer, L"");
-    ownSky.writeXML(writer, L"");
-    EXPECT_EQ(text.find(L"type=\"light\""), std::wstring::npos);  // no sun asset written
-    EXPECT_NE(text.find(L"<value>/Rhino Document Sun</value>"), std::wstring::npos);
-    EXPECT_NE(text.find(L"<value>/" + otherSun->sunId + L"</value>"), std::wstring::npos);
+    documentSky.writeXML(writer, u"");
+    ownSky.writeXML(writer, u"");
+    EXPECT_EQ(writer.stream().find("type=\"light\""), std::string::npos);  // no sun asset written
+    EXPECT_NE(writer.stream().find("<value>/Rhino Document Sun</value>"), std::string::npos);
+    EXPECT_NE(writer.stream().find("<value>/" + wideToUtf8(otherSun->sunId) + "</value>"),
+              std::string::npos);
 
     // A sun the writer already knows is referred to by its recorded URL.
-    writer.sunUrls[otherSun->sunId] = L"/Suns/Noon";
-    ownSky.writeXML(writer, L"");
-    EXPECT_NE(text.find(L"<value>/Suns/Noon</value>"), std::wstring::npos);
+    writer.sunUrls[otherSun->sunId] = u"/Suns/Noon";
+    ownSky.writeXML(writer, u"");
+    EXPECT_NE(writer.stream().find("<value>/Suns/Noon</value>"), std::string::npos);
 }
 
 TEST(SkyTexture, FreshSkiesDifferAndClonesShareNoSun) {

@@ -37,7 +37,7 @@ TEST(BitmapBuffer, ReadsVersionOneAndRefusesOthers) {
     BitmapBuffer buffer;
     ASSERT_TRUE(readAll(buffer, record));
     EXPECT_EQ(buffer.gamma, 2.2f);
-    EXPECT_EQ(buffer.file, L"C:\\maps\\wood&grain \u00e9.png");
+    EXPECT_EQ(buffer.file, u"C:\\maps\\wood&grain \u00e9.png");
 
     expectWritesBack(buffer, record);
     expectRefusesWords<BitmapBuffer>({0x20000, 0x10001});
@@ -56,7 +56,7 @@ TEST(BitmapTexture, ReadsBothIdsAheadOfBothChildren) {
     ASSERT_TRUE(std::dynamic_pointer_cast<GenChannelUVW>(texture.uvwgen));
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(texture.bitmap);
     ASSERT_TRUE(buffer);
-    EXPECT_EQ(buffer->file, L"a.png");
+    EXPECT_EQ(buffer->file, u"a.png");
     EXPECT_FALSE(texture.tile);
     expectWritesBack(texture, record(4, 0));
 
@@ -82,30 +82,30 @@ TEST(BitmapTexture, WithoutBothChildrenWritesNoRecordButStillItsAsset) {
     EXPECT_FALSE(texture.serialize(out));
     EXPECT_EQ(out.writePos(), 0u);
 
-    const std::wstring text = texture_test::assetsOf(texture, L"/M");
+    const std::u16string text = texture_test::assetsOf(texture, u"/M");
     Xml tail;
-    tail.emptyPlugin(L"bitmap").inlineParam(L"bool", L"tile", L"1").assetClose();
-    EXPECT_NE(text.find(tail.out), std::wstring::npos) << std::string(text.begin(), text.end());
+    tail.emptyPlugin(u"bitmap").inlineParam(u"bool", u"tile", u"1").assetClose();
+    EXPECT_NE(text.find(tail.out), std::u16string::npos) << std::string(text.begin(), text.end());
 }
 
 // The whole chain: generator and buffer first, then the texture that refers to them. The path is
 // escaped only on output.
 TEST(MakeBitmapTexture, BuildsAndWritesChainOfThreeAssets) {
-    EXPECT_EQ(makeBitmapTexture(L""), nullptr);
-    auto texture = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(L"C:/maps/a&b.png"));
+    EXPECT_EQ(makeBitmapTexture(u""), nullptr);
+    auto texture = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(u"C:/maps/a&b.png"));
     ASSERT_TRUE(texture);
     auto buffer = std::dynamic_pointer_cast<BitmapBuffer>(texture->bitmap);
     ASSERT_TRUE(buffer);
-    EXPECT_EQ(buffer->file, L"C:/maps/a&b.png");
+    EXPECT_EQ(buffer->file, u"C:/maps/a&b.png");
     // The same three blocks as every material's bitmap texture.
     const std::string expected =
         material_test::bitmapBlocks("/Wood/TexBitmap", "C:/maps/a&amp;b.png");
-    EXPECT_EQ(wideToUtf8(texture_test::assetsOf(*texture, L"/Wood")),
+    EXPECT_EQ(wideToUtf8(texture_test::assetsOf(*texture, u"/Wood")),
               "  <Assets>\n" + expected + "  </Assets>\n");
 }
 
 TEST(BitmapTexture, CloneIsEqualAndSharesNoChild) {
-    auto source = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(L"x.png"));
+    auto source = std::dynamic_pointer_cast<BitmapTexture>(makeBitmapTexture(u"x.png"));
     auto copy = std::dynamic_pointer_cast<BitmapTexture>(source->clone());
     ASSERT_TRUE(copy);
     EXPECT_TRUE(copy->isEqual(source));
@@ -120,10 +120,10 @@ TEST(BitmapTexture, CloneIsEqualAndSharesNoChild) {
 }
 
 TEST(TextureFactory, KnowsEveryIdOfItsTable) {
-    const std::pair<int, const wchar_t*> table[] = {
-        {0, L"TexBitmap"},  {1, L"TexFresnel"}, {2, L"TexUVW"},    {3, L"TexNoise"},
-        {4, L"TexChecker"}, {5, L"TexAColor"},  {6, L"TexGrid"},   {7, L"TexCloth"},
-        {8, L"TexBulge"},   {9, L"TexInvert"},  {10, L"TexBlend"}, {11, L"TexRamp"}};
+    const std::pair<int, const char16_t*> table[] = {
+        {0, u"TexBitmap"},  {1, u"TexFresnel"}, {2, u"TexUVW"},    {3, u"TexNoise"},
+        {4, u"TexChecker"}, {5, u"TexAColor"},  {6, u"TexGrid"},   {7, u"TexCloth"},
+        {8, u"TexBulge"},   {9, u"TexInvert"},  {10, u"TexBlend"}, {11, u"TexRamp"}};
     for (const auto& entry : table) {
         auto texture = createTexture(entry.first);
         ASSERT_TRUE(texture) << entry.first;

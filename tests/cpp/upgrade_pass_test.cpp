@@ -21,7 +21,7 @@ using namespace upgrade_test;
 
 namespace {
 
-std::shared_ptr<MaterialLinked> linked(const std::wstring& name, const std::wstring& hostName,
+std::shared_ptr<MaterialLinked> linked(const std::u16string& name, const std::u16string& hostName,
                                        const MaterialPtr& base) {
     auto m = std::make_shared<MaterialLinked>();
     m->name = name;
@@ -31,7 +31,7 @@ std::shared_ptr<MaterialLinked> linked(const std::wstring& name, const std::wstr
     return m;
 }
 
-std::shared_ptr<MaterialLayeredBRDF> layered(const std::wstring& name, const Color& color) {
+std::shared_ptr<MaterialLayeredBRDF> layered(const std::u16string& name, const Color& color) {
     auto m = std::make_shared<MaterialLayeredBRDF>();
     m->name = name;
     auto diffuse = std::make_shared<Diffuse_BRDF>();
@@ -46,7 +46,7 @@ Diffuse_BRDF& firstDiffuse(const MaterialPtr& material) {
     return *dynamic_cast<Diffuse_BRDF*>(m->brdfs.front().get());
 }
 
-std::shared_ptr<FakeEntity> entityNamed(const std::wstring& stored) {
+std::shared_ptr<FakeEntity> entityNamed(const std::u16string& stored) {
     auto e = std::make_shared<FakeEntity>();
     e->hasDictionary = true;
     e->dictionary[MaterialAttribute::Material] = fakeValue(stored);
@@ -70,16 +70,16 @@ protected:
 
 // The plain path; the name is taken on the host in another case, so the next free one is used.
 TEST_F(UpgradePassTest, PlainMaterialGetsAHostMaterialWithItsRecordUnderAFreeName) {
-    host.materials.push_back(hostMaterial(L"BRICK"));
-    auto brick = layered(L"Brick", Color(0.5f, 0.25f, 1.0f));
+    host.materials.push_back(hostMaterial(u"BRICK"));
+    auto brick = layered(u"Brick", Color(0.5f, 0.25f, 1.0f));
     add(brick);
     editor.offerUpgrade();
 
-    const auto made = host.material(L"Brick1");
+    const auto made = host.material(u"Brick1");
     ASSERT_TRUE(made);
-    EXPECT_EQ(sceneMaterials()->findByName(L"Brick1"), brick);
-    EXPECT_FALSE(sceneMaterials()->findByName(L"Brick"));
-    EXPECT_EQ(textOf(made->dictionary[MaterialAttribute::MaterialName]), L"Brick1");
+    EXPECT_EQ(sceneMaterials()->findByName(u"Brick1"), brick);
+    EXPECT_FALSE(sceneMaterials()->findByName(u"Brick"));
+    EXPECT_EQ(textOf(made->dictionary[MaterialAttribute::MaterialName]), u"Brick1");
     const int32_t* type = valueOf<int32_t>(made->dictionary[MaterialAttribute::MaterialType]);
     ASSERT_TRUE(type);
     EXPECT_EQ(*type, 1);
@@ -90,7 +90,7 @@ TEST_F(UpgradePassTest, PlainMaterialGetsAHostMaterialWithItsRecordUnderAFreeNam
     QuickArchive archive(data->data(), data->size());
     MaterialLayeredBRDF back;
     ASSERT_TRUE(back.deserialize(archive));
-    EXPECT_EQ(back.name, L"Brick1");
+    EXPECT_EQ(back.name, u"Brick1");
     EXPECT_EQ(*made->color, Color(0.5f, 0.25f, 1.0f));  // shown on the host
 }
 
@@ -101,43 +101,43 @@ public:
 };
 
 TEST_F(UpgradePassTest, TrailingDigitsAreStrippedBeforeCountingAndTheSearchEnds) {
-    host.materials.push_back(hostMaterial(L"wood12"));
-    add(layered(L"Wood12", Color(1, 0, 0)));
-    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood1");
-    host.materials.push_back(hostMaterial(L"x"));
-    host.materials.back()->displayName = L"WOOD1";  // the display name counts too
-    EXPECT_EQ(editor.makeUniqueName(L"Wood12"), L"Wood2");
+    host.materials.push_back(hostMaterial(u"wood12"));
+    add(layered(u"Wood12", Color(1, 0, 0)));
+    EXPECT_EQ(editor.makeUniqueName(u"Wood12"), u"Wood1");
+    host.materials.push_back(hostMaterial(u"x"));
+    host.materials.back()->displayName = u"WOOD1";  // the display name counts too
+    EXPECT_EQ(editor.makeUniqueName(u"Wood12"), u"Wood2");
 
     HostWithoutMaterials blind;
     SkpMaterialEditor searching(&blind);
-    EXPECT_FALSE(searching.isHostNameFree(L"Wood"));
-    EXPECT_EQ(searching.makeUniqueName(L"Wood"), L"Wood100000");
+    EXPECT_FALSE(searching.isHostNameFree(u"Wood"));
+    EXPECT_EQ(searching.makeUniqueName(u"Wood"), u"Wood100000");
 }
 
 TEST_F(UpgradePassTest, DefaultMaterialInAnyCaseIsSkipped) {
-    add(layered(L"default_ombra_MATERIAL", Color(1, 1, 1)));
+    add(layered(u"default_ombra_MATERIAL", Color(1, 1, 1)));
     editor.offerUpgrade();
     EXPECT_TRUE(host.materials.empty());
 }
 
 TEST_F(UpgradePassTest, LinkedMaterialMovesOntoItsHostMaterialAndEntitiesFollow) {
-    auto oak = hostMaterial(L"HostOak");
+    auto oak = hostMaterial(u"HostOak");
     BasicMaterialRecord record;
     record.color = Color(0.1f, 0.2f, 0.3f);
     oak->basic = record;
     host.materials.push_back(oak);
-    add(linked(L"Hall", L"HostOak", layered(L"Inner", Color(0.9f, 0.9f, 0.9f))));
-    const auto painted = entityNamed(L"Hall");
-    const auto stranger = entityNamed(L"Nowhere");
+    add(linked(u"Hall", u"HostOak", layered(u"Inner", Color(0.9f, 0.9f, 0.9f))));
+    const auto painted = entityNamed(u"Hall");
+    const auto stranger = entityNamed(u"Nowhere");
     auto bare = std::make_shared<FakeEntity>();
     host.entities = {painted, stranger, bare};
 
     editor.offerUpgrade();
 
-    const MaterialPtr moved = sceneMaterials()->findByName(L"HostOak");
+    const MaterialPtr moved = sceneMaterials()->findByName(u"HostOak");
     ASSERT_TRUE(moved);
-    EXPECT_FALSE(sceneMaterials()->findByName(L"Hall"));
-    EXPECT_EQ(textOf(oak->dictionary[MaterialAttribute::MaterialName]), L"HostOak");
+    EXPECT_FALSE(sceneMaterials()->findByName(u"Hall"));
+    EXPECT_EQ(textOf(oak->dictionary[MaterialAttribute::MaterialName]), u"HostOak");
     // The host material's own values come back into the diffuse layer.
     EXPECT_EQ(firstDiffuse(moved).color, Color(0.1f, 0.2f, 0.3f));
     // Entities: painted when their name was converted; the key goes in every case.
@@ -149,32 +149,32 @@ TEST_F(UpgradePassTest, LinkedMaterialMovesOntoItsHostMaterialAndEntitiesFollow)
 }
 
 TEST_F(UpgradePassTest, LinkBelowAWrapperIsReplacedByItsBaseOrTheWrapperIsLost) {
-    auto inner = layered(L"Inner", Color(1, 0, 0));
+    auto inner = layered(u"Inner", Color(1, 0, 0));
     firstDiffuse(inner).layerFlagB = true;
     auto bump = std::make_shared<MaterialBump>();
-    bump->base_mtl = linked(L"Link", L"Host", inner);
+    bump->base_mtl = linked(u"Link", u"Host", inner);
     EXPECT_EQ(editor.resolveLinked(bump), bump);
     EXPECT_EQ(bump->base_mtl, inner);
     EXPECT_FALSE(firstDiffuse(inner).layerFlagB);
 
-    auto link = linked(L"Own", L"Host", inner);
+    auto link = linked(u"Own", u"Host", inner);
     EXPECT_EQ(editor.resolveLinked(link), inner);
-    EXPECT_EQ(inner->name, L"Own");
+    EXPECT_EQ(inner->name, u"Own");
 
     // Only wrappers with a base material slot can take the base; the others are lost.
-    host.materials.push_back(hostMaterial(L"Host"));
+    host.materials.push_back(hostMaterial(u"Host"));
     auto twoSided = std::make_shared<Material2Sided>();
-    twoSided->name = L"TwoSided";
-    twoSided->front = linked(L"Link", L"Host", inner);
-    twoSided->back = layered(L"B", {});
+    twoSided->name = u"TwoSided";
+    twoSided->front = linked(u"Link", u"Host", inner);
+    twoSided->back = layered(u"B", {});
     add(twoSided);
     editor.offerUpgrade();
-    EXPECT_FALSE(sceneMaterials()->findByName(L"TwoSided"));
+    EXPECT_FALSE(sceneMaterials()->findByName(u"TwoSided"));
     EXPECT_FALSE(host.materials.front()->hasDictionary);
 }
 
 TEST_F(UpgradePassTest, ClosedGatesAndFailedOperationsStopWhereTheyMust) {
-    add(layered(L"Brick", Color(1, 0, 0)));
+    add(layered(u"Brick", Color(1, 0, 0)));
     const struct {
         bool hasModel, answerYes, startSucceeds, commitSucceeds;
         const char* log;
@@ -222,7 +222,7 @@ TEST_F(UpgradePassTest, BackupAsksForAnUnsavedModelAndCopiesASavedOne) {
     std::string content(10000, 'q');
     content[5000] = '\0';
     std::ofstream(source, std::ios::binary) << content;
-    host.path = L"upgrade_pass_test_model.skp";
+    host.path = u"upgrade_pass_test_model.skp";
     host.answerYes = false;  // no question for a saved model
     EXPECT_TRUE(editor.backupModel(host.model));
     std::ifstream copy(SkpMaterialEditor::kBackupFileName, std::ios::binary);
@@ -234,16 +234,16 @@ TEST_F(UpgradePassTest, BackupAsksForAnUnsavedModelAndCopiesASavedOne) {
 }
 
 TEST_F(UpgradePassTest, TexturesReachTheHostMaterial) {
-    auto brick = layered(L"Brick", Color(1, 0, 0));
+    auto brick = layered(u"Brick", Color(1, 0, 0));
     Diffuse_BRDF& layer = firstDiffuse(brick);
     layer.transparency = Color(0.5f, 0.5f, 0.5f);
     auto blend = std::make_shared<BlendTexture>();
     blend->color_a = std::make_shared<AColorTexture>(AColor(0.2f, 0.4f, 0.6f, 1.0f));
-    blend->color_b = makeBitmapTexture(L"C:\\maps\\Brick.PNG");
+    blend->color_b = makeBitmapTexture(u"C:\\maps\\Brick.PNG");
     layer.color_tex = blend;
     add(brick);
-    auto host1 = hostMaterial(L"Brick");
-    host1->texture = L"/other/place/brick.png";  // the same file name: not loaded again
+    auto host1 = hostMaterial(u"Brick");
+    host1->texture = u"/other/place/brick.png";  // the same file name: not loaded again
     host.materials.push_back(host1);
     editor.applyMaterial(brick, host1);
     EXPECT_EQ(host1->textureAssignments, 0);
@@ -258,17 +258,17 @@ TEST_F(UpgradePassTest, TexturesReachTheHostMaterial) {
 }
 
 TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {
-    auto brick = layered(L"Brick", Color(0.7f, 0.1f, 0.1f));
-    brick->uuid = L"uuid-brick";
+    auto brick = layered(u"Brick", Color(0.7f, 0.1f, 0.1f));
+    brick->uuid = u"uuid-brick";
     add(brick);
     auto ref = std::make_shared<MaterialReference>();
-    ref->name = L"BrickRef";
-    ref->target = L"UUID-BRICK";
+    ref->name = u"BrickRef";
+    ref->target = u"UUID-BRICK";
     add(ref);
-    auto refHost = hostMaterial(L"RefHost");
-    refHost->dictionary[MaterialAttribute::MaterialName] = fakeValue(std::wstring(L"brickref"));
+    auto refHost = hostMaterial(u"RefHost");
+    refHost->dictionary[MaterialAttribute::MaterialName] = fakeValue(std::u16string(u"brickref"));
     host.materials.push_back(refHost);
-    auto brickHost = hostMaterial(L"Brick");
+    auto brickHost = hostMaterial(u"Brick");
     host.materials.push_back(brickHost);
 
     editor.applyMaterial(brick, brickHost);
@@ -292,7 +292,7 @@ TEST(MaterialToLayered, ABitmapTypeGetsABitmapEvenForAnEmptyFile) {
         EXPECT_TRUE(dynamic_cast<GenChannelUVW*>(bitmap->uvwgen.get()));
         auto* buffer = dynamic_cast<BitmapBuffer*>(bitmap->bitmap.get());
         ASSERT_TRUE(buffer);
-        EXPECT_EQ(buffer->file, L"");
+        EXPECT_EQ(buffer->file, u"");
     }
 
     record.type = BasicMaterialRecord::kBitmapBlendedWithColor;
@@ -307,8 +307,8 @@ TEST(MaterialToLayered, ABitmapTypeGetsABitmapEvenForAnEmptyFile) {
 
 TEST_F(UpgradePassTest, BasicMaterialWithoutBitmapDropsTheLayersBitmap) {
     auto layer = std::make_shared<Diffuse_BRDF>();
-    layer->color_tex = makeBitmapTexture(L"old.png");
-    auto m = hostMaterial(L"Plain");
+    layer->color_tex = makeBitmapTexture(u"old.png");
+    auto m = hostMaterial(u"Plain");
     BasicMaterialRecord record;
     record.color = Color(0.25f, 0.5f, 0.75f);
     record.use_alpha = true;
@@ -320,7 +320,7 @@ TEST_F(UpgradePassTest, BasicMaterialWithoutBitmapDropsTheLayersBitmap) {
     EXPECT_EQ(layer->transparency, Color(0.75f, 0.75f, 0.75f));
 
     m->basic->type = BasicMaterialRecord::kBitmapOnly;
-    m->basic->texture = L"new.png";
+    m->basic->texture = u"new.png";
     editor.SetBasicOmbraMaterial(layer, m);
     ASSERT_TRUE(layer->color_tex);
     EXPECT_EQ(layer->color_tex->getType(), 0);

@@ -109,9 +109,9 @@ TEST(GenChannelUVW, ReadsBothVersionsInTableOrder) {
     EXPECT_EQ(uvw.tex_transform.m.v[0].x, 3);
 
     // The components win: output recomputes the stored matrix from them.
-    std::wstring text;
+    std::string text;
     AssetXmlWriter writer(text);
-    uvw.writeXML(writer, L"");
+    uvw.writeXML(writer, u"");
     Matrix expected;
     uvw.texComponents.compose(expected);
     EXPECT_EQ(uvw.tex_transform.m, expected);
@@ -158,15 +158,15 @@ TEST(GenEnvironmentUVW, SplitsComponentsOverTwoParameters) {
     uvw.mappingType = 3;
 
     Xml expected;
-    expected.assetOpen(L"/Env/UVWGenEnvironment", L"uvw", L"UVWGenEnvironment")
-        .components(L"componentMatrix", L"uvw_matrix",
-                    {L"10", L"0.5", L"-20", L"1", L"1", L"1", L"0", L"0", L"0", L"0", L"1", L"0"})
-        .components(L"componentTransform", L"uvw_transform",
-                    {L"0", L"0", L"0", L"2", L"1", L"1.6", L"0", L"0.1", L"3", L"0", L"0", L"0"})
-        .inlineParam(L"string", L"mapping_type", L"mirror_ball")
+    expected.assetOpen(u"/Env/UVWGenEnvironment", u"uvw", u"UVWGenEnvironment")
+        .components(u"componentMatrix", u"uvw_matrix",
+                    {u"10", u"0.5", u"-20", u"1", u"1", u"1", u"0", u"0", u"0", u"0", u"1", u"0"})
+        .components(u"componentTransform", u"uvw_transform",
+                    {u"0", u"0", u"0", u"2", u"1", u"1.6", u"0", u"0.1", u"3", u"0", u"0", u"0"})
+        .inlineParam(u"string", u"mapping_type", u"mirror_ball")
         .assetClose();
 
-    EXPECT_EQ(texture_test::assetsOf(uvw, L"/Env"), expected.document());
+    EXPECT_EQ(texture_test::assetsOf(uvw, u"/Env"), expected.document());
 
     // The stored matrix was recomputed from all the components before output.
     Matrix composed;
@@ -201,20 +201,20 @@ TEST(ProjectionUVW, WritesOnePlacementParameter) {
     GenObjectUVW uvw;
     uvw.components.x_offset = 2;
     Xml expected;
-    expected.assetOpen(L"/T/uvwgen/UVWGenObject", L"uvw", L"UVWGenObject")
-        .components(L"componentTransform", L"uvw_transform",
-                    {L"0", L"0", L"0", L"1", L"1", L"1", L"2", L"0", L"0", L"0", L"0", L"0"})
+    expected.assetOpen(u"/T/uvwgen/UVWGenObject", u"uvw", u"UVWGenObject")
+        .components(u"componentTransform", u"uvw_transform",
+                    {u"0", u"0", u"0", u"1", u"1", u"1", u"2", u"0", u"0", u"0", u"0", u"0"})
         .assetClose();
-    EXPECT_EQ(texture_test::assetsOf(uvw, L"/T/uvwgen"), expected.document());
+    EXPECT_EQ(texture_test::assetsOf(uvw, u"/T/uvwgen"), expected.document());
     EXPECT_EQ(uvw.uvw_transform.offset, Vector(2, 0, 0));
 }
 
 TEST(UVWFactory, EveryGeneratorClonesAndRoundTrips) {
     for (int id : {-1, 2, 5}) EXPECT_EQ(createUVW(id), nullptr) << id;
-    const std::pair<int, const wchar_t*> known[] = {{0, L"UVWGenPlanarWorld"},
-                                                    {1, L"UVWGenObject"},
-                                                    {3, L"UVWGenEnvironment"},
-                                                    {4, L"UVWGenChannel"}};
+    const std::pair<int, const char16_t*> known[] = {{0, u"UVWGenPlanarWorld"},
+                                                     {1, u"UVWGenObject"},
+                                                     {3, u"UVWGenEnvironment"},
+                                                     {4, u"UVWGenChannel"}};
     for (const auto& [id, type] : known) {
         auto uvw = createUVW(id);
         ASSERT_TRUE(uvw) << id;

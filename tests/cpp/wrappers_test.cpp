@@ -41,7 +41,7 @@ std::string nameOf(const MaterialPtr& material) {
     return material ? wideToUtf8(material->name) : "(none)";
 }
 
-Outline ownOutline(BaseMaterial& material, const std::wstring& url = L"") {
+Outline ownOutline(BaseMaterial& material, const std::u16string& url = u"") {
     return outline(xmlOf(material, url));
 }
 
@@ -98,7 +98,7 @@ TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
     MaterialMulti m1;
     ASSERT_TRUE(readAll(m1, plainLayered(v1.u32(1), "B", "L").text("")));
     EXPECT_EQ(nameOf(m1.materials.at(1)), "B");
-    EXPECT_EQ(m1.name, L"DefaultMaterial");
+    EXPECT_EQ(m1.name, u"DefaultMaterial");
     RecordBuilder v2;
     section(plainLayered(v2.version(2).u32(1).u32(1), "A", "L"), "Multi", "u");
     MaterialMulti m2;
@@ -106,7 +106,7 @@ TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
     sceneMaterials()->addMaterial(std::make_shared<MaterialMulti>(m2));
     auto clone = std::static_pointer_cast<MaterialMulti>(m2.clone());
     EXPECT_EQ(clone->materials[0], m2.materials[0]);
-    EXPECT_EQ(clone->name, L"Multi1");
+    EXPECT_EQ(clone->name, u"Multi1");
     EXPECT_TRUE(clone->isEqual(std::make_shared<MaterialMulti>(m2)));
     EXPECT_FALSE(clone->isEqual(std::make_shared<MaterialMulti>(m1)));  // two entries, not one
     // An unknown id fails the read and keeps the entries before it; a count beyond the data
@@ -124,10 +124,10 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     // Version 1: bare name, a file path, the multiplier, then the base material.
     const auto b1 = readAs<MaterialBump>(plainLayered(
         RecordBuilder().version(1).text("Old").text("C:/bump.png").f32(0.5f).i32(1), "Base", "L"));
-    EXPECT_EQ(b1.name, L"Old");
+    EXPECT_EQ(b1.name, u"Old");
     auto bitmap = std::dynamic_pointer_cast<BitmapTexture>(b1.bump_tex);
     ASSERT_TRUE(bitmap);
-    EXPECT_EQ(std::static_pointer_cast<BitmapBuffer>(bitmap->bitmap)->file, L"C:/bump.png");
+    EXPECT_EQ(std::static_pointer_cast<BitmapBuffer>(bitmap->bitmap)->file, u"C:/bump.png");
     EXPECT_EQ(nameOf(b1.base_mtl), "Base");
     // An empty path gives no texture; a base material that fails is not kept.
     MaterialBump b2;
@@ -140,16 +140,16 @@ TEST_F(WrappersTest, BumpReadsEveryVersionAndWritesItsBaseAndTextureFirst) {
     RecordBuilder v2;
     plainLayered(bitmapSlot(v2.version(2).text("Two").f32(2), "C:/b.png").i32(1), "Base", "L");
     MaterialBump b3;
-    b3.uuid = L"old";
+    b3.uuid = u"old";
     ASSERT_TRUE(readAll(b3, v2));
-    EXPECT_EQ(b3.name, L"Two");
-    EXPECT_EQ(b3.uuid, L"old");
+    EXPECT_EQ(b3.name, u"Two");
+    EXPECT_EQ(b3.uuid, u"old");
     RecordBuilder v3;
     section(plainLayered(bitmapSlot(v3.version(3).f32(2), "C:/b.png").i32(1), "Base", "L"), "B1",
             "u1");
     MaterialBump b4;
     expectRoundTrip(b4, v3);
-    const Outline own = ownOutline(b4, L"/Set");
+    const Outline own = ownOutline(b4, u"/Set");
     Names urls{"/Set/B1/Base/L", "/Set/B1/Base"};
     for (const std::string& url : bitmapUrls("/Set/B1/bump_tex/TexBitmap")) urls.push_back(url);
     urls.push_back("/Set/B1");
@@ -172,7 +172,7 @@ TEST_F(WrappersTest, InstanceHoldsOnlyItsSectionAndIsNeverEqual) {
 
 TEST_F(WrappersTest, TwoSidedReadsEveryVersionAndKeepsWhatOldVersionsLack) {
     Material2Sided sided;
-    const std::wstring constructed = sided.name;
+    const std::u16string constructed = sided.name;
     sided.transparency = Color(0.25f, 0.25f, 0.25f);
     RecordBuilder v1;
     layeredSlot(layeredSlot(v1.version(1), "F"), "B").absent().color(0.1f, 0.2f, 0.3f).f32(2);
@@ -239,7 +239,7 @@ TEST_F(WrappersTest, OverrideEnvironmentResetsAndStoresBgBeforeGi) {
     // override_gi is reset before reading, then read as false.
     EXPECT_EQ((B{env.override_bg, env.override_gi, env.override_refract}), (B{true, false, true}));
     // Its own XML is only the base material's, under the url it was given.
-    EXPECT_EQ(ownOutline(env, L"/Up").urls, words("/Up/Base/Layer /Up/Base"));
+    EXPECT_EQ(ownOutline(env, u"/Up").urls, words("/Up/Base/Layer /Up/Base"));
 }
 
 TEST_F(WrappersTest, DisplacedResetsBeforeReadingAndWritesOnlyItsBase) {
@@ -255,30 +255,30 @@ TEST_F(WrappersTest, DisplacedResetsBeforeReadingAndWritesOnlyItsBase) {
     MaterialDisplaced d2;
     expectRoundTrip(d2, v2);
     EXPECT_EQ(d2.displace_max_subdivs, 64);
-    EXPECT_EQ(ownOutline(d2, L"/Up").urls, words("/Up/Disp/Base/Layer /Up/Disp/Base"));
+    EXPECT_EQ(ownOutline(d2, u"/Up").urls, words("/Up/Disp/Base/Layer /Up/Disp/Base"));
 }
 
 TEST_F(WrappersTest, ObjectExclusionReadsEveryVersion) {
     MaterialObjectExclusion e1;
-    const std::wstring constructed = e1.name;
+    const std::u16string constructed = e1.name;
     RecordBuilder v1;
     layeredSlot(v1.version(1).i32(1), "Base").u32(2).text("Wall").text("Roof");
     ASSERT_TRUE(readAll(e1, v1));
-    EXPECT_EQ(e1.objects, (std::vector<std::wstring>{L"Wall", L"Roof"}));
+    EXPECT_EQ(e1.objects, (std::vector<std::u16string>{u"Wall", u"Roof"}));
     EXPECT_EQ(e1.name, constructed);  // version 1 has no section
     MaterialObjectExclusion e2;
     e2.short_circuit = false;
     ASSERT_TRUE(readAll(e2, section(RecordBuilder().version(2).i32(0).absent().u32(0), "Ex")));
-    EXPECT_EQ(e2.name, L"Ex");
+    EXPECT_EQ(e2.name, u"Ex");
     EXPECT_TRUE(e2.short_circuit);  // reset before reading
     RecordBuilder v3;
     section(layeredSlot(v3.version(3).i32(1), "Base").u32(1).text("a<b"), "Ex").boolean(false);
     MaterialObjectExclusion e3;
     expectRoundTrip(e3, v3);
-    const std::wstring text = xmlOf(e3);
+    const std::u16string text = xmlOf(e3);
     EXPECT_EQ(outline(text).parameters, words("base_mtl mode short_circuit objects"));
-    EXPECT_NE(text.find(L"listType=\"\" label=\"objects\">"), std::wstring::npos);
-    EXPECT_NE(text.find(L"<string>\"a<b\"</string>"), std::wstring::npos);
+    EXPECT_NE(text.find(u"listType=\"\" label=\"objects\">"), std::u16string::npos);
+    EXPECT_NE(text.find(u"<string>\"a<b\"</string>"), std::u16string::npos);
 }
 
 TEST_F(WrappersTest, ObjectExclusionEntriesPastTheEndReadAsEmpty) {
@@ -291,11 +291,11 @@ TEST_F(WrappersTest, ObjectExclusionEntriesPastTheEndReadAsEmpty) {
     ASSERT_EQ(full.size(), QuickArchive::kBlockSize);
     MaterialObjectExclusion atEnd;
     ASSERT_TRUE(deserializeFrom(atEnd, full));
-    EXPECT_EQ(atEnd.objects, std::vector<std::wstring>{L""});
-    const std::wstring text = xmlOf(atEnd);
-    const size_t entry = text.find(L"<string>\"\"</string>\n");
-    ASSERT_NE(entry, std::wstring::npos);
-    EXPECT_EQ(text.find(L"<string>", entry + 1), std::wstring::npos);  // one entry only
+    EXPECT_EQ(atEnd.objects, std::vector<std::u16string>{u""});
+    const std::u16string text = xmlOf(atEnd);
+    const size_t entry = text.find(u"<string>\"\"</string>\n");
+    ASSERT_NE(entry, std::u16string::npos);
+    EXPECT_EQ(text.find(u"<string>", entry + 1), std::u16string::npos);  // one entry only
 
     // A count far beyond the data: the zeros behind the record in its block read as empty
     // entries, four bytes each, and the loop stops after one entry past the block's end.
@@ -306,8 +306,8 @@ TEST_F(WrappersTest, ObjectExclusionEntriesPastTheEndReadAsEmpty) {
     ASSERT_TRUE(huge.deserialize(archive));
     EXPECT_EQ(archive.remaining(), 0u);
     ASSERT_EQ(huge.objects.size(), 1 + (QuickArchive::kBlockSize - record.size() + 3) / 4 + 1);
-    EXPECT_EQ(huge.objects.front(), L"x");
-    EXPECT_EQ(std::count(huge.objects.begin(), huge.objects.end(), L""),
+    EXPECT_EQ(huge.objects.front(), u"x");
+    EXPECT_EQ(std::count(huge.objects.begin(), huge.objects.end(), u""),
               long(huge.objects.size() - 1));
 }
 
@@ -322,11 +322,11 @@ TEST_F(WrappersTest, AlphaContributionStoresTheMultiplierFirst) {
 
 TEST_F(WrappersTest, AngleBlendHasOneVersionAndDefaultAngles) {
     MaterialAngleBlend blend;
-    blend.name = L"Blend";
-    const std::wstring text = xmlOf(blend);
+    blend.name = u"Blend";
+    const std::u16string text = xmlOf(blend);
     EXPECT_EQ(outline(text).parameters, words("mtl_one mtl_two start_angle stop_angle"));
-    EXPECT_NE(text.find(L"<value>75</value>"), std::wstring::npos);
-    EXPECT_NE(text.find(L"<value>150</value>"), std::wstring::npos);
+    EXPECT_NE(text.find(u"<value>75</value>"), std::u16string::npos);
+    EXPECT_NE(text.find(u"<value>150</value>"), std::u16string::npos);
     RecordBuilder v1;
     expectRoundTrip(blend,
                     layeredSlot(section(v1.version(1), "Blend").absent(), "Two").f32(10).f32(20));

@@ -11,22 +11,22 @@ using namespace CorvaneCore;
 
 class AssetXmlWriterTest : public ::testing::Test {
 protected:
-    std::wstring out;
+    std::string out;
     AssetXmlWriter w{out};
 };
 
 TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
     w.openAssets();
-    w.beginAsset(L"/Wood/TexBitmap/uvwgen/UVWGenChannel", L"uvw", L"");
-    w.beginPlugin(L"UVWGenChannel", L"uvw");
+    w.beginAsset(u"/Wood/TexBitmap/uvwgen/UVWGenChannel", u"uvw", u"");
+    w.beginPlugin(u"UVWGenChannel", u"uvw");
     w.beginParameters();
     w.writeInteger("uvw_channel", 1);
     w.endParameters();
     w.endPlugin();
     w.endAsset();
     w.closeAssets();
-    EXPECT_EQ(out,
-              LR"(  <Assets>
+    EXPECT_EQ(w.stream(),
+              R"(  <Assets>
     <Asset layout="" renderer="ombra" type="uvw" url="/Wood/TexBitmap/uvwgen/UVWGenChannel" >
       <plugin>
         <ombraplugin name="UVWGenChannel" type="uvw">
@@ -47,28 +47,30 @@ TEST_F(AssetXmlWriterTest, OneAssetInsideAssets) {
 TEST_F(AssetXmlWriterTest, StringsAreWrittenAsGivenAndFileNamesEscaped) {
     w.writeString("s", "a<b");
     w.writeFile("file", "C:\\a&b<c.png");
-    EXPECT_EQ(out,
-              LR"(<parameter type="string" name="s" handler="default" listType="none" label="s">
+    EXPECT_EQ(w.stream(),
+              R"(<parameter type="string" name="s" handler="default" listType="none" label="s">
   <value>a<b</value>
 </parameter>
 <parameter type="string" name="file" handler="FileBrowserHandler" listType="none" label="file">
   <value>C:\a&amp;b&lt;c.png</value>
 </parameter>
 )");
-    out.clear();  // narrow names are decoded as UTF-8
+    w.stream().clear();  // narrow names are decoded as UTF-8
     w.writeInteger(
         "gr\xC3\xB6\xC3\x9F"
         "e",
         -3);
-    EXPECT_NE(out.find(L"name=\"gr\u00f6\u00dfe\""), std::wstring::npos);
-    EXPECT_NE(out.find(L"<value>-3</value>"), std::wstring::npos);
+    EXPECT_NE(w.stream().find("name=\"gr\xC3\xB6\xC3\x9F"
+                              "e\""),
+              std::string::npos);
+    EXPECT_NE(w.stream().find("<value>-3</value>"), std::string::npos);
 }
 
 TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
     Matrix m;
     w.writeMatrix("m", m);
-    EXPECT_EQ(out,
-              LR"(<parameter type="matrix" name="m" handler="default" listType="none" label="m">
+    EXPECT_EQ(w.stream(),
+              R"(<parameter type="matrix" name="m" handler="default" listType="none" label="m">
   <value>
 
     <matrix>
@@ -92,13 +94,13 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
 </parameter>
 )");
 
-    out.clear();
+    w.stream().clear();
     Transform t;
     t.offset = Vector(4, 5, 6);
     w.writeTransform("transform", t);
     EXPECT_EQ(
-        out,
-        LR"(<parameter type="transform" name="transform" handler="default" listType="none" label="transform">
+        w.stream(),
+        R"(<parameter type="transform" name="transform" handler="default" listType="none" label="transform">
   <value>
     <vector>
       <x>1</x>
@@ -124,10 +126,11 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
 </parameter>
 )");
 
-    out.clear();  // colors, vectors and component transforms: the light and texture documents
+    w.stream()
+        .clear();  // colors, vectors and component transforms: the light and texture documents
     w.writeAColor("a", AColor(0.1f, 0.2f, 0.3f, 1));
-    EXPECT_EQ(out,
-              LR"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
+    EXPECT_EQ(w.stream(),
+              R"(<parameter type="acolor" name="a" handler="default" listType="none" label="a">
   <value>
     <r>0.1</r>
     <g>0.2</g>
@@ -141,14 +144,14 @@ TEST_F(AssetXmlWriterTest, MatrixHasAnEmptyLineTransformAndAColorHaveNone) {
 TEST_F(AssetXmlWriterTest, PluginReferences) {
     // The factories' own classes: a bitmap texture, a material, a sun (5) and an omni light (2).
     auto material = createMaterial(1);
-    material->name = L"A&B";
-    w.writePlugin("tex", createTexture(0), L"/W&d/tex");
-    w.writePlugin("mtl", material, L"/x");
-    w.writePlugin("sun", createLight(5), L"/SunLight1");
-    w.writePlugin("omni", createLight(2), L"/l");
-    w.writePlugin("none", std::shared_ptr<BaseTexture>(), L"/y");
-    EXPECT_EQ(out,
-              LR"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
+    material->name = u"A&B";
+    w.writePlugin("tex", createTexture(0), u"/W&d/tex");
+    w.writePlugin("mtl", material, u"/x");
+    w.writePlugin("sun", createLight(5), u"/SunLight1");
+    w.writePlugin("omni", createLight(2), u"/l");
+    w.writePlugin("none", std::shared_ptr<BaseTexture>(), u"/y");
+    EXPECT_EQ(w.stream(),
+              R"(<parameter type="plugin" name="tex" handler="default" listType="none" label="tex">
   <value>/W&amp;d/tex/TexBitmap</value>
 </parameter>
 <parameter type="plugin" name="mtl" handler="default" listType="none" label="mtl">
@@ -163,29 +166,29 @@ TEST_F(AssetXmlWriterTest, PluginReferences) {
 <parameter type="plugin" name="none" handler="default" listType="none" label="none">
 </parameter>
 )");
-    const size_t before = out.size();  // a reference to no family throws 20 before writing
+    const size_t before = w.stream().size();  // a reference to no family throws 20 before writing
     try {
-        w.writePlugin("x", PluginRef(), L"/u");
+        w.writePlugin("x", PluginRef(), u"/u");
         FAIL() << "expected the integer 20";
     } catch (int code) {
         EXPECT_EQ(code, 20);
     }
-    EXPECT_EQ(out.size(), before);
+    EXPECT_EQ(w.stream().size(), before);
 }
 
 TEST_F(AssetXmlWriterTest, ListsRootAndEscapedAssetUrl) {
-    w.openRoot(L"cormat");
-    w.beginAsset(L"/a&amp;b<", L"material", L"lay");
+    w.openRoot(u"cormat");
+    w.beginAsset(u"/a&amp;b<", u"material", u"lay");
     w.beginList("channels", "");
-    w.writeStringEntry(L"Diffuse");
+    w.writeStringEntry(u"Diffuse");
     w.endList();
     w.beginList("materials", "plugin");
-    w.writeEntry(L"/m&n");
+    w.writeEntry(u"/m&n");
     w.endList();
     w.endAsset();
     w.closeRoot();
-    EXPECT_EQ(out,
-              LR"(<cormat>
+    EXPECT_EQ(w.stream(),
+              R"(<cormat>
   <Asset layout="lay" renderer="ombra" type="material" url="/a&amp;b&lt;" >
   <parameter type="list" name="channels" handler="default" listType="" label="channels">
     <value>

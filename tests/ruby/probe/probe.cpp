@@ -67,7 +67,7 @@ VALUE protected_call(int argc, VALUE* argv, VALUE) {
 
 VALUE ruby_to_wide(VALUE, VALUE v) {
     return rubyEntry([&] {
-        std::wstring text = L"unchanged";
+        std::u16string text = u"unchanged";
         const bool ok = rubyToWide(v, text);
         VALUE back = Qnil;
         wideToRuby(text, back);
