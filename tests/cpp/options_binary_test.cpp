@@ -110,7 +110,9 @@ TEST(AllOptionsBinary, EveryRecordRefusesTheWordsItDoesNotKnow) {
         SCOPED_TRACE(major);
         EXPECT_FALSE(acceptsWord<AllOptions>(major << 16));
         const bool known = major <= 9 || (major >= 0x10 && major <= 0x17);
-        if (!known) EXPECT_FALSE(acceptsWord<AllOptions>((major << 16) | 1));
+        if (!known) {
+            EXPECT_FALSE(acceptsWord<AllOptions>((major << 16) | 1));
+        }
     }
     for (uint32_t word : {0x50001u, 0x60000u, 0x0u}) {
         EXPECT_FALSE(acceptsWord<CorvaneParams>(word)) << std::hex << word;
