@@ -14,6 +14,7 @@
 #include "convert/conversions.h"
 #include "options/all_options.h"
 #include "options/options_file.h"
+#include "platform/binary_stdio.h"
 #include "record_input.h"
 #include "xml/text.h"
 
@@ -24,7 +25,7 @@ namespace {
 constexpr int kExitConverted = 0;
 constexpr int kExitRefused = 1;
 constexpr int kExitUsage = 2;
-constexpr const char* kVersion = "0.1.0";
+constexpr const char* kVersion = QUILLON_VERSION;  // from the VERSION file, through CMake
 
 struct Options {
     std::string command;
@@ -332,6 +333,7 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    quillon_platform::useBinaryStandardStreams();
     try {
         return run(argc, argv);
     } catch (const std::exception& e) {
