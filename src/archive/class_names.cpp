@@ -91,7 +91,7 @@ const std::unordered_map<std::type_index, const char*>& names() {
         QUILLON_NAMED(SphereLight),
         QUILLON_NAMED(AllOptions),
         QUILLON_NAMED(SceneMaterials),
-        QUILLON_NAMED(::SkpModule)};
+        QUILLON_NAMED(SkpModule)};
     return table;
 }
 
