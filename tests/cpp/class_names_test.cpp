@@ -23,12 +23,13 @@ constexpr int kIdsToTry = 64;
 
 // The names of every class a factory makes, each checked to be listed and distinct.
 template <class Base>
-void collectNames(std::shared_ptr<Base> (*factory)(int), std::set<std::string>& seen, int& made) {
+void collectNames(std::shared_ptr<Base> (*factory)(int), std::set<std::string>& seen, int& count) {
     for (int id = 0; id < kIdsToTry; ++id) {
         const std::shared_ptr<Base> object = factory(id);
         if (!object) continue;
-        ++made;
-        const std::string name = className(typeid(*object));
+        ++count;
+        const Base& instance = *object;
+        const std::string name = className(typeid(instance));
         EXPECT_NE(name, "unlisted class") << typeid(Base).name() << " id " << id;
         EXPECT_TRUE(seen.insert(name).second) << name << " named twice";
     }
@@ -52,11 +53,12 @@ TEST(ClassNames, EveryClassAFactoryMakesHasItsOwnName) {
 
 TEST(ClassNames, ObjectsAreNamedByTheirMostDerivedClassWithoutNamespace) {
     const std::shared_ptr<BaseMaterial> layered = createMaterial(1);
-    ASSERT_TRUE(layered);
-    EXPECT_STREQ(className(typeid(*layered)), "MaterialLayeredBRDF");
     const std::shared_ptr<BaseLight> omni = createLight(2);
-    ASSERT_TRUE(omni);
-    EXPECT_STREQ(className(typeid(*omni)), "OmniLight");
+    ASSERT_TRUE(layered && omni);
+    const BaseMaterial& material = *layered;
+    const BaseLight& light = *omni;
+    EXPECT_STREQ(className(typeid(material)), "MaterialLayeredBRDF");
+    EXPECT_STREQ(className(typeid(light)), "OmniLight");
     EXPECT_STREQ(className(typeid(BaseTexture)), "BaseTexture");
     EXPECT_STREQ(className(typeid(AllOptions)), "AllOptions");
     EXPECT_STREQ(className(typeid(SkpModule)), "SkpModule");
