@@ -4,7 +4,7 @@ JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 
-.PHONY: all bootstrap configure build demo test asan bench fuzz valgrind format clean
+.PHONY: all bootstrap configure build demo test asan clang windows bench fuzz valgrind format clean
 
 all: build
 
@@ -27,6 +27,16 @@ test: build
 asan:
 	@$(MAKE) --no-print-directory test BUILD=build-asan CMAKE_FLAGS="-DQUILLON_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug"
 
+# The whole build and test suite with clang and libc++ (the macOS toolchain's pair).
+clang:
+	@./scripts/bootstrap clang libcxx
+	@$(MAKE) --no-print-directory test BUILD=build-clang CMAKE_FLAGS="-DCMAKE_TOOLCHAIN_FILE=cmake/clang-libcxx.cmake"
+
+# Cross-builds for Windows with MinGW-w64, runs the C++ tests under Wine, and compares the
+# Windows tool's output for every sample with the Linux build's, byte for byte.
+windows:
+	@./scripts/windows-check
+
 bench: bootstrap
 	@cmake -S . -B build-bench -DQUILLON_BUILD_BENCH=ON -DCMAKE_BUILD_TYPE=Release -DQUILLON_BUILD_TESTS=ON >/dev/null
 	@cmake --build build-bench -j $(JOBS) --target benchmarks
@@ -38,7 +48,7 @@ format:
 	@clang-format -i $$(git ls-files '*.cpp' '*.h')
 
 clean:
-	@rm -rf build build-asan build-bench build-fuzz
+	@rm -rf build build-asan build-bench build-fuzz build-clang build-windows
 
 # Runs every fuzz target for FUZZ_SECONDS (default 60) and fails on any finding.
 fuzz:

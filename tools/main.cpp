@@ -16,7 +16,7 @@ using namespace quillon_cli;
 
 namespace {
 
-constexpr const char* kVersion = "0.1.0";
+constexpr const char* kVersion = QUILLON_VERSION;  // from the VERSION file, through CMake
 
 std::string usageText() {
     std::string text =

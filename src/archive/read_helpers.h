@@ -64,7 +64,7 @@ template <class T>
 bool readTracedObject(QuickArchive& archive, T& object) {
     ReadTrace* trace = archive.trace();
     if (!trace) return object.deserialize(archive);
-    trace->enter(typeid(object).name(), archive.readPos());
+    trace->enter(typeid(object), archive.readPos());
     const bool ok = object.deserialize(archive);
     trace->leave(ok, archive.readPos());
     return ok;
@@ -84,7 +84,7 @@ std::shared_ptr<Base> makeChild(QuickArchive& archive, int32_t id, uint64_t idOf
     std::shared_ptr<Base> child = factory(id);
     if (!child) {
         if (ReadTrace* trace = archive.trace()) {
-            trace->unknownTypeId(typeid(Base).name(), id, idOffset);
+            trace->unknownTypeId(typeid(Base), id, idOffset);
         }
     }
     return child;

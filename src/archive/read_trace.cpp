@@ -1,10 +1,8 @@
 #include "archive/read_trace.h"
 
-#include <cxxabi.h>
-
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
+
+#include "archive/class_names.h"
 
 namespace CorvaneCore {
 namespace {
@@ -17,19 +15,9 @@ std::string hexWord(uint32_t word) {
 
 }  // namespace
 
-std::string readableTypeName(const char* typeName) {
-    int status = 0;
-    std::unique_ptr<char, void (*)(void*)> demangled(
-        abi::__cxa_demangle(typeName, nullptr, nullptr, &status), std::free);
-    std::string name = status == 0 && demangled ? demangled.get() : typeName;
-    const std::string prefix = "CorvaneCore::";
-    if (name.compare(0, prefix.size(), prefix) == 0) name.erase(0, prefix.size());
-    return name;
-}
-
-void ReadTrace::enter(const char* typeName, uint64_t offset) {
+void ReadTrace::enter(const std::type_info& type, uint64_t offset) {
     Node node;
-    node.className = readableTypeName(typeName);
+    node.className = className(type);
     node.begin = offset;
     node.parent = open_.empty() ? -1 : open_.back();
     const int index = static_cast<int>(nodes_.size());
@@ -66,9 +54,9 @@ void ReadTrace::versionWord(uint32_t word, uint64_t offset) {
     lastWordOffset_.back() = offset;
 }
 
-void ReadTrace::unknownTypeId(const char* familyTypeName, int32_t id, uint64_t offset) {
+void ReadTrace::unknownTypeId(const std::type_info& family, int32_t id, uint64_t offset) {
     noteFailure("type id " + std::to_string(id) + " at byte " + std::to_string(offset) +
-                " has no class in the " + readableTypeName(familyTypeName) + " family");
+                " has no class in the " + className(family) + " family");
 }
 
 void ReadTrace::depthExceeded(uint64_t offset) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 namespace CorvaneCore {
@@ -22,11 +23,11 @@ public:
         std::vector<int> children;
     };
 
-    // `typeName` is a C++ type name as typeid gives it; it is shown demangled.
-    void enter(const char* typeName, uint64_t offset);
+    // Classes show under the names that class_names.h gives them.
+    void enter(const std::type_info& type, uint64_t offset);
     void leave(bool ok, uint64_t offset);
     void versionWord(uint32_t word, uint64_t offset);
-    void unknownTypeId(const char* familyTypeName, int32_t id, uint64_t offset);
+    void unknownTypeId(const std::type_info& family, int32_t id, uint64_t offset);
     void depthExceeded(uint64_t offset);
     // The record was read, but its XML would pass `limitBytes`.
     void documentTooLarge(size_t limitBytes);
@@ -45,7 +46,5 @@ private:
     std::vector<uint64_t> lastWordOffset_;
     std::string failure_;
 };
-
-std::string readableTypeName(const char* typeName);
 
 }  // namespace CorvaneCore

@@ -12,6 +12,7 @@
 #include "bridge/ruby_archive.h"
 #include "bridge/ruby_value.h"
 #include "convert/conversions.h"
+#include "platform/export.h"
 
 using CorvaneCore::QuickArchive;
 
@@ -104,7 +105,7 @@ VALUE rb_convert_light(VALUE, VALUE bytes, VALUE type) {
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) void Init_Quillonbin2xml() {
+extern "C" QUILLON_EXPORT void Init_Quillonbin2xml() {
     g_module = rb_define_module("Quillonbin2xml");
     rb_define_module_function(g_module, "old_deserialize", RUBY_METHOD_FUNC(rb_old_deserialize), 1);
     rb_define_module_function(g_module, "serialize_to_xml", RUBY_METHOD_FUNC(rb_serialize_to_xml),

@@ -179,18 +179,17 @@ TEST(ReadTrace, NamesTheInnermostRefusalOrTheUnknownTypeId) {
     Node root;
     EXPECT_FALSE(readTracedObject(a, root));
     EXPECT_EQ(trace.failureText(),
-              "(anonymous namespace)::Node refused the read at version word "
-              "0x70000 (byte 13)");
+              "unlisted class refused the read at version word 0x70000 (byte 13)");
     EXPECT_EQ(trace.treeText(),
-              "(anonymous namespace)::Node version 1 bytes 0..17 REFUSED\n"
-              "  (anonymous namespace)::Node version 7 bytes 13..17 REFUSED\n");
+              "unlisted class version 1 bytes 0..17 REFUSED\n"
+              "  unlisted class version 7 bytes 13..17 REFUSED\n");
 
     QuickArchive unknown = parentOf(42);
     ReadTrace idTrace;
     unknown.setTrace(&idTrace);
     EXPECT_FALSE(readTracedObject(unknown, root));
     EXPECT_EQ(idTrace.failureText(),
-              "type id 42 at byte 9 has no class in the (anonymous namespace)::Node family");
+              "type id 42 at byte 9 has no class in the unlisted class family");
 
     QuickArchive untraced;  // reading without a trace is unchanged
     ASSERT_TRUE(chain(4)->serialize(untraced));

@@ -89,7 +89,9 @@ inline void appendCameraV1(StreamBuilder& b, float focalLength, float focusDista
 }
 
 struct OptionsStream {
-    uint32_t major = 0x17;  // first, so that {major} describes a stream of that major
+    OptionsStream(uint32_t streamMajor = 0x17) : major(streamMajor) {}  // {major}: that major
+
+    uint32_t major;
     std::vector<int32_t> channels{1, 2};
     std::string firstPath = "p36";
     bool bgTexturePresent = false;

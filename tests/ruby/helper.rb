@@ -27,8 +27,10 @@ module QuillonTestHelper
 
   def model_holding(bytes) = FakeModel.new(GUID => { "serial_data" => bytes })
 
-  # The tool's standard output, standard error and exit code.
+  # The tool's standard output, standard error and exit code. Without a build that names the
+  # tool (`rake test` builds only the extension), the comparison with it is skipped.
   def run_cli(*args, stdin: "")
+    skip "no command-line tool at #{CLI}" unless ENV["QUILLON_CLI"] || File.executable?(CLI)
     out, err, status = Open3.capture3(CLI, *args, stdin_data: stdin)
     [out, err, status.exitstatus]
   end
