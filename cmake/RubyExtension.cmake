@@ -58,3 +58,10 @@ endif()
 if(EXPORT_LIST)
   set_target_properties(Quillonbin2xml PROPERTIES LINK_DEPENDS ${EXPORT_LIST})
 endif()
+
+# The gem's layout in the build tree as well, so that lib/quillonbin2xml.rb loads this build
+# with `ruby -Ibuild/lib -Ilib -rquillonbin2xml`.
+add_custom_command(TARGET Quillonbin2xml POST_BUILD
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${QUILLON_OUT}/lib/quillonbin2xml
+  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:Quillonbin2xml>
+          ${QUILLON_OUT}/lib/quillonbin2xml/$<TARGET_FILE_NAME:Quillonbin2xml>)
