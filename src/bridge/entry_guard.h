@@ -45,8 +45,9 @@ private:
 // The innermost entry call of the running fiber, or null outside every entry call.
 EntryCall* currentEntryCall();
 
-// Runs one Ruby-facing function. `body` is `VALUE()` or `VALUE(EntryCall&)`; a C++ exception
-// out of it gives nil.
+// Runs one Ruby-facing function: the outermost frame of every function Ruby calls, and never
+// inside another entry call's body, since what it resumes leaves by longjmp. `body` is
+// `VALUE()` or `VALUE(EntryCall&)`; a C++ exception out of it gives nil.
 template <class Body>
 VALUE rubyEntry(const Body& body) {
     VALUE result = Qnil;

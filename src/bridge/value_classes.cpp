@@ -693,8 +693,11 @@ void registerHostClasses(VALUE module) {
 
 }  // namespace
 
-// A call of its own: a missing class raises here and now, never in a later call.
+// Inside a Ruby-facing function the error belongs to that function's call; called on its own
+// (after load), it is a call of its own. Either way a missing class raises when the call ends,
+// never in a later one.
 void RegisterHostClasses(VALUE module) {
+    if (currentEntryCall()) return registerHostClasses(module);
     rubyEntry([&] {
         registerHostClasses(module);
         return Qnil;
