@@ -2,6 +2,7 @@
 
 #include "bridge/entry_guard.h"
 #include "bridge/host_ids.h"
+#include "bridge/upgrade_host.h"
 #include "bridge/value_classes.h"
 
 namespace {
@@ -59,8 +60,6 @@ bool isHost(VALUE value, HostClass which) { return isKindOf(value, hostClass(whi
 VALUE quillonModule() { return handles().quillon; }
 VALUE sketchupModule() { return handles().sketchup; }
 VALUE hostClass(HostClass which) { return handles().hostClasses[static_cast<int>(which)]; }
-
-void installRubyUpgradeHost();  // skp_material_editor_host.cpp
 
 namespace {
 

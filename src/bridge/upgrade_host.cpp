@@ -1,5 +1,7 @@
 // The upgrade pass's host in Ruby: each operation is a protected call or an evaluated text, as
 // the host's Ruby API and the plug-in's helpers offer them. Installed by RegisterHostClasses.
+#include "bridge/upgrade_host.h"
+
 #include <ruby.h>
 
 #include "bridge/host_classes.h"
