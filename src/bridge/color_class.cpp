@@ -67,11 +67,5 @@ VALUE colorToS(VALUE self) {
 }  // namespace
 
 void defineColor(VALUE under) {
-    const VALUE c = rb_define_class_under(under, "Color", rb_cObject);
-    valueClasses().color = c;
-    rb_define_alloc_func(c, allocColor);
-    rb_define_method(c, "initialize", RUBY_METHOD_FUNC(colorInitialize), -1);
-    rb_define_method(c, "set", RUBY_METHOD_FUNC(colorInitialize), -1);
-    rb_define_method(c, "to_s", RUBY_METHOD_FUNC(colorToS), 0);
-    rb_define_method(c, "to_str", RUBY_METHOD_FUNC(colorToS), 0);
+    valueClasses().color = defineRecordClass(under, "Color", allocColor, colorInitialize, colorToS);
 }

@@ -65,40 +65,37 @@ VALUE materialSetColor(VALUE self, VALUE v) {
         return true;
     });
 }
-VALUE materialTexture(VALUE self) {
-    return materialGetter(self, [](const BasicMaterialRecord& r) {
-        VALUE out = Qnil;
-        wideToRuby(r.texture, out);
-        return out;
-    });
-}
+
 // Text setters take a String only; anything else gives nil rather than a conversion error.
 bool textOf(VALUE value, std::u16string& out) {
     return RB_TYPE_P(value, T_STRING) && rubyToWide(value, out);
 }
 
-VALUE materialSetTexture(VALUE self, VALUE v) {
-    return materialSetter(self, [&](BasicMaterialRecord& r) {
-        std::u16string texture;
-        if (!textOf(v, texture)) return false;
-        r.texture = texture;
-        return true;
-    });
-}
-VALUE materialName(VALUE self) {
-    return materialGetter(self, [](const BasicMaterialRecord& r) {
+using TextField = std::u16string BasicMaterialRecord::*;
+
+VALUE materialText(VALUE self, TextField field) {
+    return materialGetter(self, [field](const BasicMaterialRecord& r) {
         VALUE out = Qnil;
-        wideToRuby(r.name, out);
+        wideToRuby(r.*field, out);
         return out;
     });
 }
-VALUE materialSetName(VALUE self, VALUE v) {
+VALUE materialSetText(VALUE self, VALUE v, TextField field) {
     return materialSetter(self, [&](BasicMaterialRecord& r) {
-        std::u16string name;
-        if (!textOf(v, name)) return false;
-        r.name = name;
+        std::u16string text;
+        if (!textOf(v, text)) return false;
+        r.*field = text;
         return true;
     });
+}
+
+VALUE materialTexture(VALUE self) { return materialText(self, &BasicMaterialRecord::texture); }
+VALUE materialSetTexture(VALUE self, VALUE v) {
+    return materialSetText(self, v, &BasicMaterialRecord::texture);
+}
+VALUE materialName(VALUE self) { return materialText(self, &BasicMaterialRecord::name); }
+VALUE materialSetName(VALUE self, VALUE v) {
+    return materialSetText(self, v, &BasicMaterialRecord::name);
 }
 VALUE materialAlpha(VALUE self) {
     return materialGetter(self, [](const BasicMaterialRecord& r) { return DBL2NUM(r.alpha); });

@@ -143,13 +143,9 @@ VALUE transformToA(VALUE self) {
 }  // namespace
 
 void defineTransform(VALUE under) {
-    const VALUE c = rb_define_class_under(under, "Transform", rb_cObject);
+    const VALUE c =
+        defineRecordClass(under, "Transform", allocTransform, transformInitialize, transformToS);
     valueClasses().transform = c;
-    rb_define_alloc_func(c, allocTransform);
-    rb_define_method(c, "initialize", RUBY_METHOD_FUNC(transformInitialize), -1);
-    rb_define_method(c, "set", RUBY_METHOD_FUNC(transformInitialize), -1);
-    rb_define_method(c, "to_s", RUBY_METHOD_FUNC(transformToS), 0);
-    rb_define_method(c, "to_str", RUBY_METHOD_FUNC(transformToS), 0);
     rb_define_method(c, "*", RUBY_METHOD_FUNC(transformTimes), 1);
     rb_define_method(c, "*=", RUBY_METHOD_FUNC(transformTimesAssign), 1);
     rb_define_method(c, "to_a", RUBY_METHOD_FUNC(transformToA), 0);

@@ -73,12 +73,7 @@ VALUE vectorToA(VALUE self) {
 }  // namespace
 
 void defineVector(VALUE under) {
-    const VALUE c = rb_define_class_under(under, "Vector", rb_cObject);
+    const VALUE c = defineRecordClass(under, "Vector", allocVector, vectorSet, vectorToS);
     valueClasses().vector = c;
-    rb_define_alloc_func(c, allocVector);
-    rb_define_method(c, "set", RUBY_METHOD_FUNC(vectorSet), -1);
-    rb_define_method(c, "initialize", RUBY_METHOD_FUNC(vectorSet), -1);
-    rb_define_method(c, "to_s", RUBY_METHOD_FUNC(vectorToS), 0);
-    rb_define_method(c, "to_str", RUBY_METHOD_FUNC(vectorToS), 0);
     rb_define_method(c, "to_a", RUBY_METHOD_FUNC(vectorToA), 0);
 }

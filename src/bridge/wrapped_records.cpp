@@ -56,6 +56,17 @@ ValueClasses& valueClasses() {
     return classes;
 }
 
+VALUE defineRecordClass(VALUE under, const char* name, VALUE (*alloc)(VALUE),
+                        VALUE (*set)(int, VALUE*, VALUE), VALUE (*toS)(VALUE)) {
+    const VALUE c = rb_define_class_under(under, name, rb_cObject);
+    rb_define_alloc_func(c, alloc);
+    rb_define_method(c, "initialize", RUBY_METHOD_FUNC(set), -1);
+    rb_define_method(c, "set", RUBY_METHOD_FUNC(set), -1);
+    rb_define_method(c, "to_s", RUBY_METHOD_FUNC(toS), 0);
+    rb_define_method(c, "to_str", RUBY_METHOD_FUNC(toS), 0);
+    return c;
+}
+
 VALUE allocVector(VALUE klass) { return allocRecord<Vector>(klass, &kVectorType); }
 VALUE allocColor(VALUE klass) { return allocRecord<Color>(klass, &kColorType); }
 VALUE allocTransform(VALUE klass) { return allocRecord<Transform>(klass, &kTransformType); }

@@ -21,6 +21,11 @@ struct ValueClasses {
 };
 ValueClasses& valueClasses();
 
+// Defines the class `name` under `under`: objects made by `alloc`, `set` as both initialize
+// and set (any number of arguments), `toS` as both to_s and to_str.
+VALUE defineRecordClass(VALUE under, const char* name, VALUE (*alloc)(VALUE),
+                        VALUE (*set)(int, VALUE*, VALUE), VALUE (*toS)(VALUE));
+
 VALUE allocVector(VALUE klass);
 VALUE allocColor(VALUE klass);
 VALUE allocTransform(VALUE klass);
