@@ -15,8 +15,7 @@ else()
                REQUIRED)
 endif()
 
-file(GLOB BRIDGE_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/bridge/*.cpp
-     ${CMAKE_SOURCE_DIR}/src/upgrade/*_host.cpp)
+file(GLOB BRIDGE_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/bridge/*.cpp)
 list(REMOVE_ITEM BRIDGE_SOURCES ${CMAKE_SOURCE_DIR}/src/bridge/module_entry.cpp)
 add_library(quillon_bridge STATIC ${BRIDGE_SOURCES})
 # SYSTEM: Ruby's headers are not warning-clean, and they must not fail our -Werror.

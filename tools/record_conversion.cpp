@@ -59,7 +59,7 @@ void convertScene(Conversion& c, const std::string& bytes) {
     const bool read = CorvaneCore::readSceneRecord(archive, &c.trace);
     c.measured = true;
     c.readEnd = archive.readPos();
-    for (const auto& entry : CorvaneCore::sceneMaterials()->materials) {
+    for (const auto& entry : CorvaneCore::sceneMaterials()->materials()) {
         if (entry.second) c.materials.push_back(materialLine(entry.second));
     }
     if (!read) return refuse(c, "the scene record was refused");

@@ -6,7 +6,7 @@
 #include <istream>
 #include <ostream>
 
-#include "xml/text.h"
+#include "util/utf8.h"
 
 namespace CorvaneCore {
 

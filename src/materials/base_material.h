@@ -6,13 +6,14 @@
 #include <vector>
 
 #include "archive/serializable.h"
+#include "xml/plugin_ref.h"
 
 namespace CorvaneCore {
 
 class BaseMaterial;
 using MaterialPtr = std::shared_ptr<BaseMaterial>;
 
-class BaseMaterial : public CorvaneSerializable, public CorvaneXMLSerializable {
+class BaseMaterial : public CorvaneSerializable, public PluginTarget {
 public:
     virtual int getType() = 0;
     virtual void setDefaults() = 0;
@@ -25,6 +26,11 @@ public:
     int writeXML(AssetXmlWriter&, std::u16string) override { return 0; }
     std::u16string pluginType() override { return std::u16string(); }
     std::u16string pluginKind() override { return u"material"; }
+    // A material is found under its name, not under its plugin type.
+    bool urlSegment(std::u16string& segment) override {
+        segment = name;
+        return true;
+    }
 
     // The materials that the tree walk of collectMaterials goes on with: `base_mtl` of a
     // wrapper, both children of a two-child wrapper, the target of a reference. Empty for the

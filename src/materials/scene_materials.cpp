@@ -54,21 +54,21 @@ std::shared_ptr<SceneMaterials> sceneMaterials() {
 
 bool SceneMaterials::addMaterial(const MaterialPtr& material) {
     if (!material || material->name.empty()) return false;
-    if (!materials.emplace(material->name, material).second) return false;
+    if (!materials_.emplace(material->name, material).second) return false;
     nameAdded(material->name);
     const std::u16string key = material->uuid.empty() ? newUuidText() : material->uuid;
-    ids[key] = material->name;
+    ids_[key] = material->name;
     return true;
 }
 
 void SceneMaterials::removeIdsNaming(const std::u16string& name) {
-    for (auto it = ids.begin(); it != ids.end();) {
-        it = equalsIgnoreCase(it->second, name) ? ids.erase(it) : std::next(it);
+    for (auto it = ids_.begin(); it != ids_.end();) {
+        it = equalsIgnoreCase(it->second, name) ? ids_.erase(it) : std::next(it);
     }
 }
 
 bool SceneMaterials::removeMaterial(const std::u16string& name) {
-    const bool found = materials.erase(name) > 0;
+    const bool found = materials_.erase(name) > 0;
     if (found) nameRemoved();
     removeIdsNaming(name);
     return found;
@@ -78,34 +78,34 @@ bool SceneMaterials::renameMaterial(const std::u16string& oldName, const Materia
     if (!material) return false;
     const std::u16string& newName = material->name;
     if (!equalsIgnoreCase(oldName, newName) && !isNameFree(newName)) return false;
-    auto entry = materials.find(oldName);
-    if (entry == materials.end()) return false;
-    materials.erase(entry);
-    materials[newName] = material;
+    auto entry = materials_.find(oldName);
+    if (entry == materials_.end()) return false;
+    materials_.erase(entry);
+    materials_[newName] = material;
     nameRemoved();
-    for (auto& id : ids) {
+    for (auto& id : ids_) {
         if (equalsIgnoreCase(id.second, oldName)) id.second = newName;
     }
     return true;
 }
 
 MaterialPtr SceneMaterials::findByName(const std::u16string& name) const {
-    auto it = materials.find(name);
-    return it == materials.end() ? nullptr : it->second;
+    auto it = materials_.find(name);
+    return it == materials_.end() ? nullptr : it->second;
 }
 
 MaterialPtr SceneMaterials::findByUuid(const std::u16string& uuid) const {
-    auto id = ids.find(uuid);
-    return id == ids.end() ? nullptr : findByName(id->second);
+    auto id = ids_.find(uuid);
+    return id == ids_.end() ? nullptr : findByName(id->second);
 }
 
 bool SceneMaterials::isNameFree(const std::u16string& name) const {
-    return materials.find(name) == materials.end();
+    return materials_.find(name) == materials_.end();
 }
 
 void SceneMaterials::names(std::vector<std::u16string>& list) const {
     list.clear();
-    for (const auto& entry : materials) list.push_back(entry.first);
+    for (const auto& entry : materials_) list.push_back(entry.first);
 }
 
 // Notes what one name in the set means for the memo's stem: the stem itself, or a counter.
@@ -119,12 +119,12 @@ void SceneMaterials::takeIntoMemo(const std::u16string& name) const {
 
 void SceneMaterials::nameAdded(const std::u16string& name) {
     if (!memo_.valid) return;
-    if (memo_.setSize + 1 != materials.size() || memo_.removals != removals_) {
+    if (memo_.setSize + 1 != materials_.size() || memo_.removals != removals_) {
         memo_.valid = false;
         return;
     }
     takeIntoMemo(name);
-    memo_.setSize = materials.size();
+    memo_.setSize = materials_.size();
 }
 
 // The candidates are the stem, then the stem with 1, 2, ... behind it. Every name that could
@@ -132,15 +132,15 @@ void SceneMaterials::nameAdded(const std::u16string& name) {
 // all taken candidates at once; the memo keeps them while names are only added.
 std::u16string SceneMaterials::uniqueName(const std::u16string& wish) const {
     const std::u16string stem = trailingDigitsRemoved(wish);
-    if (!memo_.valid || memo_.stem != stem || memo_.setSize != materials.size() ||
+    if (!memo_.valid || memo_.stem != stem || memo_.setSize != materials_.size() ||
         memo_.removals != removals_) {
         memo_ = NameMemo();
         memo_.stem = stem;
-        for (auto it = materials.lower_bound(stem);
-             it != materials.end() && startsWithIgnoreCase(it->first, stem); ++it) {
+        for (auto it = materials_.lower_bound(stem);
+             it != materials_.end() && startsWithIgnoreCase(it->first, stem); ++it) {
             takeIntoMemo(it->first);
         }
-        memo_.setSize = materials.size();
+        memo_.setSize = materials_.size();
         memo_.removals = removals_;
         memo_.valid = true;
     }
@@ -150,15 +150,15 @@ std::u16string SceneMaterials::uniqueName(const std::u16string& wish) const {
 
 bool SceneMaterials::serialize(QuickArchive& archive) {
     writeVersion(archive, kSceneMaterialsVersion);
-    archive.write(static_cast<uint32_t>(materials.size()));
-    for (const auto& entry : materials) {
+    archive.write(static_cast<uint32_t>(materials_.size()));
+    for (const auto& entry : materials_) {
         const MaterialPtr& material = entry.second;
         if (!material) return false;
         archive.write(static_cast<int32_t>(material->getType()));
         if (!material->serialize(archive)) return false;
     }
-    archive.write(static_cast<uint32_t>(ids.size()));
-    for (const auto& id : ids) {
+    archive.write(static_cast<uint32_t>(ids_.size()));
+    for (const auto& id : ids_) {
         archive.write(id.first);
         archive.write(id.second);
     }
@@ -179,9 +179,7 @@ bool SceneMaterials::readMaterialList(QuickArchive& archive, bool throughAdd) {
         if (throughAdd) {
             if (!addMaterial(material)) return false;
         } else {
-            const size_t before = materials.size();
-            materials[material->name] = material;
-            if (materials.size() != before) nameAdded(material->name);
+            putMaterial(material);
         }
     }
     return true;
@@ -193,21 +191,31 @@ bool SceneMaterials::readIdList(QuickArchive& archive) {
     for (uint32_t i = 0; i < count; ++i) {
         if (archive.remaining() == 0) {
             // Every entry left would read as two empty strings.
-            ids[std::u16string()] = std::u16string();
+            ids_[std::u16string()] = std::u16string();
             break;
         }
         std::u16string key, value;
         archive.read(key);
         archive.read(value);
-        ids[key] = value;
+        ids_[key] = value;
     }
     return true;
 }
 
-bool SceneMaterials::deserialize(QuickArchive& archive) {
-    materials.clear();
+void SceneMaterials::putMaterial(const MaterialPtr& material) {
+    const size_t before = materials_.size();
+    materials_[material->name] = material;
+    if (materials_.size() != before) nameAdded(material->name);
+}
+
+void SceneMaterials::clear() {
+    materials_.clear();
     nameRemoved();
-    ids.clear();
+    ids_.clear();
+}
+
+bool SceneMaterials::deserialize(QuickArchive& archive) {
+    clear();
     uint32_t major = 0;
     if (!readVersion(archive, major)) return false;
     switch (major) {
@@ -221,18 +229,18 @@ bool SceneMaterials::deserialize(QuickArchive& archive) {
 }
 
 void SceneMaterials::writeXML(AssetXmlWriter& writer) {
-    for (const auto& entry : materials) {
+    for (const auto& entry : materials_) {
         if (entry.second) entry.second->writeXML(writer, std::u16string());
     }
 }
 
 void SceneMaterials::dump(std::ostream& stream) const {
-    for (const auto& entry : materials) {
+    for (const auto& entry : materials_) {
         stream << wideToUtf8(entry.first) << " "
                << (entry.second ? wideToUtf8(entry.second->name) : std::string()) << "\n";
     }
     stream << "Beginning UUIDs\n";
-    for (const auto& id : ids)
+    for (const auto& id : ids_)
         stream << wideToUtf8(id.first) << " " << wideToUtf8(id.second) << "\n";
 }
 

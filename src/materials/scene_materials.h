@@ -42,9 +42,15 @@ public:
     std::u16string uniqueName(const std::u16string& wish) const;
     // Debug listing of both tables.
     void dump(std::ostream& stream) const;
+    // Enters a material under its name as it stands, empty or not, in place of any entry of
+    // that name; the uuid table is left alone. A version 2 set is read this way.
+    void putMaterial(const MaterialPtr& material);
+    // Empties both tables.
+    void clear();
 
-    MaterialMap materials;
-    IdMap ids;
+    // Changes go through the operations above, which keep uniqueName's memo in step.
+    const MaterialMap& materials() const { return materials_; }
+    const IdMap& ids() const { return ids_; }
 
 private:
     // uniqueName's findings for the last stem asked, kept up to date while names are only
@@ -56,7 +62,7 @@ private:
         bool stemTaken = false;
         std::set<uint64_t> takenCounters;
         uint64_t firstFree = 1;
-        size_t setSize = 0;     // a direct edit of `materials` shows as another size
+        size_t setSize = 0;     // of the set, when the memo was made
         uint64_t removals = 0;  // of the set, when the memo was made
     };
 
@@ -67,6 +73,8 @@ private:
     void nameRemoved() { ++removals_; }
     void takeIntoMemo(const std::u16string& name) const;
 
+    MaterialMap materials_;
+    IdMap ids_;
     mutable NameMemo memo_;
     uint64_t removals_ = 0;
 };

@@ -5,10 +5,11 @@
 #include <string>
 
 #include "archive/serializable.h"
+#include "xml/plugin_ref.h"
 
 namespace CorvaneCore {
 
-class BaseCamera : public CorvaneSerializable, public CorvaneXMLSerializable {
+class BaseCamera : public CorvaneSerializable, public PluginTarget {
 public:
     virtual int getType() = 0;
     virtual std::shared_ptr<BaseCamera> clone() = 0;

@@ -5,10 +5,11 @@
 #include <string>
 
 #include "archive/serializable.h"
+#include "xml/plugin_ref.h"
 
 namespace CorvaneCore {
 
-class BaseTexture : public CorvaneSerializable, public CorvaneXMLSerializable {
+class BaseTexture : public CorvaneSerializable, public PluginTarget {
 public:
     virtual void setDefaults() = 0;
     virtual int getType() = 0;
@@ -17,7 +18,7 @@ public:
     std::u16string pluginKind() override { return u"texture"; }
 };
 
-class BaseBitmap : public CorvaneSerializable, public CorvaneXMLSerializable {
+class BaseBitmap : public CorvaneSerializable, public PluginTarget {
 public:
     virtual void setDefaults() = 0;
     virtual int getType() = 0;

@@ -5,10 +5,11 @@
 #include <string>
 
 #include "archive/serializable.h"
+#include "xml/plugin_ref.h"
 
 namespace CorvaneCore {
 
-class BaseUVW : public CorvaneSerializable, public CorvaneXMLSerializable {
+class BaseUVW : public CorvaneSerializable, public PluginTarget {
 public:
     virtual void setDefaults() = 0;
     virtual int getType() = 0;

@@ -113,7 +113,7 @@ bool isWrapperWithBase(int type) {
 }
 
 std::u16string uuidOfName(const SceneMaterials& set, const std::u16string& name) {
-    for (const auto& entry : set.ids) {
+    for (const auto& entry : set.ids()) {
         if (equalsIgnoreCase(entry.second, name)) return entry.first;
     }
     return std::u16string();

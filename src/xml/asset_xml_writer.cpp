@@ -2,11 +2,6 @@
 
 #include <cstring>
 
-#include "lights/base_light.h"
-#include "materials/base_material.h"
-#include "options/base_camera.h"
-#include "textures/base_texture.h"
-#include "textures/base_uvw.h"
 #include "xml/number_format.h"
 #include "xml/text.h"
 
@@ -329,57 +324,14 @@ void AssetXmlWriter::writeComponentTransform(Text name, const ComponentValues& v
     blockClose();
 }
 
-// Appends the URL text of a plugin reference; false for an empty pointer.
-struct AssetXmlWriter::PluginUrl {
-    AssetXmlWriter& writer;
-    const XmlText& prefix;
-
-    bool operator()(const std::monostate&) const { throw kNoPluginFamily; }
-    bool operator()(const std::shared_ptr<BaseMaterial>& m) const {
-        if (!m) return false;
-        writer.putEscaped(prefix);
-        writer.putUrlSegment(m->name);  // a material's name is not escaped
-        return true;
-    }
-    bool operator()(const std::shared_ptr<BaseLight>& light) const {
-        if (!light) return false;
-        writer.putEscaped(prefix);
-        // A sun's caller passes the whole URL.
-        if (light->getType() != kSunLightType) writer.putUrlSegment(light->pluginType());
-        return true;
-    }
-    template <class Family>
-    bool operator()(const std::shared_ptr<Family>& child) const {
-        if (!child) return false;
-        writer.putEscaped(prefix);
-        writer.putUrlSegment(child->pluginType());
-        return true;
-    }
-};
-
-namespace {
-
-bool isPresent(const PluginRef& child) {
-    if (std::holds_alternative<std::monostate>(child)) throw kNoPluginFamily;
-    return std::visit(
-        [](const auto& p) -> bool {
-            if constexpr (std::is_same_v<std::decay_t<decltype(p)>, std::monostate>) {
-                return false;
-            } else {
-                return p != nullptr;
-            }
-        },
-        child);
-}
-
-}  // namespace
-
 void AssetXmlWriter::writePlugin(Text name, const PluginRef& child, Text urlPrefix, Text label) {
-    const bool present = isPresent(child);  // the dispatch comes before any text
+    if (!child.hasFamily()) throw kNoPluginFamily;  // before any text
     beginValueParameter(name, "plugin", label);
-    if (present) {
+    if (PluginTarget* target = child.target()) {
         inlineValueOpen();
-        std::visit(PluginUrl{*this, urlPrefix}, child);
+        putEscaped(urlPrefix);
+        std::u16string segment;
+        if (target->urlSegment(segment)) putUrlSegment(segment);
         put("</value>\n");
     }
     endParameter();

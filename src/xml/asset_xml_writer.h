@@ -12,24 +12,12 @@
 #include <memory>
 #include <string>
 #include <utility>
-#include <variant>
 
 #include "archive/limits.h"
 #include "archive/value_types.h"
+#include "xml/plugin_ref.h"
 
 namespace CorvaneCore {
-class BaseTexture;
-class BaseMaterial;
-class BaseUVW;
-class BaseCamera;
-class BaseBitmap;
-class BaseLight;
-
-// A plugin-valued parameter: a pointer into one of the six families, or nothing at all.
-using PluginRef =
-    std::variant<std::monostate, std::shared_ptr<BaseTexture>, std::shared_ptr<BaseMaterial>,
-                 std::shared_ptr<BaseUVW>, std::shared_ptr<BaseCamera>, std::shared_ptr<BaseBitmap>,
-                 std::shared_ptr<BaseLight>>;
 
 // Thrown by writePlugin for a reference that holds none of the six families.
 constexpr int kNoPluginFamily = 20;
@@ -175,7 +163,6 @@ private:
     // Appends with "&", "<" and ">" escaped as escapeXml does.
     void putEscaped(Text text);
     void putUrlSegment(const std::u16string& segment);
-    struct PluginUrl;
     void putFloat(float value);
     void putInt(int64_t value);
     void beginValueParameter(Text name, Text type, Text label, bool isUserData = false,

@@ -187,7 +187,7 @@ TEST_F(LinkedTest, ValidateNameTestsUseBeforeEmptiness) {
     sceneMaterials()->addMaterial(layered(u"Brick", u""));
     EXPECT_FALSE(validateName(u"BRICK", message));
     EXPECT_EQ(message, u"The name, \"BRICK\", is already in use");
-    sceneMaterials()->materials[u""] = layered(u"", u"");
+    sceneMaterials()->putMaterial(layered(u"", u""));
     EXPECT_FALSE(validateName(u"", message));
     EXPECT_EQ(message, u"The name, \"\", is already in use");
 }
@@ -199,5 +199,5 @@ TEST_F(LinkedTest, DefaultMaterialIsAClonedLayeredMaterialInTheSet) {
     ASSERT_TRUE(layeredMaterial);
     ASSERT_EQ(layeredMaterial->brdfs.size(), 1u);
     EXPECT_EQ(layeredMaterial->brdfs[0]->name, u"Diffuse");
-    EXPECT_EQ(sceneMaterials()->ids.size(), 1u);
+    EXPECT_EQ(sceneMaterials()->ids().size(), 1u);
 }

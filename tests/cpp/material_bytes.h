@@ -22,10 +22,7 @@ class MaterialSetTest : public ::testing::Test {
 protected:
     void SetUp() override { clear(); }
     void TearDown() override { clear(); }
-    static void clear() {
-        CorvaneCore::sceneMaterials()->materials.clear();
-        CorvaneCore::sceneMaterials()->ids.clear();
-    }
+    static void clear() { CorvaneCore::sceneMaterials()->clear(); }
 };
 
 // The base section of version 2: name and uuid.

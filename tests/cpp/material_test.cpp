@@ -32,7 +32,7 @@ RecordBuilder bare(uint32_t v) { return RecordBuilder().version(v).u32(0).i32(0)
 
 TEST_F(MaterialTest, EmptyNamesBecomeUniqueDefaultNamesWithoutEnteringTheSet) {
     EXPECT_EQ(readAs<MaterialLayeredBRDF>(bare(1).text("")).name, u"DefaultMaterial");
-    EXPECT_TRUE(sceneMaterials()->materials.empty());
+    EXPECT_TRUE(sceneMaterials()->materials().empty());
     auto taken = std::make_shared<MaterialLayeredBRDF>();
     taken->name = u"DefaultMaterial";
     ASSERT_TRUE(sceneMaterials()->addMaterial(taken));

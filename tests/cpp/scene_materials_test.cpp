@@ -68,7 +68,7 @@ TEST_F(SceneMaterialsTest, UniqueNameFollowsEachChangeOfTheSet) {
     made[2]->name = u"Slate";
     ASSERT_TRUE(set().renameMaterial(u"Tile2", made[2]));
     EXPECT_EQ(set().uniqueName(u"Tile"), u"Tile1");
-    set().materials.erase(u"Tile");  // a direct edit of the map
+    ASSERT_TRUE(set().removeMaterial(u"Tile"));
     EXPECT_EQ(set().uniqueName(u"Tile"), u"Tile");
 }
 
@@ -83,7 +83,7 @@ TEST_F(SceneMaterialsTest, ReadingManyDefaultNamesStaysLinear) {
     const auto start = std::chrono::steady_clock::now();
     ASSERT_TRUE(set().deserialize(archive));
     EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 20);
-    EXPECT_EQ(set().materials.size(), size_t(kCount));
+    EXPECT_EQ(set().materials().size(), size_t(kCount));
     EXPECT_EQ(set().uniqueName(u"DefaultMaterial"), u"DefaultMaterial");
     ASSERT_TRUE(set().addMaterial(std::make_shared<MaterialLayeredBRDF>()));
     EXPECT_EQ(set().uniqueName(u"DefaultMaterial"),
@@ -95,7 +95,7 @@ TEST_F(SceneMaterialsTest, UniqueNameOfDigitsAloneAndOfBlanks) {
     EXPECT_EQ(set().uniqueName(u"12"), u"");
     auto unnamed = std::make_shared<MaterialLayeredBRDF>();
     unnamed->name.clear();
-    set().materials[u""] = unnamed;
+    set().putMaterial(unnamed);
     EXPECT_EQ(set().uniqueName(u"12"), u"a1");
     // The search looks for the blank form and sanitises after, so the result can collide.
     EXPECT_EQ(set().uniqueName(u"My Material"), u"My_Material");
@@ -118,7 +118,7 @@ TEST_F(SceneMaterialsTest, AddFindRemoveRename) {
     // A material without a uuid gets one in the table, not on itself.
     auto stone = enter(u"Stone");
     std::u16string stoneUuid;
-    for (const auto& id : set().ids) {
+    for (const auto& id : set().ids()) {
         if (id.second == u"Stone") stoneUuid = id.first;
     }
     EXPECT_FALSE(stoneUuid.empty());
@@ -133,7 +133,7 @@ TEST_F(SceneMaterialsTest, AddFindRemoveRename) {
     set().names(names);
     EXPECT_EQ(names, (std::vector<std::u16string>{u"Brick", u"Granite"}));
     EXPECT_TRUE(set().removeMaterial(u"BRICK"));
-    EXPECT_EQ(set().ids.count(u"uuid-brick"), 0u);
+    EXPECT_EQ(set().ids().count(u"uuid-brick"), 0u);
     EXPECT_FALSE(set().removeMaterial(u"Brick"));
     std::ostringstream dump;
     set().dump(dump);
@@ -146,9 +146,9 @@ TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
     layeredMaterial(layeredMaterial(r.version(1).u32(2), "Brick", ""), "Stone", "uuid-stone");
     ASSERT_TRUE(readAll(set(), r));
     EXPECT_EQ(set().findByUuid(u"uuid-stone"), set().findByName(u"Stone"));
-    ASSERT_EQ(set().ids.size(), 2u);
+    ASSERT_EQ(set().ids().size(), 2u);
     std::u16string brickUuid;
-    for (const auto& id : set().ids) {
+    for (const auto& id : set().ids()) {
         if (id.second == u"Brick") brickUuid = id.first;
     }
     EXPECT_EQ(set().findByUuid(brickUuid), set().findByName(u"Brick"));
@@ -158,7 +158,7 @@ TEST_F(SceneMaterialsTest, Version1StreamEntersThroughAdd) {
     RecordBuilder duplicate;
     layeredMaterial(layeredMaterial(duplicate.version(1).u32(2), "Brick", ""), "BRICK", "");
     EXPECT_FALSE(deserializeFrom(set(), duplicate));
-    EXPECT_EQ(set().materials.size(), 1u);
+    EXPECT_EQ(set().materials().size(), 1u);
 }
 
 TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
@@ -168,28 +168,28 @@ TEST_F(SceneMaterialsTest, Version2StreamKeepsIdsAsStored) {
     ASSERT_TRUE(readAll(set(), r));
     EXPECT_EQ(set().findByUuid(u"uuid-brick"), set().findByName(u"Brick"));
     EXPECT_FALSE(set().findByUuid(u"uuid-gone"));
-    EXPECT_EQ(set().ids.at(u"uuid-gone"), u"Vanished");
+    EXPECT_EQ(set().ids().at(u"uuid-gone"), u"Vanished");
     QuickArchive out(1);
     ASSERT_TRUE(set().serialize(out));
     SceneMaterials reread;
     ASSERT_TRUE(reread.deserialize(out));
-    EXPECT_EQ(reread.ids, set().ids);
+    EXPECT_EQ(reread.ids(), set().ids());
     EXPECT_TRUE(reread.findByName(u"Brick")->isEqual(set().findByName(u"Brick")));
 }
 
 TEST_F(SceneMaterialsTest, RefusedStreamsAndBoundedCounts) {
     enter(u"Before");
     EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().u32(0x20001).u32(0)));
-    EXPECT_TRUE(set().materials.empty());
+    EXPECT_TRUE(set().materials().empty());
     EXPECT_FALSE(deserializeFrom(set(), RecordBuilder().version(2).u32(1).i32(15)));
     EXPECT_TRUE(deserializeFrom(
         set(), RecordBuilder().version(2).u32(0).u32(0xFFFFFFFFu).text("k").text("v")));
-    EXPECT_EQ(set().ids.at(u"k"), u"v");
-    EXPECT_LE(set().ids.size(), 2u);
+    EXPECT_EQ(set().ids().at(u"k"), u"v");
+    EXPECT_LE(set().ids().size(), 2u);
     RecordBuilder hugeMaterials;
     layeredMaterial(hugeMaterials.version(1).u32(0xFFFFFFFFu), "Brick", "");
     EXPECT_FALSE(deserializeFrom(set(), hugeMaterials));
-    EXPECT_EQ(set().materials.size(), 1u);
+    EXPECT_EQ(set().materials().size(), 1u);
 }
 
 // A stand-in for the two-child wrappers and references: it walks on into whatever it is given.

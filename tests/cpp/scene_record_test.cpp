@@ -102,7 +102,7 @@ protected:
 TEST_F(SceneRecordTest, EveryMajorReadsItsObjectsToTheEnd) {
     for (uint32_t major = 1; major <= 6; ++major) {
         SCOPED_TRACE(major);
-        sceneMaterials()->materials.clear();
+        sceneMaterials()->clear();
         SkpModule::instance().options.setDefaults();
         host.activeModelCalls = 0;
         bool consumedAll = false;
@@ -110,7 +110,7 @@ TEST_F(SceneRecordTest, EveryMajorReadsItsObjectsToTheEnd) {
         EXPECT_TRUE(consumedAll);
         EXPECT_EQ(SkpModule::instance().options.output.img_width, 13);
         if (major == 1) {
-            EXPECT_TRUE(sceneMaterials()->materials.empty());  // only the options
+            EXPECT_TRUE(sceneMaterials()->materials().empty());  // only the options
         } else {
             ASSERT_TRUE(sceneMaterials()->findByName(u"brick"));
             EXPECT_EQ(sceneMaterials()->findByUuid(u"uuid-brick"),

@@ -55,10 +55,7 @@ std::shared_ptr<FakeEntity> entityNamed(const std::u16string& stored) {
 
 class UpgradePassTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        sceneMaterials()->materials.clear();
-        sceneMaterials()->ids.clear();
-    }
+    void SetUp() override { sceneMaterials()->clear(); }
 
     void add(const MaterialPtr& m) { ASSERT_TRUE(sceneMaterials()->addMaterial(m)); }
 

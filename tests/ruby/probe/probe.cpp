@@ -4,11 +4,11 @@
 
 #include "archive/quick_archive.h"
 #include "bridge/entry_guard.h"
+#include "bridge/host_classes.h"
 #include "bridge/host_dictionary.h"
 #include "bridge/host_ids.h"
 #include "bridge/ruby_archive.h"
 #include "bridge/ruby_value.h"
-#include "bridge/value_classes.h"
 #include "upgrade/skp_material_editor.h"
 #include "xml/text.h"
 

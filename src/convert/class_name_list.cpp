@@ -1,8 +1,7 @@
-#include "archive/class_names.h"
-
 #include <typeindex>
 #include <unordered_map>
 
+#include "archive/class_names.h"
 #include "lights/base_light.h"
 #include "lights/ies_light.h"
 #include "lights/maya_direct_light.h"

@@ -1,12 +1,15 @@
 // The upgrade pass's host in Ruby: each operation is a protected call or an evaluated text, as
 // the host's Ruby API and the plug-in's helpers offer them. Installed by RegisterHostClasses.
+#include "bridge/upgrade_host.h"
+
 #include <ruby.h>
 
+#include "bridge/host_classes.h"
 #include "bridge/host_dictionary.h"
 #include "bridge/host_ids.h"
+#include "bridge/layered_material_bridge.h"
 #include "bridge/ruby_archive.h"
 #include "bridge/ruby_value.h"
-#include "bridge/value_classes.h"
 #include "upgrade/skp_material_editor.h"
 
 // The pass's keys of the plug-in's dictionary, as pinned Ruby strings.

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+#include "a/one.h"
+#include "c/three_more.h"
