@@ -297,54 +297,6 @@ TEST(BrdfLayers, IsEqualIgnoresNamesAndFlagsButNotFieldsOrChildren) {
     EXPECT_EQ(xmlOf(*blinn, L"/M"), xmlOf(*phong, L"/M"));
 }
 
-TEST(BrdfXml, DefaultMirrorWithoutTexturesWritesItsBlock) {
-    Mirror_BRDF mirror;
-    mirror.transparency_tex.reset();
-    const std::wstring expected =
-        L"  <Asset layout=\"\" renderer=\"ombra\" type=\"BRDF\" url=\"/M/BRDFReflection\" >\n"
-        L"    <plugin>\n"
-        L"      <ombraplugin name=\"BRDFReflection\" type=\"BRDF\">\n"
-        L"        <parameters>\n"
-        L"          <parameter type=\"color\" name=\"color\" handler=\"default\" listType=\"none\" "
-        L"label=\"color\">\n"
-        L"            <value>\n"
-        L"              <r>1</r>\n"
-        L"              <g>1</g>\n"
-        L"              <b>1</b>\n"
-        L"            </value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"color\" name=\"transparency\" handler=\"default\" "
-        L"listType=\"none\" label=\"transparency\">\n"
-        L"            <value>\n"
-        L"              <r>0</r>\n"
-        L"              <g>0</g>\n"
-        L"              <b>0</b>\n"
-        L"            </value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"float\" name=\"color_tex_mult\" handler=\"default\" "
-        L"listType=\"none\" label=\"color_tex_mult\">\n"
-        L"            <value>1</value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"float\" name=\"transparency_tex_mult\" handler=\"default\" "
-        L"listType=\"none\" label=\"transparency_tex_mult\">\n"
-        L"            <value>1</value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"float\" name=\"cutoff\" handler=\"default\" "
-        L"listType=\"none\" label=\"cutoff\">\n"
-        L"            <value>0.01</value>\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"plugin\" name=\"transparency_tex\" handler=\"default\" "
-        L"listType=\"none\" label=\"transparency_tex\">\n"
-        L"          </parameter>\n"
-        L"          <parameter type=\"plugin\" name=\"color_tex\" handler=\"default\" "
-        L"listType=\"none\" label=\"color_tex\">\n"
-        L"          </parameter>\n"
-        L"        </parameters>\n"
-        L"      </ombraplugin>\n"
-        L"    </plugin>\n"
-        L"  </Asset>\n";
-    EXPECT_EQ(xmlOf(mirror, L"/M"), expected);
-}
 TEST(BrdfXml, InvertedFilterIsClampedAtZeroOnly) {
     Phong_BRDF phong;
     phong.transparency_tex.reset();

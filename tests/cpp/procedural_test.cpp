@@ -75,23 +75,6 @@ TEST(FresnelTexture, ReadsBothVersions) {
     texture_test::expectRefusesWords<FresnelTexture>({0x30000, 0x20001});
 }
 
-// The colours leave inverted: 1 - 1 = 0 and 1 - 65/255 = 0.745098 in six digits.
-TEST(FresnelTexture, WritesDefaultsWithInvertedColours) {
-    Xml expected;
-    expected.assetOpen(L"/Glass/TexFresnel", L"texture", L"TexFresnel")
-        .scalars(L"color", L"white_color", {{L"r", L"0"}, {L"g", L"0"}, {L"b", L"0"}})
-        .scalars(L"color", L"black_color",
-                 {{L"r", L"0.745098"}, {L"g", L"0.745098"}, {L"b", L"0.745098"}})
-        .real(L"fresnel_ior", L"1.55");
-    expected.real(L"refract_ior", L"1.55").real(L"black_color_tex_mult", L"1");
-    expected.real(L"white_color_tex_mult", L"1").real(L"fresnel_ior_tex_mult", L"1");
-    expected.real(L"refract_ior_tex_mult", L"1").emptyPlugin(L"black_color_tex");
-    expected.emptyPlugin(L"white_color_tex").emptyPlugin(L"fresnel_ior_tex");
-    expected.emptyPlugin(L"refract_ior_tex").assetClose();
-    FresnelTexture fresnel;
-    EXPECT_EQ(assetsOf(fresnel, L"/Glass"), expected.document());
-}
-
 TEST(FresnelTexture, ClampsInvertedColoursAndPlacesChildrenUnderTheirPathWords) {
     FresnelTexture fresnel;
     fresnel.frontColor = Color(1.5f, 0.25f, std::nanf(""));

@@ -320,13 +320,8 @@ TEST_F(WrappersTest, AlphaContributionStoresTheMultiplierFirst) {
     EXPECT_EQ(ownOutline(alpha).parameters, words("alpha alpha_tex_mult base_mtl alpha_tex"));
 }
 
-TEST_F(WrappersTest, AngleBlendHasOneVersionAndDefaultAngles) {
+TEST_F(WrappersTest, AngleBlendHasOneVersion) {
     MaterialAngleBlend blend;
-    blend.name = L"Blend";
-    const std::wstring text = xmlOf(blend);
-    EXPECT_EQ(outline(text).parameters, words("mtl_one mtl_two start_angle stop_angle"));
-    EXPECT_NE(text.find(L"<value>75</value>"), std::wstring::npos);
-    EXPECT_NE(text.find(L"<value>150</value>"), std::wstring::npos);
     RecordBuilder v1;
     expectRoundTrip(blend,
                     layeredSlot(section(v1.version(1), "Blend").absent(), "Two").f32(10).f32(20));
