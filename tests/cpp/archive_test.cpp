@@ -200,3 +200,26 @@ TEST(QuickArchive, WholeArchiveStreamAndFileForms) {
     EXPECT_EQ(v, 7);
     EXPECT_FALSE(fromFile.loadFromFile(path + ".missing"));
 }
+
+// Equality of the stored value types needs every component: a change in any one of them,
+// the transform's offset and each matrix column included, makes two values differ.
+TEST(ValueTypes, EqualityNeedsEveryComponent) {
+    const float base[4] = {1, 2, 3, 4};
+    for (int i = 0; i < 4; ++i) {
+        float changed[4] = {1, 2, 3, 4};
+        changed[i] = 9;
+        const AColor a(base[0], base[1], base[2], base[3]);
+        const AColor b(changed[0], changed[1], changed[2], changed[3]);
+        EXPECT_TRUE(a != b && !(a == b)) << i;
+        if (i == 3) continue;
+        EXPECT_NE(Color(base[0], base[1], base[2]), Color(changed[0], changed[1], changed[2]));
+        EXPECT_NE(Vector(base[0], base[1], base[2]), Vector(changed[0], changed[1], changed[2]));
+    }
+    for (int part = 0; part < 4; ++part) {
+        Transform t;
+        if (part < 3) t.m.v[part] = Vector(5, 5, 5);
+        if (part == 3) t.offset = Vector(5, 5, 5);
+        EXPECT_TRUE(t != Transform() && !(t == Transform())) << part;
+    }
+    EXPECT_EQ(Transform(), Transform::identity());
+}
