@@ -31,6 +31,17 @@ Bytes colorChild(float r, float g, float b, float a) {
     return bytes;
 }
 
+// A copy of `texture`, which was read, then given a refused word: it must be a fresh texture
+// again, children and all, whatever the record had filled in.
+void expectRefusalResets(const std::shared_ptr<BaseTexture>& texture) {
+    auto used = texture->clone();
+    Bytes word;
+    EXPECT_FALSE(deserializeFrom(*used, word.u32(0x10001)));
+    auto fresh = createTexture(texture->getType());
+    EXPECT_TRUE(used->isEqual(fresh)) << "texture " << texture->getType();
+    EXPECT_EQ(assetsOf(*used, {}), assetsOf(*fresh, {})) << "texture " << texture->getType();
+}
+
 // Reads `record` into a new texture of `id`, which must consume all of it.
 template <class T>
 std::shared_ptr<T> readAll(int id, const Bytes& record) {
@@ -41,6 +52,7 @@ std::shared_ptr<T> readAll(int id, const Bytes& record) {
         return nullptr;
     }
     EXPECT_EQ(archive.readPos(), record.size()) << "texture " << id;
+    expectRefusalResets(texture);
     return std::dynamic_pointer_cast<T>(texture);
 }
 
