@@ -194,11 +194,15 @@ TEST(ReflectionBrdf, EveryVersionAndTheFresnelFieldsOfTheOldOnes) {
     EXPECT_FALSE(p5.transparency_tex);
     // Version 6 with an absent transparency slot has no fresnel texture.
     RecordBuilder v6;
-    v6.version(6).color(1, 1, 1).color(1, 1, 1).f32(1).f32(1).f32(0.01f).ints({8, 0, 5});
-    v6.floats({1, 1, 1, 0.3f}).absent().absent().absent().absent().f32(0).f32(0);
-    const auto p6 = readAs<Phong_BRDF>(v6.brdfSection("Plain"));
+    // Every field differs from its neighbours, so that the record written back shows any
+    // two reads or writes that changed places.
+    v6.version(6).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).floats({0.6f, 0.7f, 0.02f});
+    v6.ints({9, 1, 6}).floats({1.5f, 1.6f, 1.7f, 0.3f}).absent().absent().absent().absent();
+    auto p6 = readAs<Phong_BRDF>(v6.floats({0.25f, 30}).brdfSection("Plain"));
     EXPECT_FALSE(p6.transparency_tex);
-    EXPECT_FLOAT_EQ(p6.transparency_tex_mult, 0.3f);
+    EXPECT_EQ((F{p6.hilightGlossiness, p6.reflectionGlossiness, p6.transparency_tex_mult}),
+              (F{0.6f, 0.7f, 0.3f}));
+    expectWritesBack(p6, v6);
 }
 
 TEST(MirrorBrdf, EveryVersion) {

@@ -251,10 +251,12 @@ TEST_F(WrappersTest, DisplacedResetsBeforeReadingAndWritesOnlyItsBase) {
     EXPECT_EQ((F{displaced.displace_tex_mult, displaced.displace_shift}), (F{2, 0}));
     RecordBuilder v2;
     layeredSlot(section(v2.version(2), "Disp"), "Base");
-    bitmapSlot(v2, "C:/d.png").floats({2, 0.5f, 8}).ints({64, 0, 0, 0});
+    bitmapSlot(v2, "C:/d.png").floats({2, 0.5f, 8}).ints({64, 2, 3, 4});
     MaterialDisplaced d2;
     expectRoundTrip(d2, v2);
-    EXPECT_EQ(d2.displace_max_subdivs, 64);
+    EXPECT_EQ((std::vector<int32_t>{d2.displace_max_subdivs, d2.displace_continuity,
+                                    d2.displace_view_dependent, d2.displace_use_globals}),
+              (std::vector<int32_t>{64, 2, 3, 4}));
     EXPECT_EQ(ownOutline(d2, L"/Up").urls, words("/Up/Disp/Base/Layer /Up/Disp/Base"));
 }
 
