@@ -53,11 +53,42 @@ RecordBuilder glass(uint32_t v) {
     return r;
 }
 
+std::vector<uint8_t> bytesOf(Base_BRDF& layer) {
+    QuickArchive out(1);
+    if (!layer.serialize(out)) return {};
+    std::vector<uint8_t> bytes(static_cast<size_t>(out.writePos()));
+    out.setReadPos(0);
+    if (!bytes.empty()) out.readBytes(bytes.data(), bytes.size());
+    return bytes;
+}
+
+// The record with one byte changed at a time: whenever that changes a compared field (the
+// layer written with the original's name and flags differs), the layers compare unequal.
+template <class T>
+void expectEveryStoredChangeIsUnequal(T& layer, const RecordBuilder& record) {
+    const std::vector<uint8_t> original = bytesOf(layer);
+    auto mine = std::make_shared<T>(layer);
+    for (size_t i = 4; i < record.size(); ++i) {
+        RecordBuilder changed = record;
+        changed.data[i] ^= 0x01;
+        auto other = std::make_shared<T>();
+        QuickArchive archive = changed.archive();
+        if (!other->deserialize(archive) || archive.readPos() != changed.size()) continue;
+        other->name = layer.name;
+        other->layerFlagA = layer.layerFlagA;
+        other->layerFlagB = layer.layerFlagB;
+        other->layerFlagC = layer.layerFlagC;
+        if (bytesOf(*other) == original) continue;
+        EXPECT_FALSE(mine->isEqual(other)) << "byte " << i;
+    }
+}
+
 // Reads the whole record into a new layer, then checks that a refused word on a copy of it
 // resets the copy: whole for every class but glass, which resets only its name and flags.
 template <class T>
 T readAs(const RecordBuilder& record) {
-    const T layer = material_test::readAs<T>(record);
+    T layer = material_test::readAs<T>(record);
+    expectEveryStoredChangeIsUnequal(layer, record);
     auto used = std::make_shared<T>(layer);
     EXPECT_FALSE(deserializeFrom(*used, RecordBuilder().u32(0x10001)));
     T fresh;

@@ -42,6 +42,32 @@ void expectRefusalResets(const std::shared_ptr<BaseTexture>& texture) {
     EXPECT_EQ(assetsOf(*used, {}), assetsOf(*fresh, {})) << "texture " << texture->getType();
 }
 
+std::vector<uint8_t> bytesOf(BaseTexture& texture) {
+    QuickArchive out(1);
+    if (!texture.serialize(out)) return {};
+    std::vector<uint8_t> bytes(static_cast<size_t>(out.writePos()));
+    out.setReadPos(0);
+    if (!bytes.empty()) out.readBytes(bytes.data(), bytes.size());
+    return bytes;
+}
+
+// The record with one byte changed at a time: whenever that changes what the texture holds
+// (its written bytes differ), the texture must no longer compare equal to the original.
+void expectEveryStoredChangeIsUnequal(const std::shared_ptr<BaseTexture>& texture,
+                                      const Bytes& record) {
+    const std::vector<uint8_t> original = bytesOf(*texture);
+    if (original.empty()) return;  // a texture with empty mandatory children is not written
+    for (size_t i = 4; i < record.size(); ++i) {
+        Bytes changed = record;
+        changed.data[i] ^= 0x01;
+        auto other = createTexture(texture->getType());
+        auto archive = changed.archive();
+        if (!other->deserialize(archive) || archive.readPos() != changed.size()) continue;
+        if (bytesOf(*other) == original) continue;
+        EXPECT_FALSE(texture->isEqual(other)) << "texture " << texture->getType() << " byte " << i;
+    }
+}
+
 // Reads `record` into a new texture of `id`, which must consume all of it.
 template <class T>
 std::shared_ptr<T> readAll(int id, const Bytes& record) {
@@ -53,6 +79,7 @@ std::shared_ptr<T> readAll(int id, const Bytes& record) {
     }
     EXPECT_EQ(archive.readPos(), record.size()) << "texture " << id;
     expectRefusalResets(texture);
+    expectEveryStoredChangeIsUnequal(texture, record);
     return std::dynamic_pointer_cast<T>(texture);
 }
 
