@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "convert/conversions.h"
@@ -259,6 +260,34 @@ TEST(LightRecords, DomeLightWritesItsWordAndReadsNothing) {
 
 // The newest hand-made record read, written back byte for byte, read again and compared; a clone
 // compares equal until `mutate` changes it.
+template <class Light>
+std::vector<uint8_t> bytesOf(Light& light) {
+    QuickArchive out(1);
+    if (!light.serialize(out)) return {};
+    std::vector<uint8_t> bytes(static_cast<size_t>(out.writePos()));
+    out.setReadPos(0);
+    if (!bytes.empty()) out.readBytes(bytes.data(), bytes.size());
+    return bytes;
+}
+
+// The record with one byte changed at a time: whenever that changes a compared field (the
+// light is written differently), the two lights compare unequal.
+template <class Light>
+void expectEveryStoredChangeIsUnequal(const std::shared_ptr<Light>& light, const Bytes& record) {
+    const std::vector<uint8_t> original = bytesOf(*light);
+    for (size_t i = 4; i < record.size(); ++i) {
+        Bytes changed = record;
+        changed.data[i] ^= 0x01;
+        auto other = std::make_shared<Light>();
+        QuickArchive archive = changed.archive();
+        if (!other->deserialize(archive) || archive.readPos() != changed.size()) continue;
+        // The one field a comparison leaves out.
+        if constexpr (std::is_same_v<Light, MayaDirectLight>) other->transform = light->transform;
+        if (bytesOf(*other) == original) continue;
+        EXPECT_FALSE(light->isEqual(other)) << "byte " << i;
+    }
+}
+
 template <class Light, class Mutate>
 void roundTrip(const Bytes& newest, Mutate mutate) {
     auto light = std::make_shared<Light>(), back = std::make_shared<Light>();
@@ -271,6 +300,7 @@ void roundTrip(const Bytes& newest, Mutate mutate) {
     mutate(static_cast<Light&>(*copy));
     EXPECT_FALSE(copy->isEqual(light));
     EXPECT_FALSE(light->isEqual(std::make_shared<DomeLight>()));
+    expectEveryStoredChangeIsUnequal(light, newest);
 }
 
 TEST(LightRoundTrip, EveryClassWritesTheNewestLayout) {
