@@ -380,6 +380,46 @@ TEST(LightXml, MayaDirectLightLeavesOutItsTransform) {
     EXPECT_EQ(convert(mayaRecord(4), 0), closed(e));
 }
 
+// Fresh lights write the defaults of their field tables.
+TEST(LightXml, DefaultOmniAndSpotLights) {
+    const std::vector<const wchar_t*> identity = {L"1", L"0", L"0", L"0", L"1", L"0",
+                                                  L"0", L"0", L"1", L"0", L"0", L"0"};
+    Xml omni = lightAsset(L"LightOmni");
+    omni.color(L"color", L"1", L"1", L"1").color(L"shadowColor", L"0", L"0", L"0");
+    omni.real(L"cutoffThreshold", L"0.005").real(L"shadowBias", L"0").real(L"decay", L"0");
+    omni.real(L"intensity", L"30").real(L"shadowRadius", L"0");
+    omni.integer(L"causticSubdivs", L"0").integer(L"photonSubdivs", L"500");
+    omni.integer(L"causticSubdivs", L"1000").integer(L"shadowSubdivs", L"8");
+    omni.flag(L"enabled", L"1").flag(L"shadows", L"1").flag(L"affectDiffuse", L"1");
+    omni.flag(L"affectSpecular", L"1").transform(L"transform", identity);
+    std::wstring text;
+    AssetXmlWriter writer(text);
+    OmniLight omniLight;
+    EXPECT_EQ(xmlOf(omniLight, writer), closed(omni));
+
+    Xml spot = lightAsset(L"LightSpot");
+    spot.color(L"color", L"1", L"1", L"1").color(L"shadowColor", L"0", L"0", L"0");
+    spot.real(L"cutoffThreshold", L"0.005").real(L"barnDoorLeft", L"20");
+    spot.real(L"barnDoorRight", L"20").real(L"barnDoorTop", L"20").real(L"barnDoorBottom", L"20");
+    spot.real(L"shadowBias", L"0").real(L"decay", L"0").real(L"intensity", L"50");
+    spot.real(L"shadowRadius", L"0").real(L"coneAngle", L"1").real(L"penumbraAngle", L"0");
+    spot.integer(L"units", L"0").integer(L"photonSubdivs", L"500");
+    spot.integer(L"causticSubdivs", L"1000").integer(L"shadowSubdivs", L"8");
+    spot.flag(L"enabled", L"1").flag(L"barnDoor", L"0").flag(L"shadows", L"1");
+    spot.flag(L"affectDiffuse", L"1").flag(L"affectSpecular", L"1");
+    spot.transform(L"transform", identity);
+    const std::string legacy =
+        "          <parameter type=\"bool\" name=\"legacyMode\" handler=\"default\" "
+        "listType=\"none\" isUserData=\"1\" label=\"Legacy Mode\">\n";
+    std::wstring spotText;
+    AssetXmlWriter spotWriter(spotText);
+    SpotLight spotLight;
+    const std::string written = xmlOf(spotLight, spotWriter);
+    const std::string head = wideToUtf8(spot.out);
+    EXPECT_EQ(written.substr(0, head.size()), head);
+    EXPECT_NE(written.find(legacy, head.size()), std::string::npos);
+}
+
 TEST(LightXml, OmniLightWritesUnitsAsTheFirstCausticSubdivs) {
     Xml e = lightAsset(L"LightOmni");
     e.color(L"color", L"0.1", L"0.2", L"0.3").color(L"shadowColor", L"0.4", L"0.5", L"0.6");
