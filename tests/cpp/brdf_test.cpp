@@ -357,6 +357,11 @@ TEST(BrdfLayers, SerializeReadsBackAndClonesShareNoChild) {
             EXPECT_NE(copied[i]->get(), slots[i]->get()) << i;
             EXPECT_TRUE((*slots[i])->isEqual(*copied[i])) << i;
         }
+        // A reset drops the children and gives back a fresh layer.
+        layer->setDefaults();
+        auto fresh = createBRDF(id);
+        EXPECT_TRUE(layer->isEqual(fresh));
+        EXPECT_EQ(xmlOf(*layer), xmlOf(*fresh));
     }
 }
 

@@ -31,8 +31,8 @@ Bytes colorChild(float r, float g, float b, float a) {
     return bytes;
 }
 
-// A copy of `texture`, which was read, then given a refused word: it must be a fresh texture
-// again, children and all, whatever the record had filled in.
+// A copy of `texture`, which was read, then given a refused word or a reset: it must be a
+// fresh texture again, children and all, whatever the record had filled in.
 void expectRefusalResets(const std::shared_ptr<BaseTexture>& texture) {
     auto used = texture->clone();
     Bytes word;
@@ -40,6 +40,10 @@ void expectRefusalResets(const std::shared_ptr<BaseTexture>& texture) {
     auto fresh = createTexture(texture->getType());
     EXPECT_TRUE(used->isEqual(fresh)) << "texture " << texture->getType();
     EXPECT_EQ(assetsOf(*used, {}), assetsOf(*fresh, {})) << "texture " << texture->getType();
+    // A reset does the same.
+    auto reset = texture->clone();
+    reset->setDefaults();
+    EXPECT_TRUE(reset->isEqual(fresh)) << "texture " << texture->getType();
 }
 
 std::vector<uint8_t> bytesOf(BaseTexture& texture) {

@@ -379,3 +379,23 @@ TEST_F(WrappersTest, CloneDuplicatesChildrenUnderNewNamesAndCopyKeepsThem) {
     EXPECT_FALSE(copy->isEqual(blend));
     EXPECT_FALSE(copy->isEqual(std::make_shared<Material2Sided>()));
 }
+
+// Every wrapper with a base material: a clone or a copy holds its own duplicate of it.
+TEST_F(WrappersTest, ClonesAndCopiesOfEveryWrapperOwnTheirBaseMaterial) {
+    auto check = [](auto wrapper) {
+        SCOPED_TRACE(wrapper->getType());
+        wrapper->base_mtl = createMaterial(MaterialLayeredBRDF::kType);
+        for (const MaterialPtr& twin : {wrapper->clone(), wrapper->copy()}) {
+            auto& base = static_cast<decltype(*wrapper)&>(*twin).base_mtl;
+            ASSERT_TRUE(base);
+            EXPECT_NE(base, wrapper->base_mtl);
+            EXPECT_TRUE(base->isEqual(wrapper->base_mtl));
+        }
+    };
+    check(std::make_shared<MaterialBump>());
+    check(std::make_shared<MaterialOverrideEnvironment>());
+    check(std::make_shared<MaterialDisplaced>());
+    check(std::make_shared<MaterialObjectExclusion>());
+    check(std::make_shared<MaterialAlphaContribution>());
+    check(std::make_shared<MaterialToon>());
+}
