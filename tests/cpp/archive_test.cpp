@@ -66,10 +66,10 @@ TEST(QuickArchive, BlocksGrowOneAtATimeAreSharedByCopiesAndANewOneIsCleared) {
 TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
     QuickArchive empty;
     // Scalars keep their earlier bytes.
-    std::tuple<int32_t, float, double, bool> scalars(77, 2.5f, 3.5, true);
+    std::tuple<int32_t, float, double, bool, bool> scalars(77, 2.5f, 3.5, true, false);
     std::apply([&](auto&... v) { (empty.read(v), ...); }, scalars);
-    EXPECT_EQ(scalars, std::make_tuple(77, 2.5f, 3.5, true));
-    EXPECT_EQ(empty.readPos(), 4u + 4 + 8 + 1);
+    EXPECT_EQ(scalars, std::make_tuple(77, 2.5f, 3.5, true, false));
+    EXPECT_EQ(empty.readPos(), 4u + 4 + 8 + 1 + 1);
     // Compound values are built in cleared temporaries.
     std::tuple<Color, Vector, AColor, Matrix> compound(Color(5, 5, 5), Vector(5, 5, 5),
                                                        AColor(5, 5, 5, 5), Matrix());
