@@ -211,3 +211,14 @@ TEST(ReusedObjects, CurvesResetToTheirOneDefaultKey) {
     ASSERT_EQ(real.keyCount(), 1);
     EXPECT_EQ(real.getValue(1.0), 0.0f);
 }
+
+class FreshMaterials : public MaterialSetTest {};
+
+// Every fresh material, wrappers included, starts under the unique default name and no uuid.
+TEST_F(FreshMaterials, EveryClassStartsUnderTheDefaultName) {
+    for (int id = 0; id <= 14; ++id) {
+        auto material = createMaterial(id);
+        EXPECT_EQ(wideToUtf8(material->name), "DefaultMaterial") << id;
+        EXPECT_TRUE(material->uuid.empty()) << id;
+    }
+}
