@@ -4,7 +4,7 @@ JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 CMAKE_FLAGS ?=
 
-.PHONY: all bootstrap configure build demo test asan clang windows bench fuzz valgrind format clean
+.PHONY: all bootstrap configure build demo test asan clang windows bench fuzz valgrind format clean mutants
 
 all: build
 
@@ -48,7 +48,7 @@ format:
 	@clang-format -i $$(git ls-files '*.cpp' '*.h')
 
 clean:
-	@rm -rf build build-asan build-bench build-fuzz build-clang build-windows
+	@rm -rf build build-asan build-bench build-fuzz build-clang build-windows build-mutants
 
 # Runs every fuzz target for FUZZ_SECONDS (default 60) and fails on any finding.
 fuzz:
@@ -57,3 +57,10 @@ fuzz:
 # The Ruby tests under valgrind memcheck; fails only on errors that involve our code.
 valgrind:
 	@BUILD=build-valgrind ./scripts/valgrind-ruby
+
+# Plants N seeded faults in src/ one at a time (in a mirror under build-mutants/) and prints
+# which the tests kill; SEED defaults to a random one, printed. Not part of `make test`.
+N ?= 20
+SEED ?=
+mutants: bootstrap
+	@./scripts/mutants $(N) $(SEED)

@@ -66,10 +66,10 @@ TEST(QuickArchive, BlocksGrowOneAtATimeAreSharedByCopiesAndANewOneIsCleared) {
 TEST(QuickArchive, ReadsPastTheEndFollowTheFormat) {
     QuickArchive empty;
     // Scalars keep their earlier bytes.
-    std::tuple<int32_t, float, double, bool> scalars(77, 2.5f, 3.5, true);
+    std::tuple<int32_t, float, double, bool, bool> scalars(77, 2.5f, 3.5, true, false);
     std::apply([&](auto&... v) { (empty.read(v), ...); }, scalars);
-    EXPECT_EQ(scalars, std::make_tuple(77, 2.5f, 3.5, true));
-    EXPECT_EQ(empty.readPos(), 4u + 4 + 8 + 1);
+    EXPECT_EQ(scalars, std::make_tuple(77, 2.5f, 3.5, true, false));
+    EXPECT_EQ(empty.readPos(), 4u + 4 + 8 + 1 + 1);
     // Compound values are built in cleared temporaries.
     std::tuple<Color, Vector, AColor, Matrix> compound(Color(5, 5, 5), Vector(5, 5, 5),
                                                        AColor(5, 5, 5, 5), Matrix());
@@ -199,4 +199,27 @@ TEST(QuickArchive, WholeArchiveStreamAndFileForms) {
     fromFile.read(v);
     EXPECT_EQ(v, 7);
     EXPECT_FALSE(fromFile.loadFromFile(path + ".missing"));
+}
+
+// Equality of the stored value types needs every component: a change in any one of them,
+// the transform's offset and each matrix column included, makes two values differ.
+TEST(ValueTypes, EqualityNeedsEveryComponent) {
+    const float base[4] = {1, 2, 3, 4};
+    for (int i = 0; i < 4; ++i) {
+        float changed[4] = {1, 2, 3, 4};
+        changed[i] = 9;
+        const AColor a(base[0], base[1], base[2], base[3]);
+        const AColor b(changed[0], changed[1], changed[2], changed[3]);
+        EXPECT_TRUE(a != b && !(a == b)) << i;
+        if (i == 3) continue;
+        EXPECT_NE(Color(base[0], base[1], base[2]), Color(changed[0], changed[1], changed[2]));
+        EXPECT_NE(Vector(base[0], base[1], base[2]), Vector(changed[0], changed[1], changed[2]));
+    }
+    for (int part = 0; part < 4; ++part) {
+        Transform t;
+        if (part < 3) t.m.v[part] = Vector(5, 5, 5);
+        if (part == 3) t.offset = Vector(5, 5, 5);
+        EXPECT_TRUE(t != Transform() && !(t == Transform())) << part;
+    }
+    EXPECT_EQ(Transform(), Transform::identity());
 }

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "material_bytes.h"
@@ -15,7 +16,6 @@
 #include "xml/asset_xml_writer.h"
 
 using namespace CorvaneCore;
-using material_test::readAs;
 using material_test::xmlOf;
 
 namespace {
@@ -51,6 +51,52 @@ RecordBuilder glass(uint32_t v) {
     r.version(v).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f);
     r.floats({1.3f, 1.4f, 0.02f, 2.0f, 0.7f}).ints({3, 16, 1, 2});
     return r;
+}
+
+std::vector<uint8_t> bytesOf(Base_BRDF& layer) {
+    QuickArchive out(1);
+    if (!layer.serialize(out)) return {};
+    std::vector<uint8_t> bytes(static_cast<size_t>(out.writePos()));
+    out.setReadPos(0);
+    if (!bytes.empty()) out.readBytes(bytes.data(), bytes.size());
+    return bytes;
+}
+
+// The record with one byte changed at a time: whenever that changes a compared field (the
+// layer written with the original's name and flags differs), the layers compare unequal.
+template <class T>
+void expectEveryStoredChangeIsUnequal(T& layer, const RecordBuilder& record) {
+    const std::vector<uint8_t> original = bytesOf(layer);
+    auto mine = std::make_shared<T>(layer);
+    for (size_t i = 4; i < record.size(); ++i) {
+        RecordBuilder changed = record;
+        changed.data[i] ^= 0x01;
+        auto other = std::make_shared<T>();
+        QuickArchive archive = changed.archive();
+        if (!other->deserialize(archive) || archive.readPos() != changed.size()) continue;
+        other->name = layer.name;
+        other->layerFlagA = layer.layerFlagA;
+        other->layerFlagB = layer.layerFlagB;
+        other->layerFlagC = layer.layerFlagC;
+        if (bytesOf(*other) == original) continue;
+        EXPECT_FALSE(mine->isEqual(other)) << "byte " << i;
+    }
+}
+
+// Reads the whole record into a new layer, then checks that a refused word on a copy of it
+// resets the copy: whole for every class but glass, which resets only its name and flags.
+template <class T>
+T readAs(const RecordBuilder& record) {
+    T layer = material_test::readAs<T>(record);
+    expectEveryStoredChangeIsUnequal(layer, record);
+    auto used = std::make_shared<T>(layer);
+    EXPECT_FALSE(deserializeFrom(*used, RecordBuilder().u32(0x10001)));
+    T fresh;
+    EXPECT_EQ(used->name, fresh.name);
+    if (std::is_same_v<T, Glass_BRDF>) return layer;
+    EXPECT_TRUE(used->isEqual(std::make_shared<T>(fresh)));
+    EXPECT_EQ(xmlOf(*used), xmlOf(fresh));
+    return layer;
 }
 
 bool has(const std::u16string& text, const std::u16string& part) {
@@ -179,11 +225,15 @@ TEST(ReflectionBrdf, EveryVersionAndTheFresnelFieldsOfTheOldOnes) {
     EXPECT_FALSE(p5.transparency_tex);
     // Version 6 with an absent transparency slot has no fresnel texture.
     RecordBuilder v6;
-    v6.version(6).color(1, 1, 1).color(1, 1, 1).f32(1).f32(1).f32(0.01f).ints({8, 0, 5});
-    v6.floats({1, 1, 1, 0.3f}).absent().absent().absent().absent().f32(0).f32(0);
-    const auto p6 = readAs<Phong_BRDF>(v6.brdfSection("Plain"));
+    // Every field differs from its neighbours, so that the record written back shows any
+    // two reads or writes that changed places.
+    v6.version(6).color(0.1f, 0.2f, 0.3f).color(0.4f, 0.5f, 0.6f).floats({0.6f, 0.7f, 0.02f});
+    v6.ints({9, 1, 6}).floats({1.5f, 1.6f, 1.7f, 0.3f}).absent().absent().absent().absent();
+    auto p6 = readAs<Phong_BRDF>(v6.floats({0.25f, 30}).brdfSection("Plain"));
     EXPECT_FALSE(p6.transparency_tex);
-    EXPECT_FLOAT_EQ(p6.transparency_tex_mult, 0.3f);
+    EXPECT_EQ((F{p6.hilightGlossiness, p6.reflectionGlossiness, p6.transparency_tex_mult}),
+              (F{0.6f, 0.7f, 0.3f}));
+    expectWritesBack(p6, v6);
 }
 
 TEST(MirrorBrdf, EveryVersion) {
@@ -255,26 +305,63 @@ TEST(BrdfLayers, RefuseBadVersionWordsAndAnUnknownTextureId) {
     EXPECT_FALSE(deserializeFrom(Diffuse_BRDF(), r));
 }
 
+namespace {
+
+// Every texture slot of a layer, in the order of its field table.
+std::vector<TexturePtr*> slotsOf(Base_BRDF& layer) {
+    if (auto* g = dynamic_cast<Glass_BRDF*>(&layer)) {
+        return {&g->color_tex, &g->glossiness_tex, &g->ior_texture, &g->translucency_tex,
+                &g->transparency_tex};
+    }
+    if (auto* d = dynamic_cast<Diffuse_BRDF*>(&layer)) return {&d->color_tex, &d->transparency_tex};
+    if (auto* r = dynamic_cast<Blinn_BRDF*>(&layer)) {
+        return {&r->color_tex, &r->hilightGlossiness_tex, &r->reflectionGlossiness_tex,
+                &r->transparency_tex};
+    }
+    if (auto* p = dynamic_cast<Phong_BRDF*>(&layer)) {
+        return {&p->color_tex, &p->hilightGlossiness_tex, &p->reflectionGlossiness_tex,
+                &p->transparency_tex};
+    }
+    if (auto* m = dynamic_cast<Mirror_BRDF*>(&layer)) return {&m->transparency_tex, &m->color_tex};
+    auto& l = dynamic_cast<Light_BRDF&>(layer);
+    return {&l.color_tex, &l.transparency_tex};
+}
+
+}  // namespace
+
+// Every slot filled with a texture of its own: the written layer reads back equal, and its
+// clone holds an equal but separate copy of each child.
 TEST(BrdfLayers, SerializeReadsBackAndClonesShareNoChild) {
     for (int id : {1, 2, 4, 8, 16, 32}) {
+        SCOPED_TRACE(id);
         auto layer = createBRDF(id);
         layer->name = u"Layer";
         layer->layerFlagC = true;
-        auto* diffuse = dynamic_cast<Diffuse_BRDF*>(layer.get());
-        if (diffuse) diffuse->color_tex = makeBitmapTexture(u"wall.png");
+        const auto slots = slotsOf(*layer);
+        for (size_t i = 0; i < slots.size(); ++i) {
+            *slots[i] = std::make_shared<AColorTexture>(AColor(0.1f * i, 0, 0, 1));
+        }
         QuickArchive archive(1);
-        ASSERT_TRUE(layer->serialize(archive)) << id;
+        ASSERT_TRUE(layer->serialize(archive));
         auto back = createBRDF(id);
         ASSERT_TRUE(back->deserialize(archive)) << id;
         EXPECT_EQ(archive.readPos(), archive.writePos()) << id;
         EXPECT_EQ(back->name, u"Layer");
         EXPECT_TRUE(back->layerFlagC);
-        EXPECT_TRUE(layer->isEqual(back)) << id;
+        EXPECT_TRUE(layer->isEqual(back));
         auto copy = layer->clone();
-        EXPECT_TRUE(layer->isEqual(copy)) << id;
-        if (diffuse) {
-            EXPECT_NE(std::static_pointer_cast<Diffuse_BRDF>(copy)->color_tex, diffuse->color_tex);
+        EXPECT_TRUE(layer->isEqual(copy));
+        const auto copied = slotsOf(*copy);
+        for (size_t i = 0; i < slots.size(); ++i) {
+            ASSERT_TRUE(*copied[i]) << i;
+            EXPECT_NE(copied[i]->get(), slots[i]->get()) << i;
+            EXPECT_TRUE((*slots[i])->isEqual(*copied[i])) << i;
         }
+        // A reset drops the children and gives back a fresh layer.
+        layer->setDefaults();
+        auto fresh = createBRDF(id);
+        EXPECT_TRUE(layer->isEqual(fresh));
+        EXPECT_EQ(xmlOf(*layer), xmlOf(*fresh));
     }
 }
 
@@ -297,54 +384,6 @@ TEST(BrdfLayers, IsEqualIgnoresNamesAndFlagsButNotFieldsOrChildren) {
     EXPECT_EQ(xmlOf(*blinn, u"/M"), xmlOf(*phong, u"/M"));
 }
 
-TEST(BrdfXml, DefaultMirrorWithoutTexturesWritesItsBlock) {
-    Mirror_BRDF mirror;
-    mirror.transparency_tex.reset();
-    const std::u16string expected =
-        u"  <Asset layout=\"\" renderer=\"ombra\" type=\"BRDF\" url=\"/M/BRDFReflection\" >\n"
-        u"    <plugin>\n"
-        u"      <ombraplugin name=\"BRDFReflection\" type=\"BRDF\">\n"
-        u"        <parameters>\n"
-        u"          <parameter type=\"color\" name=\"color\" handler=\"default\" listType=\"none\" "
-        u"label=\"color\">\n"
-        u"            <value>\n"
-        u"              <r>1</r>\n"
-        u"              <g>1</g>\n"
-        u"              <b>1</b>\n"
-        u"            </value>\n"
-        u"          </parameter>\n"
-        u"          <parameter type=\"color\" name=\"transparency\" handler=\"default\" "
-        u"listType=\"none\" label=\"transparency\">\n"
-        u"            <value>\n"
-        u"              <r>0</r>\n"
-        u"              <g>0</g>\n"
-        u"              <b>0</b>\n"
-        u"            </value>\n"
-        u"          </parameter>\n"
-        u"          <parameter type=\"float\" name=\"color_tex_mult\" handler=\"default\" "
-        u"listType=\"none\" label=\"color_tex_mult\">\n"
-        u"            <value>1</value>\n"
-        u"          </parameter>\n"
-        u"          <parameter type=\"float\" name=\"transparency_tex_mult\" handler=\"default\" "
-        u"listType=\"none\" label=\"transparency_tex_mult\">\n"
-        u"            <value>1</value>\n"
-        u"          </parameter>\n"
-        u"          <parameter type=\"float\" name=\"cutoff\" handler=\"default\" "
-        u"listType=\"none\" label=\"cutoff\">\n"
-        u"            <value>0.01</value>\n"
-        u"          </parameter>\n"
-        u"          <parameter type=\"plugin\" name=\"transparency_tex\" handler=\"default\" "
-        u"listType=\"none\" label=\"transparency_tex\">\n"
-        u"          </parameter>\n"
-        u"          <parameter type=\"plugin\" name=\"color_tex\" handler=\"default\" "
-        u"listType=\"none\" label=\"color_tex\">\n"
-        u"          </parameter>\n"
-        u"        </parameters>\n"
-        u"      </ombraplugin>\n"
-        u"    </plugin>\n"
-        u"  </Asset>\n";
-    EXPECT_EQ(xmlOf(mirror, u"/M"), expected);
-}
 TEST(BrdfXml, InvertedFilterIsClampedAtZeroOnly) {
     Phong_BRDF phong;
     phong.transparency_tex.reset();

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "convert/conversions.h"
@@ -217,7 +218,7 @@ TEST(LightRecords, AFailingCurveFailsTheReadAndKeepsTheFieldsBefore) {
     EXPECT_EQ(light.invisible, true);
 }
 
-TEST(LightRecords, RefusedVersionWordsLeaveTheDefaults) {
+TEST(LightRecords, RefusedVersionWordsResetUsedLightsToTheDefaults) {
     const struct {
         int type;
         uint32_t newest;
@@ -228,6 +229,11 @@ TEST(LightRecords, RefusedVersionWordsLeaveTheDefaults) {
         for (uint32_t word : words) {
             std::shared_ptr<BaseLight> light = createLight(kind.type);
             ASSERT_TRUE(light);
+            // First a newest record of filler bytes, so that the refused read starts from a
+            // light whose fields are far from their defaults.
+            Bytes used;
+            used.version(kind.newest).data.resize(400, 0x41);
+            deserializeFrom(*light, used);
             Bytes b;
             b.u32(word).data.resize(400, 0x41);
             EXPECT_FALSE(deserializeFrom(*light, b)) << "type " << kind.type << " word " << word;
@@ -255,6 +261,34 @@ TEST(LightRecords, DomeLightWritesItsWordAndReadsNothing) {
 
 // The newest hand-made record read, written back byte for byte, read again and compared; a clone
 // compares equal until `mutate` changes it.
+template <class Light>
+std::vector<uint8_t> bytesOf(Light& light) {
+    QuickArchive out(1);
+    if (!light.serialize(out)) return {};
+    std::vector<uint8_t> bytes(static_cast<size_t>(out.writePos()));
+    out.setReadPos(0);
+    if (!bytes.empty()) out.readBytes(bytes.data(), bytes.size());
+    return bytes;
+}
+
+// The record with one byte changed at a time: whenever that changes a compared field (the
+// light is written differently), the two lights compare unequal.
+template <class Light>
+void expectEveryStoredChangeIsUnequal(const std::shared_ptr<Light>& light, const Bytes& record) {
+    const std::vector<uint8_t> original = bytesOf(*light);
+    for (size_t i = 4; i < record.size(); ++i) {
+        Bytes changed = record;
+        changed.data[i] ^= 0x01;
+        auto other = std::make_shared<Light>();
+        QuickArchive archive = changed.archive();
+        if (!other->deserialize(archive) || archive.readPos() != changed.size()) continue;
+        // The one field a comparison leaves out.
+        if constexpr (std::is_same_v<Light, MayaDirectLight>) other->transform = light->transform;
+        if (bytesOf(*other) == original) continue;
+        EXPECT_FALSE(light->isEqual(other)) << "byte " << i;
+    }
+}
+
 template <class Light, class Mutate>
 void roundTrip(const Bytes& newest, Mutate mutate) {
     auto light = std::make_shared<Light>(), back = std::make_shared<Light>();
@@ -267,6 +301,7 @@ void roundTrip(const Bytes& newest, Mutate mutate) {
     mutate(static_cast<Light&>(*copy));
     EXPECT_FALSE(copy->isEqual(light));
     EXPECT_FALSE(light->isEqual(std::make_shared<DomeLight>()));
+    expectEveryStoredChangeIsUnequal(light, newest);
 }
 
 TEST(LightRoundTrip, EveryClassWritesTheNewestLayout) {
@@ -344,6 +379,46 @@ TEST(LightXml, MayaDirectLightLeavesOutItsTransform) {
     e.integer(u"causticSubdivs", u"222").integer(u"photonSubdivs", u"111");
     e.integer(u"shadowSubdivs", u"33").flag(u"enabled", u"0").flag(u"shadows", u"0");
     EXPECT_EQ(convert(mayaRecord(4), 0), closed(e));
+}
+
+// Fresh lights write the defaults of their field tables.
+TEST(LightXml, DefaultOmniAndSpotLights) {
+    const std::vector<const char16_t*> identity = {u"1", u"0", u"0", u"0", u"1", u"0",
+                                                  u"0", u"0", u"1", u"0", u"0", u"0"};
+    Xml omni = lightAsset(u"LightOmni");
+    omni.color(u"color", u"1", u"1", u"1").color(u"shadowColor", u"0", u"0", u"0");
+    omni.real(u"cutoffThreshold", u"0.005").real(u"shadowBias", u"0").real(u"decay", u"0");
+    omni.real(u"intensity", u"30").real(u"shadowRadius", u"0");
+    omni.integer(u"causticSubdivs", u"0").integer(u"photonSubdivs", u"500");
+    omni.integer(u"causticSubdivs", u"1000").integer(u"shadowSubdivs", u"8");
+    omni.flag(u"enabled", u"1").flag(u"shadows", u"1").flag(u"affectDiffuse", u"1");
+    omni.flag(u"affectSpecular", u"1").transform(u"transform", identity);
+    std::string text;
+    AssetXmlWriter writer(text);
+    OmniLight omniLight;
+    EXPECT_EQ(xmlOf(omniLight, writer), closed(omni));
+
+    Xml spot = lightAsset(u"LightSpot");
+    spot.color(u"color", u"1", u"1", u"1").color(u"shadowColor", u"0", u"0", u"0");
+    spot.real(u"cutoffThreshold", u"0.005").real(u"barnDoorLeft", u"20");
+    spot.real(u"barnDoorRight", u"20").real(u"barnDoorTop", u"20").real(u"barnDoorBottom", u"20");
+    spot.real(u"shadowBias", u"0").real(u"decay", u"0").real(u"intensity", u"50");
+    spot.real(u"shadowRadius", u"0").real(u"coneAngle", u"1").real(u"penumbraAngle", u"0");
+    spot.integer(u"units", u"0").integer(u"photonSubdivs", u"500");
+    spot.integer(u"causticSubdivs", u"1000").integer(u"shadowSubdivs", u"8");
+    spot.flag(u"enabled", u"1").flag(u"barnDoor", u"0").flag(u"shadows", u"1");
+    spot.flag(u"affectDiffuse", u"1").flag(u"affectSpecular", u"1");
+    spot.transform(u"transform", identity);
+    const std::string legacy =
+        "          <parameter type=\"bool\" name=\"legacyMode\" handler=\"default\" "
+        "listType=\"none\" isUserData=\"1\" label=\"Legacy Mode\">\n";
+    std::string spotText;
+    AssetXmlWriter spotWriter(spotText);
+    SpotLight spotLight;
+    const std::string written = xmlOf(spotLight, spotWriter);
+    const std::string head = wideToUtf8(spot.out);
+    EXPECT_EQ(written.substr(0, head.size()), head);
+    EXPECT_NE(written.find(legacy, head.size()), std::string::npos);
 }
 
 TEST(LightXml, OmniLightWritesUnitsAsTheFirstCausticSubdivs) {

@@ -251,10 +251,12 @@ TEST_F(WrappersTest, DisplacedResetsBeforeReadingAndWritesOnlyItsBase) {
     EXPECT_EQ((F{displaced.displace_tex_mult, displaced.displace_shift}), (F{2, 0}));
     RecordBuilder v2;
     layeredSlot(section(v2.version(2), "Disp"), "Base");
-    bitmapSlot(v2, "C:/d.png").floats({2, 0.5f, 8}).ints({64, 0, 0, 0});
+    bitmapSlot(v2, "C:/d.png").floats({2, 0.5f, 8}).ints({64, 2, 3, 4});
     MaterialDisplaced d2;
     expectRoundTrip(d2, v2);
-    EXPECT_EQ(d2.displace_max_subdivs, 64);
+    EXPECT_EQ((std::vector<int32_t>{d2.displace_max_subdivs, d2.displace_continuity,
+                                    d2.displace_view_dependent, d2.displace_use_globals}),
+              (std::vector<int32_t>{64, 2, 3, 4}));
     EXPECT_EQ(ownOutline(d2, u"/Up").urls, words("/Up/Disp/Base/Layer /Up/Disp/Base"));
 }
 
@@ -320,13 +322,8 @@ TEST_F(WrappersTest, AlphaContributionStoresTheMultiplierFirst) {
     EXPECT_EQ(ownOutline(alpha).parameters, words("alpha alpha_tex_mult base_mtl alpha_tex"));
 }
 
-TEST_F(WrappersTest, AngleBlendHasOneVersionAndDefaultAngles) {
+TEST_F(WrappersTest, AngleBlendHasOneVersion) {
     MaterialAngleBlend blend;
-    blend.name = u"Blend";
-    const std::u16string text = xmlOf(blend);
-    EXPECT_EQ(outline(text).parameters, words("mtl_one mtl_two start_angle stop_angle"));
-    EXPECT_NE(text.find(u"<value>75</value>"), std::u16string::npos);
-    EXPECT_NE(text.find(u"<value>150</value>"), std::u16string::npos);
     RecordBuilder v1;
     expectRoundTrip(blend,
                     layeredSlot(section(v1.version(1), "Blend").absent(), "Two").f32(10).f32(20));
@@ -381,4 +378,24 @@ TEST_F(WrappersTest, CloneDuplicatesChildrenUnderNewNamesAndCopyKeepsThem) {
     copy->mtl_two.reset();
     EXPECT_FALSE(copy->isEqual(blend));
     EXPECT_FALSE(copy->isEqual(std::make_shared<Material2Sided>()));
+}
+
+// Every wrapper with a base material: a clone or a copy holds its own duplicate of it.
+TEST_F(WrappersTest, ClonesAndCopiesOfEveryWrapperOwnTheirBaseMaterial) {
+    auto check = [](auto wrapper) {
+        SCOPED_TRACE(wrapper->getType());
+        wrapper->base_mtl = createMaterial(MaterialLayeredBRDF::kType);
+        for (const MaterialPtr& twin : {wrapper->clone(), wrapper->copy()}) {
+            auto& base = static_cast<decltype(*wrapper)&>(*twin).base_mtl;
+            ASSERT_TRUE(base);
+            EXPECT_NE(base, wrapper->base_mtl);
+            EXPECT_TRUE(base->isEqual(wrapper->base_mtl));
+        }
+    };
+    check(std::make_shared<MaterialBump>());
+    check(std::make_shared<MaterialOverrideEnvironment>());
+    check(std::make_shared<MaterialDisplaced>());
+    check(std::make_shared<MaterialObjectExclusion>());
+    check(std::make_shared<MaterialAlphaContribution>());
+    check(std::make_shared<MaterialToon>());
 }

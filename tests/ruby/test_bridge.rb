@@ -24,13 +24,25 @@ class BridgeTest < Minitest::Test
   end
 
   def test_converters_check_the_kind_first
-    # An Integer is no Float, and nil leaves the value alone.
-    [[:to_float, 1, [false, -1.0]], [:to_float, 0.5, [true, 0.5]], [:to_long, 7, [true, 7]],
-     [:to_long, 7.0, [false, -1]], [:to_long, 2**40, [true, 2**40]],
-     [:to_bool, nil, [false, true]], [:to_bool, false, [true, false]]].each do |name, arg, result|
+    # An Integer is no Float; a refused value leaves the output at its start (-1).
+    [[:to_float, 1, [false, -1.0]], [:to_float, 0.5, [true, 0.5]], [:to_float, nil, [false, -1.0]],
+     [:to_float, "0.5", [false, -1.0]], [:to_long, 7, [true, 7]], [:to_long, 0, [true, 0]],
+     [:to_long, 7.0, [false, -1]], [:to_long, 2**40, [true, 2**40]], [:to_long, nil, [false, -1]],
+     [:to_long, "7", [false, -1]]].each do |name, arg, result|
       assert_equal result, QuillonProbe.public_send(name, arg), "#{name}(#{arg.inspect})"
     end
     assert_raises(RangeError) { QuillonProbe.to_long(2**100) }
+  end
+
+  def test_bool_converter_takes_only_true_and_false
+    # From either start: true and false are stored and accepted; anything else, nil too, is
+    # refused and leaves the start.
+    [[true, false, [true, true]], [true, true, [true, true]], [false, true, [true, false]],
+     [false, false, [true, false]], [nil, true, [false, true]], [nil, false, [false, false]],
+     [0, false, [false, false]], [1, false, [false, false]], ["true", true, [false, true]],
+     [:true, false, [false, false]]].each do |value, start, result|
+      assert_equal result, QuillonProbe.to_bool(value, start), "to_bool(#{value.inspect}) from #{start}"
+    end
   end
 
   def test_text_between_ruby_and_wide

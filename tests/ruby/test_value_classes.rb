@@ -107,6 +107,9 @@ class ValueClassesTest < Minitest::Test
 
   def test_material_setters
     m = Quillon::Material.new
+    # A fresh record: black, no texture or name, opaque, type 0, no alpha use.
+    assert_equal ["(0, 0, 0)", "", "", 1.0, 0, false],
+                 [m.color.to_s, m.texture, m.name, m.alpha, m.type, m.use_alpha]
     # A setter answers the material, or nil when the value is of the wrong kind.
     [[:type=, 2], [:alpha=, 0.5], [:color=, Quillon::Color.new(0.25, 0.5, 1)]].each do |setter, v|
       assert_same m, m.send(setter, v), setter

@@ -50,8 +50,11 @@ VALUE to_float(VALUE, VALUE v) {
 VALUE to_long(VALUE, VALUE v) {
     return converted<long>(v, toLong, -1, [](long l) { return LONG2NUM(l); });
 }
-VALUE to_bool(VALUE, VALUE v) {
-    return converted<bool>(v, toBool, true, [](bool b) { return b ? Qtrue : Qfalse; });
+// The output starts as `start` (true unless given), so that a store of either value shows.
+VALUE to_bool(int argc, VALUE* argv, VALUE) {
+    if (argc < 1 || argc > 2) rb_raise(rb_eArgError, "value and optional start needed");
+    const bool start = argc < 2 || RTEST(argv[1]);
+    return converted<bool>(argv[0], toBool, start, [](bool b) { return b ? Qtrue : Qfalse; });
 }
 
 VALUE protected_call(int argc, VALUE* argv, VALUE) {
@@ -167,7 +170,7 @@ extern "C" __attribute__((visibility("default"))) void Init_QuillonProbe() {
     rb_define_module_function(m, "holder_counts", RUBY_METHOD_FUNC(holder_counts), 1);
     rb_define_module_function(m, "to_float", RUBY_METHOD_FUNC(to_float), 1);
     rb_define_module_function(m, "to_long", RUBY_METHOD_FUNC(to_long), 1);
-    rb_define_module_function(m, "to_bool", RUBY_METHOD_FUNC(to_bool), 1);
+    rb_define_module_function(m, "to_bool", RUBY_METHOD_FUNC(to_bool), -1);
     rb_define_module_function(m, "protected_call", RUBY_METHOD_FUNC(protected_call), -1);
     rb_define_module_function(m, "ruby_to_wide", RUBY_METHOD_FUNC(ruby_to_wide), 1);
     rb_define_module_function(m, "color_to_ruby", RUBY_METHOD_FUNC(color_to_ruby), 3);
