@@ -293,8 +293,9 @@ TEST(MaterialToLayered, ABitmapTypeGetsABitmapEvenForAnEmptyFile) {
     }
 
     record.type = BasicMaterialRecord::kBitmapBlendedWithColor;
+    const LayeredPair blended = materialToLayered(record);  // owns what the pointers below see
     auto* blend = dynamic_cast<BlendTexture*>(
-        dynamic_cast<Diffuse_BRDF&>(*materialToLayered(record).front->brdfs[0]).color_tex.get());
+        dynamic_cast<Diffuse_BRDF&>(*blended.front->brdfs[0]).color_tex.get());
     ASSERT_TRUE(blend);
     EXPECT_TRUE(dynamic_cast<BitmapTexture*>(blend->color_a.get()));
     auto* color = dynamic_cast<AColorTexture*>(blend->color_b.get());
