@@ -9,6 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "archive/quick_archive.h"
+#include "archive/serializable.h"
+
 namespace quillon_bench {
 
 // The bytes of a bundled sample (a JSON array of integers).
@@ -29,6 +32,15 @@ inline std::string sampleBytes(const std::string& name) {
             inNumber = false;
         }
     }
+    return bytes;
+}
+
+// The stored record `object` writes of itself.
+inline std::string recordOf(CorvaneCore::CorvaneSerializable& object) {
+    CorvaneCore::QuickArchive archive;
+    object.serialize(archive);
+    std::string bytes(static_cast<size_t>(archive.writePos()), '\0');
+    archive.readBytes(&bytes[0], bytes.size());
     return bytes;
 }
 

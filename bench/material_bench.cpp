@@ -18,14 +18,6 @@ using namespace quillon_bench;
 
 namespace {
 
-std::string recordOf(CorvaneSerializable& object) {
-    QuickArchive archive;
-    object.serialize(archive);
-    std::string bytes(static_cast<size_t>(archive.writePos()), '\0');
-    archive.readBytes(&bytes[0], bytes.size());
-    return bytes;
-}
-
 std::shared_ptr<BaseTexture> noise() {
     auto texture = std::make_shared<NoiseTexture>();
     texture->uvwgen = createUVW(4);

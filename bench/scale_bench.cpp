@@ -6,22 +6,16 @@
 
 #include "archive/limits.h"
 #include "archive/quick_archive.h"
+#include "bench_util.h"
 #include "convert/conversions.h"
 #include "materials/brdf.h"
 #include "materials/material.h"
 #include "textures/texture.h"
 
 using namespace CorvaneCore;
+using quillon_bench::recordOf;
 
 namespace {
-
-std::string recordOf(CorvaneSerializable& object) {
-    QuickArchive archive;
-    object.serialize(archive);
-    std::string bytes(static_cast<size_t>(archive.writePos()), '\0');
-    archive.readBytes(&bytes[0], bytes.size());
-    return bytes;
-}
 
 // A layered material of `layers` diffuse layers, each with a bitmap texture or none.
 std::string layeredRecord(int layers, const std::u16string& name, bool textured) {
