@@ -42,14 +42,33 @@ private:
     int& depth_;
 };
 
-// Reads a version word and splits it; false when the minor half is not 0.
-inline bool readVersion(QuickArchive& archive, uint32_t& major) {
+// The two halves of a version word.
+struct VersionWord {
+    uint32_t major = 0;
+    uint32_t minor = 0;
+};
+
+// Reads a version word and reports it to the trace. Every class, record, curve and camera
+// reads its version word here, so an inspection names the version of everything it shows.
+inline VersionWord readVersionWord(QuickArchive& archive) {
     uint32_t word = 0;
     const uint64_t offset = archive.readPos();
     archive.read(word);
     if (ReadTrace* trace = archive.trace()) trace->versionWord(word, offset);
-    major = versionMajor(word);
-    return versionMinor(word) == 0;
+    return VersionWord{versionMajor(word), versionMinor(word)};
+}
+
+// Reads a version word and splits it; false when the minor half is not 0.
+inline bool readVersion(QuickArchive& archive, uint32_t& major) {
+    const VersionWord word = readVersionWord(archive);
+    major = word.major;
+    return word.minor == 0;
+}
+
+// Reads a version word; true when the minor half is 0 and the major lies in oldest .. newest.
+inline bool readVersionIn(QuickArchive& archive, uint32_t oldest, uint32_t newest,
+                          uint32_t& major) {
+    return readVersion(archive, major) && major >= oldest && major <= newest;
 }
 
 inline void writeVersion(QuickArchive& archive, uint32_t major) {

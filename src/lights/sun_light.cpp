@@ -43,8 +43,7 @@ bool SunLight::deserialize(QuickArchive& archive) {
         archive.read(plain);
         transform.setValue(plain, 0.0);
     }
-    FieldReader read{archive, major};
-    visitFields(read, *this);
+    readListedFields(archive, major, *this);
     if (major >= 4) return transform.deserialize(archive);
     return true;
 }
