@@ -2,11 +2,12 @@
 #pragma once
 
 #include "archive/value_types.h"
+#include "lights/emitter_fields.h"
 #include "lights/light_fields.h"
 
 namespace CorvaneCore {
 
-class OmniLight : public ListedLight<OmniLight> {
+class OmniLight : public ListedLight<OmniLight>, public PointEmitterFields {
 public:
     static constexpr int kType = 2;
     static constexpr uint32_t kNewestVersion = 4;
@@ -40,25 +41,6 @@ public:
         fn(4, l.affectDiffuse...);
         fn(4, l.affectSpecular...);
     }
-
-    Color color;
-    Color shadowColor;
-    float cutoffThreshold;
-    float shadowBias;
-    float decay;
-    float intensity;
-    float carriedScale;
-    int32_t units;
-    uint32_t photonSubdivs;
-    uint32_t causticSubdivs;
-    int32_t carriedMode;
-    bool enabled;
-    bool shadows;
-    uint32_t shadowSubdivs;
-    float shadowRadius;
-    Transform transform;
-    bool affectDiffuse;
-    bool affectSpecular;
 };
 
 }  // namespace CorvaneCore

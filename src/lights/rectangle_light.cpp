@@ -6,39 +6,23 @@
 namespace CorvaneCore {
 
 void RectangleLight::setDefaults() {
-    color = Color(1, 1, 1);
-    shadowColor = Color(0, 0, 0);
-    cutoffThreshold = 0.005f;
-    shadowBias = 0.0f;
-    intensity = 30.0f;
-    carriedScale = 1.0f;
-    units = 0;
+    resetEmitter(30.0f);
     subdivs = 8;
-    causticSubdivs = 1000;
-    photonSubdivs = 500;
-    carriedMode = 3;
     doubleSided = false;
     invisible = false;
     lightPortal = false;
     noDecay = false;
-    enabled = true;
     storeWithIrradianceMap = false;
     ignoreLightNormals = true;
-    shadows = true;
-    transform = Transform::identity();
     u_size = 1.0f;
     v_size = 1.0f;
-    affectDiffuse = true;
-    affectSpecular = true;
     affectReflections = true;
 }
 
 int RectangleLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name += u"/" + pluginType();
     beginLightXml(writer, name, *this);
-    writer.writeColor("color", color);
-    writer.writeColor("shadowColor", shadowColor);
-    writer.writeFloat("cutoffThreshold", cutoffThreshold);
+    writeEmitterHead(writer);
     writer.writeFloat("shadowBias", shadowBias);
     writer.writeFloat("intensity", intensity);
     writer.writeFloat("u_size", u_size);

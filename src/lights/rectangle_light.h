@@ -2,11 +2,12 @@
 #pragma once
 
 #include "archive/value_types.h"
+#include "lights/emitter_fields.h"
 #include "lights/light_fields.h"
 
 namespace CorvaneCore {
 
-class RectangleLight : public ListedLight<RectangleLight> {
+class RectangleLight : public ListedLight<RectangleLight>, public EmitterFields {
 public:
     static constexpr int kType = 3;
     static constexpr uint32_t kNewestVersion = 4;
@@ -48,30 +49,15 @@ public:
         fn(4, l.affectReflections...);
     }
 
-    Color color;
-    Color shadowColor;
-    float cutoffThreshold;
-    float shadowBias;
-    float intensity;
-    float carriedScale;
-    int32_t units;
     uint32_t subdivs;
-    uint32_t causticSubdivs;
-    uint32_t photonSubdivs;
-    int32_t carriedMode;
     bool doubleSided;
     bool invisible;
     bool lightPortal;
     bool noDecay;
-    bool enabled;
     bool storeWithIrradianceMap;
     bool ignoreLightNormals;
-    bool shadows;
-    Transform transform;
     float u_size;
     float v_size;
-    bool affectDiffuse;
-    bool affectSpecular;
     bool affectReflections;
 };
 

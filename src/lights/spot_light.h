@@ -2,11 +2,12 @@
 #pragma once
 
 #include "archive/value_types.h"
+#include "lights/emitter_fields.h"
 #include "lights/light_fields.h"
 
 namespace CorvaneCore {
 
-class SpotLight : public ListedLight<SpotLight> {
+class SpotLight : public ListedLight<SpotLight>, public PointEmitterFields {
 public:
     static constexpr int kType = 4;
     static constexpr uint32_t kNewestVersion = 4;
@@ -48,31 +49,13 @@ public:
         fn(4, l.affectSpecular...);
     }
 
-    Color color;
-    Color shadowColor;
-    float cutoffThreshold;
     float barnDoorLeft;
     float barnDoorRight;
     float barnDoorTop;
     float barnDoorBottom;
-    float shadowBias;
-    float decay;
-    float intensity;
-    float carriedScale;
-    int32_t units;
-    uint32_t photonSubdivs;
-    uint32_t causticSubdivs;
-    int32_t carriedMode;
-    bool enabled;
     bool barnDoor;
-    bool shadows;
-    uint32_t shadowSubdivs;
-    float shadowRadius;
-    Transform transform;
     float coneAngle;
     float penumbraAngle;
-    bool affectDiffuse;
-    bool affectSpecular;
 };
 
 }  // namespace CorvaneCore
