@@ -92,15 +92,12 @@ std::shared_ptr<BaseCamera> PhysicalCamera::clone() {
 }
 
 bool PhysicalCamera::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    return writeRows<CameraRows>(archive, *this);
+    return writeVersionedRows<CameraRows>(archive, kMajor, *this);
 }
 
 bool PhysicalCamera::deserialize(QuickArchive& archive) {
     setDefaults();
-    uint32_t major = 0;
-    if (!readVersionIn(archive, 1, kMajor, major)) return false;
-    return readRows<CameraRows>(archive, major, *this);
+    return readVersionedRows<CameraRows>(archive, 1, kMajor, *this);
 }
 
 // ---------------------------------------------------------------- RenderView

@@ -357,29 +357,25 @@ void CorvaneParams::setDefaults() {
 }
 
 bool CorvaneParams::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    return writeRows<ParamsRows>(archive, static_cast<OmbraParams&>(*this));
+    return writeVersionedRows<ParamsRows>(archive, kMajor, static_cast<OmbraParams&>(*this));
 }
 
 bool CorvaneParams::deserialize(QuickArchive& archive) {
     setDefaults();
-    uint32_t major = 0;
-    if (!readVersionIn(archive, kFirstParamsMajor, kMajor, major)) return false;
-    return readRows<ParamsRows>(archive, major, static_cast<OmbraParams&>(*this));
+    return readVersionedRows<ParamsRows>(archive, kFirstParamsMajor, kMajor,
+                                         static_cast<OmbraParams&>(*this));
 }
 
 // ---------------------------------------------------------------- CorvaneFrameData
 
 bool CorvaneFrameData::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    return writeRows<FrameDataRows>(archive, static_cast<OmbraFrameData&>(*this));
+    return writeVersionedRows<FrameDataRows>(archive, kMajor, static_cast<OmbraFrameData&>(*this));
 }
 
 bool CorvaneFrameData::deserialize(QuickArchive& archive) {
     setDefaults();
-    uint32_t major = 0;
-    if (!readVersion(archive, major) || major != kMajor) return false;
-    return readRows<FrameDataRows>(archive, major, static_cast<OmbraFrameData&>(*this));
+    return readVersionedRows<FrameDataRows>(archive, kMajor, kMajor,
+                                            static_cast<OmbraFrameData&>(*this));
 }
 
 int CorvaneFrameData::writeXML(AssetXmlWriter& w, std::u16string name) {

@@ -197,4 +197,17 @@ bool writeRows(QuickArchive& archive, Record& record) {
     return write.ok;
 }
 
+// A versioned block of rows: its version word, then the rows of that version.
+template <class Rows, class Record>
+bool readVersionedRows(QuickArchive& archive, uint32_t oldest, uint32_t newest, Record& record) {
+    uint32_t major = 0;
+    return readVersionIn(archive, oldest, newest, major) && readRows<Rows>(archive, major, record);
+}
+
+template <class Rows, class Record>
+bool writeVersionedRows(QuickArchive& archive, uint32_t major, Record& record) {
+    writeVersion(archive, major);
+    return writeRows<Rows>(archive, record);
+}
+
 }  // namespace CorvaneCore

@@ -1,6 +1,5 @@
 #include "params/animated.h"
 
-#include <cstdint>
 #include <utility>
 
 #include "archive/compare.h"
@@ -56,20 +55,12 @@ Transform AnimatedTransform::getValue(double time) const {
 }
 
 bool AnimatedTransform::serialize(QuickArchive& archive) {
-    keys_.writeHeader(archive);
-    keys_.writeKeys(archive);
+    keys_.write(archive, [] {});
     return true;
 }
 
 bool AnimatedTransform::deserialize(QuickArchive& archive) {
-    const bool known = readCurveVersion(archive);
-    reset();
-    if (!known) return false;
-    keys_.clear();
-    uint32_t count = 0;
-    if (!readCurveHeader(archive, count)) return false;
-    keys_.readKeys(archive, count);
-    return true;
+    return keys_.read(archive, Transform::identity(), true, [] {});
 }
 
 bool AnimatedTransform::sameKeys(const AnimatedTransform& other) const {
@@ -88,21 +79,12 @@ float AnimatedReal::getValue(double time) const {
 }
 
 bool AnimatedReal::serialize(QuickArchive& archive) {
-    keys_.writeHeader(archive);
-    archive.write(interpolate_);
-    keys_.writeKeys(archive);
+    keys_.write(archive, [&] { archive.write(interpolate_); });
     return true;
 }
 
 bool AnimatedReal::deserialize(QuickArchive& archive) {
-    const bool known = readCurveVersion(archive);
-    reset();
-    if (!known) return false;
-    uint32_t count = 0;
-    if (!readCurveHeader(archive, count)) return false;
-    archive.read(interpolate_);
-    keys_.readKeys(archive, count);
-    return true;
+    return keys_.read(archive, 0.0f, false, [&] { archive.read(interpolate_); });
 }
 
 bool AnimatedReal::sameKeys(const AnimatedReal& other) const {
@@ -114,19 +96,12 @@ bool AnimatedReal::sameKeys(const AnimatedReal& other) const {
 bool AnimatedFlag::getValue(double time) const { return keys_.valueAt(time, false, stepped<bool>); }
 
 bool AnimatedFlag::serialize(QuickArchive& archive) {
-    keys_.writeHeader(archive);
-    keys_.writeKeys(archive);
+    keys_.write(archive, [] {});
     return true;
 }
 
 bool AnimatedFlag::deserialize(QuickArchive& archive) {
-    const bool known = readCurveVersion(archive);
-    reset();
-    if (!known) return false;
-    uint32_t count = 0;
-    if (!readCurveHeader(archive, count)) return false;
-    keys_.readKeys(archive, count);
-    return true;
+    return keys_.read(archive, false, false, [] {});
 }
 
 }  // namespace CorvaneCore

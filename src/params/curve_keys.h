@@ -80,17 +80,34 @@ public:
         return between(*std::prev(after), *after, time);
     }
 
-    void writeHeader(QuickArchive& archive) const {
+    // The stored curve: version word, key count, key size, what `writeExtra` adds, the keys.
+    template <class WriteExtra>
+    void write(QuickArchive& archive, WriteExtra writeExtra) const {
         writeVersion(archive, kCurveMajor);
         archive.write(static_cast<uint32_t>(keys_.size()));
         archive.write(kCurveKeySize);
-    }
-
-    void writeKeys(QuickArchive& archive) const {
+        writeExtra();
         for (const auto& key : keys_) {
             archive.write(key.first);
             archive.write(key.second);
         }
+    }
+
+    // Reads what `write` wrote. The keys go back to the single `defaultKey` once the version
+    // word is read, and a version or key size this reader lacks refuses the read. The stored
+    // keys then join the default key, or replace it when `dropDefault` is set.
+    template <class ReadExtra>
+    bool read(QuickArchive& archive, const Value& defaultKey, bool dropDefault,
+              ReadExtra readExtra) {
+        const bool known = readCurveVersion(archive);
+        reset(defaultKey);
+        if (!known) return false;
+        if (dropDefault) clear();
+        uint32_t count = 0;
+        if (!readCurveHeader(archive, count)) return false;
+        readExtra();
+        readKeys(archive, count);
+        return true;
     }
 
     // Reads up to `count` keys through `set`, so a stored duplicate within the tolerance
