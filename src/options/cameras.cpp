@@ -50,6 +50,24 @@ struct CameraRows {
     }
 };
 
+// The newest view layout, which only appends the curves' own blocks to the plain rows.
+struct ViewRows {
+    template <class Fn>
+    static void visitFields(Fn& fn, RenderView& v) {
+        BlockRow fov{v.fov}, realB{v.realB}, realC{v.realC}, flagD{v.flagD};
+        BlockRow transform{v.transform};
+        fn(3, v.renderRegion);
+        fn(3, v.cropRegion);
+        fn(3, v.img_width);
+        fn(3, v.img_height);
+        fn(3, fov);
+        fn(3, realB);
+        fn(3, realC);
+        fn(3, flagD);
+        fn(3, transform);
+    }
+};
+
 }  // namespace
 
 // ---------------------------------------------------------------- PhysicalCamera
@@ -120,13 +138,7 @@ void RenderView::setDefaults() {
 }
 
 bool RenderView::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    archive.write(renderRegion);
-    archive.write(cropRegion);
-    archive.write(img_width);
-    archive.write(img_height);
-    return fov.serialize(archive) && realB.serialize(archive) && realC.serialize(archive) &&
-           flagD.serialize(archive) && transform.serialize(archive);
+    return writeVersionedRows<ViewRows>(archive, kMajor, *this);
 }
 
 bool RenderView::deserialize(QuickArchive& archive) {
@@ -176,12 +188,7 @@ bool RenderView::readVersion2(QuickArchive& archive) {
 }
 
 bool RenderView::readVersion3(QuickArchive& archive) {
-    archive.read(renderRegion);
-    archive.read(cropRegion);
-    archive.read(img_width);
-    archive.read(img_height);
-    return fov.deserialize(archive) && realB.deserialize(archive) && realC.deserialize(archive) &&
-           flagD.deserialize(archive) && transform.deserialize(archive);
+    return readRows<ViewRows>(archive, 3, *this);
 }
 
 int RenderView::writeXML(AssetXmlWriter& writer, std::u16string name) {
