@@ -75,8 +75,7 @@ struct ViewRows {
 void PhysicalCamera::setDefaults() {
     type = 0;
     film_width = 36.0f;
-    focal_length.reset();
-    focal_length.setValue(40.0f, kStartTime);
+    focal_length.resetTo(40.0f);
     zoom_factor = 1.0f;
     distortion = 0.0f;
     f_number = 8.0f;
@@ -87,8 +86,7 @@ void PhysicalCamera::setDefaults() {
     latency = 0.0f;
     ISO = 200.0f;
     specify_focus = 0;
-    focus_distance.reset();
-    focus_distance.setValue(200.0f, kStartTime);
+    focus_distance.resetTo(200.0f);
     targeted = 0;
     target_distance = 200.0f;
     dof_display_threshold = 0.0f;
@@ -127,12 +125,9 @@ void RenderView::setDefaults() {
     cropRegion = unset;
     img_width = 0;
     img_height = 0;
-    fov.reset();
-    fov.setValue(0.7853982f, kStartTime);
-    realB.reset();
-    realB.setValue(1.0f, kStartTime);
-    realC.reset();
-    realC.setValue(1.0f, kStartTime);
+    fov.resetTo(0.7853982f);
+    realB.resetTo(1.0f);
+    realC.resetTo(1.0f);
     flagD.reset();
     transform.reset();
 }

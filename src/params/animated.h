@@ -53,6 +53,8 @@ public:
     double keyTime(int index) const { return keys_.timeAt(index); }
     // One key: 0.0 at time 0.0.
     void reset();
+    // One key: `value` at time 0.0.
+    void resetTo(float value) { keys_.reset(value); }
 
     bool interpolate() const { return interpolate_; }
     void setInterpolate(bool on) { interpolate_ = on; }

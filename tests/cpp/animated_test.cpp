@@ -209,3 +209,13 @@ TEST(AnimatedFlag, ReadKeepsTheDefaultKeyAndRefusesOtherVersionsAndKeySizes) {
     EXPECT_FALSE(deserializeFrom(flag, wrongWord));
     EXPECT_EQ(flag.keyCount(), 1);  // back to the default before the word is judged
 }
+
+TEST(AnimatedReal, ResetToLeavesOneKeyAtZeroWithTheGivenValue) {
+    AnimatedReal curve(true);
+    curve.setValue(5.0f, 2.0);
+    curve.resetTo(40.0f);
+    ASSERT_EQ(curve.keyCount(), 1);
+    EXPECT_EQ(curve.keyTime(0), 0.0);
+    EXPECT_EQ(curve.getValue(3.0), 40.0f);
+    EXPECT_TRUE(curve.interpolate());
+}
