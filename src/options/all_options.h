@@ -19,7 +19,7 @@ class BaseTexture;
 
 struct EnvironmentSettings {
     Color bg_color;
-    Color gi_color;
+    Color gi_color{0.8f, 0.8980392f, 1.0f};
     Color reflect_color;
     Color refract_color;
     std::shared_ptr<BaseTexture> bg_tex;
@@ -132,8 +132,9 @@ public:
     CorvaneOFBStampInfo stampInfo;
     EnvironmentSettings environment;
     std::vector<int32_t> channels;
-    int32_t imageFilterType = 5;
-    float imageFilterSize = 1.5f;
+    // These own fields, like the groups, take their values from setDefaults alone.
+    int32_t imageFilterType;
+    float imageFilterSize;
     OutputSettings output;
     ViewSettings view;
     RenderChannelSettings renderChannels;
@@ -141,10 +142,10 @@ public:
     OwnOptionSettings options;
     DistributedSettings dr;
     // Stored for the renderer and carried through unchanged.
-    float carried17 = 0.0f;
-    float carried18 = 0.0f;
-    int32_t carried19 = 1;
-    int32_t carried20 = 0;
+    float carried17;
+    float carried18;
+    int32_t carried19;
+    int32_t carried20;
     PhysicalCamera camera;
     std::array<std::u16string, kOptionPathCount> paths;
 };

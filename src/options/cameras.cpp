@@ -1,10 +1,8 @@
 #include "options/cameras.h"
 
-#include <cmath>
-#include <iterator>
-
 #include "archive/quick_archive.h"
 #include "archive/read_helpers.h"
+#include "options/options_rows.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
@@ -12,15 +10,63 @@ namespace CorvaneCore {
 namespace {
 
 constexpr double kStartTime = 0.0;
+// From this version on an animated camera value is stored as its own curve.
+constexpr uint32_t kCurvesSince = 2;
 
-// Before version 2 an animated camera value was stored as its value at the start time.
-bool readAnimatedReal(QuickArchive& archive, AnimatedReal& real, bool asPlainFloat) {
-    if (!asPlainFloat) return real.deserialize(archive);
-    float value = 0.0f;
-    archive.read(value);
-    real.setValue(value, kStartTime);
-    return true;
-}
+// The physical camera's rows: every version holds all of them.
+struct CameraRows {
+    template <class Fn>
+    static void visitFields(Fn& fn, PhysicalCamera& c) {
+        StartValueCurveRow focalLength{c.focal_length, kCurvesSince};
+        StartValueCurveRow focusDistance{c.focus_distance, kCurvesSince};
+        fn(1, c.type);
+        fn(1, c.film_width);
+        fn(1, focalLength);
+        fn(1, c.zoom_factor);
+        fn(1, c.distortion);
+        fn(1, c.f_number);
+        fn(1, c.lens_shift);
+        fn(1, c.shutter_speed);
+        fn(1, c.shutter_angle);
+        fn(1, c.shutter_offset);
+        fn(1, c.latency);
+        fn(1, c.ISO);
+        fn(1, c.specify_focus);
+        fn(1, focusDistance);
+        fn(1, c.targeted);
+        fn(1, c.target_distance);
+        fn(1, c.dof_display_threshold);
+        fn(1, c.exposure);
+        fn(1, c.white_balance);
+        fn(1, c.vignetting);
+        fn(1, c.blades_enable);
+        fn(1, c.blades_num);
+        fn(1, c.blades_rotation);
+        fn(1, c.center_bias);
+        fn(1, c.anisotropy);
+        fn(1, c.use_dof);
+        fn(1, c.use_moblur);
+        fn(1, c.subdivs);
+    }
+};
+
+// The newest view layout, which only appends the curves' own blocks to the plain rows.
+struct ViewRows {
+    template <class Fn>
+    static void visitFields(Fn& fn, RenderView& v) {
+        BlockRow fov{v.fov}, realB{v.realB}, realC{v.realC}, flagD{v.flagD};
+        BlockRow transform{v.transform};
+        fn(3, v.renderRegion);
+        fn(3, v.cropRegion);
+        fn(3, v.img_width);
+        fn(3, v.img_height);
+        fn(3, fov);
+        fn(3, realB);
+        fn(3, realC);
+        fn(3, flagD);
+        fn(3, transform);
+    }
+};
 
 }  // namespace
 
@@ -29,8 +75,7 @@ bool readAnimatedReal(QuickArchive& archive, AnimatedReal& real, bool asPlainFlo
 void PhysicalCamera::setDefaults() {
     type = 0;
     film_width = 36.0f;
-    focal_length.reset();
-    focal_length.setValue(40.0f, kStartTime);
+    focal_length.resetTo(40.0f);
     zoom_factor = 1.0f;
     distortion = 0.0f;
     f_number = 8.0f;
@@ -41,8 +86,7 @@ void PhysicalCamera::setDefaults() {
     latency = 0.0f;
     ISO = 200.0f;
     specify_focus = 0;
-    focus_distance.reset();
-    focus_distance.setValue(200.0f, kStartTime);
+    focus_distance.resetTo(200.0f);
     targeted = 0;
     target_distance = 200.0f;
     dof_display_threshold = 0.0f;
@@ -64,133 +108,12 @@ std::shared_ptr<BaseCamera> PhysicalCamera::clone() {
 }
 
 bool PhysicalCamera::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    archive.write(type);
-    archive.write(film_width);
-    focal_length.serialize(archive);
-    archive.write(zoom_factor);
-    archive.write(distortion);
-    archive.write(f_number);
-    archive.write(lens_shift);
-    archive.write(shutter_speed);
-    archive.write(shutter_angle);
-    archive.write(shutter_offset);
-    archive.write(latency);
-    archive.write(ISO);
-    archive.write(specify_focus);
-    focus_distance.serialize(archive);
-    archive.write(targeted);
-    archive.write(target_distance);
-    archive.write(dof_display_threshold);
-    archive.write(exposure);
-    archive.write(white_balance);
-    archive.write(vignetting);
-    archive.write(blades_enable);
-    archive.write(blades_num);
-    archive.write(blades_rotation);
-    archive.write(center_bias);
-    archive.write(anisotropy);
-    archive.write(use_dof);
-    archive.write(use_moblur);
-    archive.write(subdivs);
-    return true;
+    return writeVersionedRows<CameraRows>(archive, kMajor, *this);
 }
 
 bool PhysicalCamera::deserialize(QuickArchive& archive) {
     setDefaults();
-    uint32_t major = 0;
-    if (!readVersion(archive, major) || major < 1 || major > kMajor) return false;
-    const bool plainFloats = major == 1;
-    archive.read(type);
-    archive.read(film_width);
-    if (!readAnimatedReal(archive, focal_length, plainFloats)) return false;
-    archive.read(zoom_factor);
-    archive.read(distortion);
-    archive.read(f_number);
-    archive.read(lens_shift);
-    archive.read(shutter_speed);
-    archive.read(shutter_angle);
-    archive.read(shutter_offset);
-    archive.read(latency);
-    archive.read(ISO);
-    archive.read(specify_focus);
-    if (!readAnimatedReal(archive, focus_distance, plainFloats)) return false;
-    archive.read(targeted);
-    archive.read(target_distance);
-    archive.read(dof_display_threshold);
-    archive.read(exposure);
-    archive.read(white_balance);
-    archive.read(vignetting);
-    archive.read(blades_enable);
-    archive.read(blades_num);
-    archive.read(blades_rotation);
-    archive.read(center_bias);
-    archive.read(anisotropy);
-    archive.read(use_dof);
-    archive.read(use_moblur);
-    archive.read(subdivs);
-    return true;
-}
-
-// ---------------------------------------------------------------- AnimatedFlag
-
-namespace {
-constexpr uint32_t kFlagCurveWord = 0x10000;
-constexpr uint32_t kFlagKeySize = 8;  // the width of the stored time
-constexpr double kFlagTimeTolerance = 1e-12;
-}  // namespace
-
-void AnimatedFlag::reset() {
-    keys_.clear();
-    keys_[kStartTime] = false;
-}
-
-void AnimatedFlag::setValue(bool value, double time) {
-    if (std::isnan(time)) return;
-    auto it = keys_.lower_bound(time - kFlagTimeTolerance);
-    if (it != keys_.end() && std::abs(it->first - time) < kFlagTimeTolerance) {
-        it->second = value;
-    } else {
-        keys_.emplace_hint(it, time, value);
-    }
-}
-
-bool AnimatedFlag::getValue(double time) const {
-    if (keys_.empty()) return false;
-    auto it = keys_.upper_bound(time + kFlagTimeTolerance);
-    if (it == keys_.begin()) return it->second;
-    return std::prev(it)->second;
-}
-
-bool AnimatedFlag::serialize(QuickArchive& archive) {
-    archive.write(kFlagCurveWord);
-    archive.write(static_cast<uint32_t>(keys_.size()));
-    archive.write(kFlagKeySize);
-    for (const auto& [time, value] : keys_) {
-        archive.write(time);
-        archive.write(value);
-    }
-    return true;
-}
-
-bool AnimatedFlag::deserialize(QuickArchive& archive) {
-    uint32_t word = 0;
-    archive.read(word);
-    reset();
-    if (word != kFlagCurveWord) return false;
-    uint32_t count = 0, keySize = 0;
-    archive.read(count);
-    archive.read(keySize);
-    if (keySize != kFlagKeySize) return false;
-    // A key cut by the end of the data still counts, its missing bytes reading as zero.
-    for (uint32_t i = 0; i < count && archive.remaining() > 0; ++i) {
-        double time = 0.0;
-        bool value = false;
-        archive.read(time);
-        archive.read(value);
-        setValue(value, time);
-    }
-    return true;
+    return readVersionedRows<CameraRows>(archive, 1, kMajor, *this);
 }
 
 // ---------------------------------------------------------------- RenderView
@@ -202,24 +125,15 @@ void RenderView::setDefaults() {
     cropRegion = unset;
     img_width = 0;
     img_height = 0;
-    fov.reset();
-    fov.setValue(0.7853982f, kStartTime);
-    realB.reset();
-    realB.setValue(1.0f, kStartTime);
-    realC.reset();
-    realC.setValue(1.0f, kStartTime);
+    fov.resetTo(0.7853982f);
+    realB.resetTo(1.0f);
+    realC.resetTo(1.0f);
     flagD.reset();
     transform.reset();
 }
 
 bool RenderView::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    archive.write(renderRegion);
-    archive.write(cropRegion);
-    archive.write(img_width);
-    archive.write(img_height);
-    return fov.serialize(archive) && realB.serialize(archive) && realC.serialize(archive) &&
-           flagD.serialize(archive) && transform.serialize(archive);
+    return writeVersionedRows<ViewRows>(archive, kMajor, *this);
 }
 
 bool RenderView::deserialize(QuickArchive& archive) {
@@ -245,7 +159,7 @@ void readFlatView(QuickArchive& archive, RenderView& view) {
     archive.read(view.renderRegion);
     archive.read(view.cropRegion);
     for (AnimatedReal* real : {&view.fov, &view.realB, &view.realC}) {
-        readAnimatedReal(archive, *real, true);
+        readStartValue(archive, *real);
     }
     archive.read(view.img_width);
     archive.read(view.img_height);
@@ -269,12 +183,7 @@ bool RenderView::readVersion2(QuickArchive& archive) {
 }
 
 bool RenderView::readVersion3(QuickArchive& archive) {
-    archive.read(renderRegion);
-    archive.read(cropRegion);
-    archive.read(img_width);
-    archive.read(img_height);
-    return fov.deserialize(archive) && realB.deserialize(archive) && realC.deserialize(archive) &&
-           flagD.deserialize(archive) && transform.deserialize(archive);
+    return readRows<ViewRows>(archive, 3, *this);
 }
 
 int RenderView::writeXML(AssetXmlWriter& writer, std::u16string name) {

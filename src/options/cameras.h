@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -60,22 +59,6 @@ public:
     int32_t subdivs;
 };
 
-// A flag keyed by time; the value of the last key at or before a time holds.
-class AnimatedFlag : public CorvaneSerializable {
-public:
-    AnimatedFlag() { reset(); }
-    bool serialize(QuickArchive& archive) override;
-    bool deserialize(QuickArchive& archive) override;
-    bool getValue(double time) const;
-    void setValue(bool value, double time);
-    int keyCount() const { return static_cast<int>(keys_.size()); }
-    // One key: false at time 0.0.
-    void reset();
-
-private:
-    std::map<double, bool> keys_;
-};
-
 class RenderView : public CorvaneSerializable, public CorvaneXMLSerializable {
 public:
     static constexpr uint32_t kMajor = 3;
@@ -91,8 +74,8 @@ public:
 
     IntRect renderRegion;
     IntRect cropRegion;
-    int32_t img_width = 0;
-    int32_t img_height = 0;
+    int32_t img_width;
+    int32_t img_height;
     AnimatedReal fov{true};
     AnimatedReal realB{true};
     AnimatedReal realC{true};

@@ -1,10 +1,8 @@
 // The stream form of AllOptions: one row list for reading every known version and for writing
 // the newest one.
-#include <algorithm>
-
 #include "archive/read_helpers.h"
 #include "options/all_options.h"
-#include "options/options_io.h"
+#include "options/options_rows.h"
 #include "textures/base_texture.h"
 
 namespace CorvaneCore {
@@ -17,120 +15,115 @@ bool isKnownMajor(uint32_t major) { return major <= 9 || (major >= 0x10 && major
 // From this major on the stored channel list replaces the default one instead of extending it.
 constexpr uint32_t kChannelsReplaceSince = 0x15;
 
-template <class Io, class Group>
-bool transferGroup(Io& io, Group& group) {
-    if constexpr (Io::kReading) {
-        return group.deserialize(io.archive());
-    } else {
-        return group.serialize(io.archive());
-    }
-}
-
-template <class Io>
-bool transferTexture(Io& io, std::shared_ptr<BaseTexture>& slot) {
-    if constexpr (Io::kReading) {
-        return readOptionalChild<BaseTexture>(io.archive(), slot, &createTexture);
-    } else {
-        return writeOptionalChild(io.archive(), slot);
-    }
-}
-
-void readChannels(RowReader& io, std::vector<int32_t>& channels) {
-    QuickArchive& archive = io.archive();
-    uint64_t count = 0;
-    archive.readSize(count);
-    if (io.major() >= kChannelsReplaceSince) channels.clear();
-    // Never trust the count beyond what the remaining bytes can hold.
-    const uint64_t fits = archive.remaining() / sizeof(int32_t);
-    channels.reserve(channels.size() + static_cast<size_t>(std::min(count, fits)));
-    for (uint64_t i = 0; i < count && archive.remaining() > 0; ++i) {
-        int32_t id = 0;
-        archive.read(id);
-        channels.push_back(id);
-    }
-}
-
-void writeChannels(RowWriter& io, const std::vector<int32_t>& channels) {
-    io.archive().writeSize(channels.size());
-    for (int32_t id : channels) io(id);
-}
-
-template <class Io>
-void transferPath(Io& io, std::u16string& path) {
-    io(path);
-    if constexpr (Io::kReading) {
-        if (path.size() > kMaxOptionPathLength) path.resize(kMaxOptionPathLength);
-    }
-}
-
-template <class Io>
-bool transferLeadingRows(Io& io, AllOptions& o) {
-    if (!transferGroup(io, o.params) || !transferGroup(io, o.frameData) ||
-        !transferGroup(io, o.stampInfo)) {
-        return false;
-    }
-    if (io.has(5) && !transferGroup(io, o.camera)) return false;
-    EnvironmentSettings& env = o.environment;
-    if (!transferTexture(io, env.bg_tex) || !transferTexture(io, env.gi_tex)) return false;
-    io(env.bg_color), io(env.gi_color), io(env.use_gi), io(env.use_bg);
-    OutputSettings& out = o.output;
-    io(o.imageFilterType), io(out.img_height), io(out.img_width), io(o.view.override_fov);
-    io(out.override_viewport), io(out.img_imageAspectLocked), io(out.img_pixelAspectLocked);
-    io(out.img_rawFile), io(out.save_render);
-    if (io.has(2)) io(o.view.override_focal_dist);
-    if (io.has(3)) io(o.options.show_progress_window);
-    if (io.has(5)) io(o.view.physical_on);
-    if (io.has(6)) io(o.view.override_focal_length);
-    io(o.view.fov), io(env.giColorMult), io(env.bgColorMult), io(env.giTexMult);
-    io(env.bgTexMult), io(o.imageFilterSize), io(out.img_pixelAspect), io(out.img_imageAspect);
-    if (io.has(4)) {
-        io(o.renderChannels.zdepth_black), io(o.renderChannels.zdepth_white);
-        io(o.renderChannels.zdepth_clamp);
-    }
-    return true;
-}
-
-template <class Io>
-bool transferTrailingRows(Io& io, AllOptions& o) {
-    if (io.has(1)) io(o.options.mtl_override_color), io(o.options.batch_render);
-    if (io.has(7)) {
-        io(o.colorMapping.gamma_correct_rgb), io(o.colorMapping.gamma_correct_ldr_textures);
-    }
-    if (io.has(8)) {
-        io(o.output.do_animation), io(o.output.frame_rate), io(o.output.frames_per_second);
-    }
-    if (io.has(9)) {
-        EnvironmentSettings& env = o.environment;
-        io(env.reflect_color), io(env.refract_color), io(env.reflectColorMult);
-        io(env.refractColorMult), io(env.reflectTexMult), io(env.refractTexMult);
-        io(env.use_reflect), io(env.use_refract);
-        if (!transferTexture(io, env.reflect_tex) || !transferTexture(io, env.refract_tex)) {
-            return false;
+// The rows of the record, in stream order, each with the major that added it.
+struct OptionRows {
+    template <class Fn>
+    static void visitFields(Fn& fn, AllOptions& o) {
+        visitLeadingRows(fn, o);
+        IdListRow channels{o.channels, kChannelsReplaceSince};
+        fn(0, channels);
+        for (std::u16string& path : o.paths) {
+            CutPathRow row{path, kMaxOptionPathLength};
+            fn(0, row);
         }
+        visitTrailingRows(fn, o);
     }
-    if (io.has(0x10)) io(o.dr.on);
-    if (io.has(0x11)) io(o.carried17), io(o.carried18);
-    if (io.has(0x12)) io(o.colorMapping.input_gamma);
-    if (io.has(0x13)) io(o.carried19);
-    if (io.has(0x14)) io(o.dr.asset_coll), io(o.dr.mode), io(o.dr.folder);
-    if (io.has(0x16)) io(o.carried20);
-    if (io.has(0x17)) io(o.view.specify_film_width);
-    return true;
-}
 
-template <class Io>
-bool transferOptions(Io& io, AllOptions& o) {
-    if (!transferLeadingRows(io, o)) return false;
-    if constexpr (Io::kReading) {
-        readChannels(io, o.channels);
-    } else {
-        writeChannels(io, o.channels);
+    template <class Fn>
+    static void visitLeadingRows(Fn& fn, AllOptions& o) {
+        BlockRow params{o.params}, frameData{o.frameData}, stampInfo{o.stampInfo};
+        BlockRow camera{o.camera};
+        fn(0, params);
+        fn(0, frameData);
+        fn(0, stampInfo);
+        fn(5, camera);
+        EnvironmentSettings& env = o.environment;
+        TextureRow bgTex{env.bg_tex}, giTex{env.gi_tex};
+        fn(0, bgTex);
+        fn(0, giTex);
+        fn(0, env.bg_color);
+        fn(0, env.gi_color);
+        fn(0, env.use_gi);
+        fn(0, env.use_bg);
+        visitOutputRows(fn, o);
+        fn(0, o.view.fov);
+        fn(0, env.giColorMult);
+        fn(0, env.bgColorMult);
+        fn(0, env.giTexMult);
+        fn(0, env.bgTexMult);
+        fn(0, o.imageFilterSize);
+        fn(0, o.output.img_pixelAspect);
+        fn(0, o.output.img_imageAspect);
+        fn(4, o.renderChannels.zdepth_black);
+        fn(4, o.renderChannels.zdepth_white);
+        fn(4, o.renderChannels.zdepth_clamp);
     }
-    for (std::u16string& path : o.paths) transferPath(io, path);
-    return transferTrailingRows(io, o);
-}
+
+    template <class Fn>
+    static void visitOutputRows(Fn& fn, AllOptions& o) {
+        OutputSettings& out = o.output;
+        fn(0, o.imageFilterType);
+        fn(0, out.img_height);
+        fn(0, out.img_width);
+        fn(0, o.view.override_fov);
+        fn(0, out.override_viewport);
+        fn(0, out.img_imageAspectLocked);
+        fn(0, out.img_pixelAspectLocked);
+        fn(0, out.img_rawFile);
+        fn(0, out.save_render);
+        fn(2, o.view.override_focal_dist);
+        fn(3, o.options.show_progress_window);
+        fn(5, o.view.physical_on);
+        fn(6, o.view.override_focal_length);
+    }
+
+    template <class Fn>
+    static void visitTrailingRows(Fn& fn, AllOptions& o) {
+        fn(1, o.options.mtl_override_color);
+        fn(1, o.options.batch_render);
+        fn(7, o.colorMapping.gamma_correct_rgb);
+        fn(7, o.colorMapping.gamma_correct_ldr_textures);
+        fn(8, o.output.do_animation);
+        fn(8, o.output.frame_rate);
+        fn(8, o.output.frames_per_second);
+        visitReflectionRows(fn, o.environment);
+        fn(0x10, o.dr.on);
+        fn(0x11, o.carried17);
+        fn(0x11, o.carried18);
+        fn(0x12, o.colorMapping.input_gamma);
+        fn(0x13, o.carried19);
+        fn(0x14, o.dr.asset_coll);
+        fn(0x14, o.dr.mode);
+        fn(0x14, o.dr.folder);
+        fn(0x16, o.carried20);
+        fn(0x17, o.view.specify_film_width);
+    }
+
+    template <class Fn>
+    static void visitReflectionRows(Fn& fn, EnvironmentSettings& env) {
+        fn(9, env.reflect_color);
+        fn(9, env.refract_color);
+        fn(9, env.reflectColorMult);
+        fn(9, env.refractColorMult);
+        fn(9, env.reflectTexMult);
+        fn(9, env.refractTexMult);
+        fn(9, env.use_reflect);
+        fn(9, env.use_refract);
+        TextureRow reflectTex{env.reflect_tex}, refractTex{env.refract_tex};
+        fn(9, reflectTex);
+        fn(9, refractTex);
+    }
+};
 
 }  // namespace
+
+bool readField(QuickArchive& archive, TextureRow& row) {
+    return readOptionalChild<BaseTexture>(archive, row.slot, &createTexture);
+}
+
+bool writeField(QuickArchive& archive, const TextureRow& row) {
+    return writeOptionalChild(archive, row.slot);
+}
 
 void AllOptions::setDefaults() {
     params.setDefaults();
@@ -148,15 +141,14 @@ void AllOptions::setDefaults() {
     stampInfo.setDefaults();
 
     environment = EnvironmentSettings();
-    environment.gi_color = Color(0.8f, 0.8980392f, 1.0f);
-    imageFilterType = 5;
-    imageFilterSize = 1.5f;
     output = OutputSettings();
     view = ViewSettings();
     renderChannels = RenderChannelSettings();
     colorMapping = ColorMappingSettings();
     options = OwnOptionSettings();
     dr = DistributedSettings();
+    imageFilterType = 5;
+    imageFilterSize = 1.5f;
     carried17 = 0.0f;
     carried18 = 0.0f;
     carried19 = 1;
@@ -170,18 +162,14 @@ void AllOptions::setDefaults() {
 
 bool AllOptions::serialize(QuickArchive& archive) {
     archive.write(static_cast<uint32_t>((kMajor << 16) | kMinor));
-    RowWriter writer(archive);
-    return transferOptions(writer, *this);
+    return writeRows<OptionRows>(archive, *this);
 }
 
 bool AllOptions::deserialize(QuickArchive& archive) {
     setDefaults();
-    uint32_t word = 0;
-    archive.read(word);
-    const uint32_t major = versionMajor(word);
-    if (versionMinor(word) != kMinor || !isKnownMajor(major)) return false;
-    RowReader reader(archive, major);
-    return transferOptions(reader, *this);
+    const VersionWord word = readVersionWord(archive);
+    if (word.minor != kMinor || !isKnownMajor(word.major)) return false;
+    return readRows<OptionRows>(archive, word.major, *this);
 }
 
 }  // namespace CorvaneCore

@@ -2,7 +2,7 @@
 
 #include "archive/quick_archive.h"
 #include "archive/read_helpers.h"
-#include "options/options_io.h"
+#include "options/options_rows.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -16,173 +16,328 @@ constexpr uint32_t kSamplerSlotSince = 2;
 // The renderer only ever runs the path sampler of this kind; stored values are overruled.
 constexpr int32_t kForcedPathSamplerType = 2;
 
-// A cache path is narrow in the record and wide in the stream. A null path writes as the empty
-// string; reading an empty string leaves the path as it was.
-template <class Io>
-void transferCachePath(Io& io, std::optional<std::string>& path) {
-    std::u16string wide;
-    if constexpr (Io::kReading) {
-        io(wide);
-        if (!wide.empty()) path = wideToUtf8(wide);
-    } else {
-        if (path) wide = utf8ToWide(*path);
-        io(wide);
-    }
-}
-
-// Read and thrown away, or written as given.
-template <class Io, class T>
-void transferIgnored(Io& io, T written) {
-    T value = written;
-    io(value);
-}
-
-template <class Io>
-void transferSamplingRows(Io& io, OmbraUtils::OmbraParams& p) {
+template <class Fn>
+void visitSamplingRows(Fn& fn, OmbraUtils::OmbraParams& p) {
     auto& is = p.imageSampler;
     auto& c = p.carried;
-    io(p.imageFilter.on);
-    io(is.type), io(is.fixed_subdivs), io(is.dmc_minSubdivs), io(is.dmc_maxSubdivs);
-    io(is.dmc_threshold), io(is.subdivision_minRate), io(is.subdivision_maxRate);
-    io(is.subdivision_threshold), io(is.subdivision_jitter), io(is.subdivision_edges);
-    io(c.carried01), io(is.subdivision_normals), io(is.subdivision_normals_threshold);
-    io(c.carried02), io(c.carried03);
-    io(p.camera.type);
+    fn(1, p.imageFilter.on);
+    fn(1, is.type);
+    fn(1, is.fixed_subdivs);
+    fn(1, is.dmc_minSubdivs);
+    fn(1, is.dmc_maxSubdivs);
+    fn(1, is.dmc_threshold);
+    fn(1, is.subdivision_minRate);
+    fn(1, is.subdivision_maxRate);
+    fn(1, is.subdivision_threshold);
+    fn(1, is.subdivision_jitter);
+    fn(1, is.subdivision_edges);
+    fn(1, c.carried01);
+    fn(1, is.subdivision_normals);
+    fn(1, is.subdivision_normals_threshold);
+    fn(1, c.carried02);
+    fn(1, c.carried03);
+    fn(1, p.camera.type);
     auto& dof = p.cameraDof;
-    io(dof.on), io(dof.subdivs), io(dof.center_bias), io(dof.sides_on), io(dof.sides_num);
-    io(dof.anisotropy);
+    fn(1, dof.on);
+    fn(1, dof.subdivs);
+    fn(1, dof.center_bias);
+    fn(1, dof.sides_on);
+    fn(1, dof.sides_num);
+    fn(1, dof.anisotropy);
     auto& mb = p.motionBlur;
-    io(mb.on), io(mb.geom_samples), io(c.carried04), io(c.carried05), io(mb.subdivs);
-    io(c.carried06), io(c.carried07), io(c.carried08), io(c.carried09), io(c.carried10);
-    io(mb.low_samples), io(mb.duration), io(mb.interval_center), io(c.carried11), io(mb.bias);
+    fn(1, mb.on);
+    fn(1, mb.geom_samples);
+    fn(1, c.carried04);
+    fn(1, c.carried05);
+    fn(1, mb.subdivs);
+    fn(1, c.carried06);
+    fn(1, c.carried07);
+    fn(1, c.carried08);
+    fn(1, c.carried09);
+    fn(1, c.carried10);
+    fn(1, mb.low_samples);
+    fn(1, mb.duration);
+    fn(1, mb.interval_center);
+    fn(1, c.carried11);
+    fn(1, mb.bias);
 }
 
-template <class Io>
-void transferGIRows(Io& io, OmbraUtils::OmbraParams& p) {
+template <class Fn>
+void visitGIRows(Fn& fn, OmbraUtils::OmbraParams& p) {
     auto& gi = p.gi;
-    io(gi.on), io(gi.refract_caustics), io(gi.reflect_caustics), io(gi.saturation);
-    io(gi.contrast), io(gi.contrast_base), io(gi.primary_engine), io(gi.primary_multiplier);
-    io(gi.secondary_engine), io(gi.secondary_multiplier);
-    io(p.dmcGI.subdivs), io(p.dmcGI.depth);
-    io(gi.save_maps_per_frame);
+    fn(1, gi.on);
+    fn(1, gi.refract_caustics);
+    fn(1, gi.reflect_caustics);
+    fn(1, gi.saturation);
+    fn(1, gi.contrast);
+    fn(1, gi.contrast_base);
+    fn(1, gi.primary_engine);
+    fn(1, gi.primary_multiplier);
+    fn(1, gi.secondary_engine);
+    fn(1, gi.secondary_multiplier);
+    fn(1, p.dmcGI.subdivs);
+    fn(1, p.dmcGI.depth);
+    fn(1, gi.save_maps_per_frame);
 }
 
-template <class Io>
-void transferIrradianceRows(Io& io, OmbraUtils::OmbraParams& p) {
+template <class Fn>
+void visitIrradianceRows(Fn& fn, OmbraUtils::OmbraParams& p) {
     auto& im = p.irradianceMap;
-    io(im.min_rate), io(im.max_rate), io(im.subdivs), io(im.interp_samples);
-    io(im.calc_interp_samples), io(im.color_threshold), io(im.normal_threshold);
-    io(im.distance_threshold), io(im.show_samples), io(im.interpolation_mode), io(im.mode);
-    io(im.dont_delete), io(im.randomize_samples), io(im.show_calc_phase);
-    io(im.show_direct_light), io(im.multipass), io(im.auto_save);
-    transferCachePath(io, p.files.irradianceFile);
-    io(im.lookup_mode), io(im.check_sample_visibility), io(p.carried.carried12);
-    transferCachePath(io, p.files.irradianceAutoSaveFile);
-    if (io.has(kDetailRowsSince)) {
-        io(im.detail_enhancement), io(im.detail_radius), io(im.detail_subdivs_mult);
-        io(im.detail_scale);
-    } else {
-        // Older renderers kept a single detail value here that no longer maps to anything.
-        transferIgnored(io, 0.0f);
+    fn(1, im.min_rate);
+    fn(1, im.max_rate);
+    fn(1, im.subdivs);
+    fn(1, im.interp_samples);
+    fn(1, im.calc_interp_samples);
+    fn(1, im.color_threshold);
+    fn(1, im.normal_threshold);
+    fn(1, im.distance_threshold);
+    fn(1, im.show_samples);
+    fn(1, im.interpolation_mode);
+    fn(1, im.mode);
+    fn(1, im.dont_delete);
+    fn(1, im.randomize_samples);
+    fn(1, im.show_calc_phase);
+    fn(1, im.show_direct_light);
+    fn(1, im.multipass);
+    fn(1, im.auto_save);
+    {
+        CachePathRow path{p.files.irradianceFile};
+        fn(1, path);
     }
+    fn(1, im.lookup_mode);
+    fn(1, im.check_sample_visibility);
+    fn(1, p.carried.carried12);
+    {
+        CachePathRow path{p.files.irradianceAutoSaveFile};
+        fn(1, path);
+    }
+    // Older renderers kept a single detail value here that no longer maps to anything.
+    RetiredRow<float> oldDetail{kDetailRowsSince};
+    fn(1, oldDetail);
+    fn(kDetailRowsSince, im.detail_enhancement);
+    fn(kDetailRowsSince, im.detail_radius);
+    fn(kDetailRowsSince, im.detail_subdivs_mult);
+    fn(kDetailRowsSince, im.detail_scale);
 }
 
-template <class Io>
-void transferPhotonRows(Io& io, OmbraUtils::OmbraParams& p) {
+template <class Fn>
+void visitPhotonRows(Fn& fn, OmbraUtils::OmbraParams& p) {
     auto& pm = p.photonMap;
-    io(pm.bounces), io(pm.search_distance), io(pm.max_photons), io(pm.prefilter);
-    io(pm.prefilter_samples), io(pm.mode), io(pm.multiplier), io(pm.auto_search_distance);
-    io(pm.convex_hull_estimate), io(pm.dont_delete), io(pm.auto_save);
-    transferCachePath(io, p.files.photonFile);
-    io(pm.retrace_corners), io(pm.retrace_bounces), io(pm.store_direct_light);
-    io(pm.max_density);
-    transferCachePath(io, p.files.photonAutoSaveFile);
-}
-
-template <class Io>
-void transferLightCacheRows(Io& io, OmbraUtils::OmbraParams& p) {
-    auto& lc = p.lightCache;
-    io(lc.subdivs), io(lc.sample_size), io(lc.filter_type), io(lc.filter_size), io(lc.depth);
-    io(lc.show_calc_phase), io(lc.store_direct_light), io(lc.world_scale), io(lc.mode);
-    transferCachePath(io, p.files.lightCacheFile);
-    io(lc.dont_delete), io(lc.auto_save);
-    transferCachePath(io, p.files.lightCacheAutoSaveFile);
-    io(lc.filter_samples), io(lc.prefilter), io(lc.prefilter_samples);
-    io(lc.use_for_glossy_rays), io(lc.num_passes), io(lc.adaptive_sampling);
-}
-
-template <class Io>
-void transferCausticsRows(Io& io, OmbraUtils::OmbraParams& p) {
-    auto& ca = p.caustics;
-    io(ca.on), io(ca.search_distance), io(ca.max_photons), io(ca.multiplier);
-    io(ca.max_density), io(ca.mode), io(ca.dont_delete), io(ca.auto_save);
-    transferCachePath(io, p.files.causticsFile);
-    transferCachePath(io, p.files.causticsAutoSaveFile);
-}
-
-template <class Io>
-void transferEngineRows(Io& io, OmbraUtils::OmbraParams& p) {
-    auto& rc = p.raycaster;
-    io(rc.maxLevels), io(rc.minLeafSize), io(rc.faceLevelCoef), io(rc.dynMemLimit);
-    auto& rg = p.regionsGenerator;
-    io(rg.xc), io(rg.yc), io(rg.xymeans), io(rg.seqtype), io(rg.reverse);
-    transferIgnored(io, int32_t(0));  // reserved, always 0
-    auto& dmc = p.dmcSampler;
-    io(dmc.time_dependent), io(p.carried.carried13), io(dmc.adaptive_amount);
-    io(dmc.adaptive_threshold), io(dmc.adaptive_min_samples), io(dmc.subdivs_mult);
-    if (io.has(kSamplerSlotSince)) {
-        transferIgnored(io, dmc.path_sampler_type);
-        if constexpr (Io::kReading) dmc.path_sampler_type = kForcedPathSamplerType;
+    fn(1, pm.bounces);
+    fn(1, pm.search_distance);
+    fn(1, pm.max_photons);
+    fn(1, pm.prefilter);
+    fn(1, pm.prefilter_samples);
+    fn(1, pm.mode);
+    fn(1, pm.multiplier);
+    fn(1, pm.auto_search_distance);
+    fn(1, pm.convex_hull_estimate);
+    fn(1, pm.dont_delete);
+    fn(1, pm.auto_save);
+    {
+        CachePathRow path{p.files.photonFile};
+        fn(1, path);
     }
+    fn(1, pm.retrace_corners);
+    fn(1, pm.retrace_bounces);
+    fn(1, pm.store_direct_light);
+    fn(1, pm.max_density);
+    {
+        CachePathRow path{p.files.photonAutoSaveFile};
+        fn(1, path);
+    }
+}
+
+template <class Fn>
+void visitLightCacheRows(Fn& fn, OmbraUtils::OmbraParams& p) {
+    auto& lc = p.lightCache;
+    fn(1, lc.subdivs);
+    fn(1, lc.sample_size);
+    fn(1, lc.filter_type);
+    fn(1, lc.filter_size);
+    fn(1, lc.depth);
+    fn(1, lc.show_calc_phase);
+    fn(1, lc.store_direct_light);
+    fn(1, lc.world_scale);
+    fn(1, lc.mode);
+    {
+        CachePathRow path{p.files.lightCacheFile};
+        fn(1, path);
+    }
+    fn(1, lc.dont_delete);
+    fn(1, lc.auto_save);
+    {
+        CachePathRow path{p.files.lightCacheAutoSaveFile};
+        fn(1, path);
+    }
+    fn(1, lc.filter_samples);
+    fn(1, lc.prefilter);
+    fn(1, lc.prefilter_samples);
+    fn(1, lc.use_for_glossy_rays);
+    fn(1, lc.num_passes);
+    fn(1, lc.adaptive_sampling);
+}
+
+template <class Fn>
+void visitCausticsRows(Fn& fn, OmbraUtils::OmbraParams& p) {
+    auto& ca = p.caustics;
+    fn(1, ca.on);
+    fn(1, ca.search_distance);
+    fn(1, ca.max_photons);
+    fn(1, ca.multiplier);
+    fn(1, ca.max_density);
+    fn(1, ca.mode);
+    fn(1, ca.dont_delete);
+    fn(1, ca.auto_save);
+    {
+        CachePathRow path{p.files.causticsFile};
+        fn(1, path);
+    }
+    {
+        CachePathRow path{p.files.causticsAutoSaveFile};
+        fn(1, path);
+    }
+}
+
+template <class Fn>
+void visitEngineRows(Fn& fn, OmbraUtils::OmbraParams& p) {
+    auto& rc = p.raycaster;
+    fn(1, rc.maxLevels);
+    fn(1, rc.minLeafSize);
+    fn(1, rc.faceLevelCoef);
+    fn(1, rc.dynMemLimit);
+    auto& rg = p.regionsGenerator;
+    fn(1, rg.xc);
+    fn(1, rg.yc);
+    fn(1, rg.xymeans);
+    fn(1, rg.seqtype);
+    fn(1, rg.reverse);
+    IgnoredRow<int32_t> reserved{0};
+    fn(1, reserved);
+    auto& dmc = p.dmcSampler;
+    fn(1, dmc.time_dependent);
+    fn(1, p.carried.carried13);
+    fn(1, dmc.adaptive_amount);
+    fn(1, dmc.adaptive_threshold);
+    fn(1, dmc.adaptive_min_samples);
+    fn(1, dmc.subdivs_mult);
+    ForcedRow samplerSlot{dmc.path_sampler_type, kForcedPathSamplerType};
+    fn(kSamplerSlotSince, samplerSlot);
     auto& cm = p.colorMapping;
-    io(cm.type), io(cm.affect_background), io(cm.clamp_output);
-    if (io.has(3)) io(cm.subpixel_mapping);
-    if (io.has(4)) io(cm.gamma);
+    fn(1, cm.type);
+    fn(1, cm.affect_background);
+    fn(1, cm.clamp_output);
+    fn(3, cm.subpixel_mapping);
+    fn(4, cm.gamma);
 }
 
-template <class Io>
-void transferOptionRows(Io& io, OmbraUtils::OmbraParams& p) {
+template <class Fn>
+void visitOptionRows(Fn& fn, OmbraUtils::OmbraParams& p) {
     auto& o = p.options;
-    io(o.geom_displacement), io(o.light_doLights), io(o.light_doShadows);
-    io(o.light_doDefaultLights), io(o.light_onlyGI), io(o.light_doHiddenLights);
-    io(o.mtl_reflectionRefraction), io(o.mtl_limitDepth), io(o.mtl_maxDepth), io(o.mtl_doMaps);
-    io(o.mtl_filterMaps), io(o.mtl_transpMaxLevels), io(o.mtl_transpCutoff), io(o.mtl_glossy);
-    io(o.gi_dontRenderImage), io(o.mtl_override_on), io(o.ray_bias), io(p.carried.carried14);
-    io(o.misc_lowThreadPriority);
+    fn(1, o.geom_displacement);
+    fn(1, o.light_doLights);
+    fn(1, o.light_doShadows);
+    fn(1, o.light_doDefaultLights);
+    fn(1, o.light_onlyGI);
+    fn(1, o.light_doHiddenLights);
+    fn(1, o.mtl_reflectionRefraction);
+    fn(1, o.mtl_limitDepth);
+    fn(1, o.mtl_maxDepth);
+    fn(1, o.mtl_doMaps);
+    fn(1, o.mtl_filterMaps);
+    fn(1, o.mtl_transpMaxLevels);
+    fn(1, o.mtl_transpCutoff);
+    fn(1, o.mtl_glossy);
+    fn(1, o.gi_dontRenderImage);
+    fn(1, o.mtl_override_on);
+    fn(1, o.ray_bias);
+    fn(1, p.carried.carried14);
+    fn(1, o.misc_lowThreadPriority);
     auto& dd = p.defaultDisplacement;
-    io(dd.override_on), io(dd.edgeLength), io(dd.viewDependent), io(dd.maxSubdivs);
-    io(dd.tightBounds), io(dd.amount), io(dd.relative);
-    io(p.carried.carried15), io(p.carried.carried16);
+    fn(1, dd.override_on);
+    fn(1, dd.edgeLength);
+    fn(1, dd.viewDependent);
+    fn(1, dd.maxSubdivs);
+    fn(1, dd.tightBounds);
+    fn(1, dd.amount);
+    fn(1, dd.relative);
+    fn(1, p.carried.carried15);
+    fn(1, p.carried.carried16);
 }
 
-template <class Io>
-void transferParams(Io& io, OmbraUtils::OmbraParams& p) {
-    transferSamplingRows(io, p);
-    transferGIRows(io, p);
-    transferIrradianceRows(io, p);
-    transferPhotonRows(io, p);
-    transferLightCacheRows(io, p);
-    transferCausticsRows(io, p);
-    transferEngineRows(io, p);
-    transferOptionRows(io, p);
+template <class Fn>
+void visitParams(Fn& fn, OmbraUtils::OmbraParams& p) {
+    visitSamplingRows(fn, p);
+    visitGIRows(fn, p);
+    visitIrradianceRows(fn, p);
+    visitPhotonRows(fn, p);
+    visitLightCacheRows(fn, p);
+    visitCausticsRows(fn, p);
+    visitEngineRows(fn, p);
+    visitOptionRows(fn, p);
 }
 
-template <class Io>
-void transferFrameData(Io& io, OmbraUtils::OmbraFrameData& f) {
-    io(f.t), io(f.frameStart), io(f.frameEnd), io(f.currentFrame);
-    io(f.worldToCam), io(f.camToWorld);
-    io(f.fov), io(f.nearRange), io(f.farRange), io(f.focal_dist), io(f.aperture), io(f.rotation);
-    io(f.clippingPlanes), io(f.clipNear), io(f.clipFar), io(f.projType), io(f.zoomFractor);
-    io(f.infiniteProj), io(f.height), io(f.auto_fit), io(f.dist), io(f.curve);
-    io(f.orthoAdjustToScene);
-    io(f.ambient), io(f.background), io(f.globalLightLevel), io(f.ombraGIBackground);
-    io(f.ombraRRBackground), io(f.ombraRefractBackground);
-    io(f.rgn_left), io(f.rgn_width), io(f.rgn_top), io(f.rgn_height);
-    io(f.frameCarriedA), io(f.frameCarriedB), io(f.bmp_width), io(f.bmp_height);
-    io(f.r_left), io(f.r_width), io(f.r_top), io(f.r_height);
-    io(f.devAspect), io(f.fieldMask), io(f.fieldOrder), io(f.firstField);
-    io(f.dark_mult), io(f.bright_mult);
-}
+// The renderer's settings, each row with the major that added it.
+struct ParamsRows {
+    template <class Fn>
+    static void visitFields(Fn& fn, OmbraUtils::OmbraParams& p) {
+        visitParams(fn, p);
+    }
+};
+
+// The one version there is.
+struct FrameDataRows {
+    template <class Fn>
+    static void visitFields(Fn& fn, OmbraUtils::OmbraFrameData& f) {
+        fn(1, f.t);
+        fn(1, f.frameStart);
+        fn(1, f.frameEnd);
+        fn(1, f.currentFrame);
+        fn(1, f.worldToCam);
+        fn(1, f.camToWorld);
+        fn(1, f.fov);
+        fn(1, f.nearRange);
+        fn(1, f.farRange);
+        fn(1, f.focal_dist);
+        fn(1, f.aperture);
+        fn(1, f.rotation);
+        fn(1, f.clippingPlanes);
+        fn(1, f.clipNear);
+        fn(1, f.clipFar);
+        fn(1, f.projType);
+        fn(1, f.zoomFractor);
+        fn(1, f.infiniteProj);
+        fn(1, f.height);
+        fn(1, f.auto_fit);
+        fn(1, f.dist);
+        fn(1, f.curve);
+        fn(1, f.orthoAdjustToScene);
+        fn(1, f.ambient);
+        fn(1, f.background);
+        fn(1, f.globalLightLevel);
+        fn(1, f.ombraGIBackground);
+        fn(1, f.ombraRRBackground);
+        fn(1, f.ombraRefractBackground);
+        fn(1, f.rgn_left);
+        fn(1, f.rgn_width);
+        fn(1, f.rgn_top);
+        fn(1, f.rgn_height);
+        fn(1, f.frameCarriedA);
+        fn(1, f.frameCarriedB);
+        fn(1, f.bmp_width);
+        fn(1, f.bmp_height);
+        fn(1, f.r_left);
+        fn(1, f.r_width);
+        fn(1, f.r_top);
+        fn(1, f.r_height);
+        fn(1, f.devAspect);
+        fn(1, f.fieldMask);
+        fn(1, f.fieldOrder);
+        fn(1, f.firstField);
+        fn(1, f.dark_mult);
+        fn(1, f.bright_mult);
+    }
+};
 
 Transform narrowed(const DoubleTransform& t) {
     Transform out;
@@ -202,38 +357,25 @@ void CorvaneParams::setDefaults() {
 }
 
 bool CorvaneParams::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    RowWriter writer(archive);
-    transferParams(writer, *this);
-    return true;
+    return writeVersionedRows<ParamsRows>(archive, kMajor, static_cast<OmbraParams&>(*this));
 }
 
 bool CorvaneParams::deserialize(QuickArchive& archive) {
     setDefaults();
-    uint32_t major = 0;
-    if (!readVersion(archive, major)) return false;
-    if (major < kFirstParamsMajor || major > kMajor) return false;
-    RowReader reader(archive, major);
-    transferParams(reader, *this);
-    return true;
+    return readVersionedRows<ParamsRows>(archive, kFirstParamsMajor, kMajor,
+                                         static_cast<OmbraParams&>(*this));
 }
 
 // ---------------------------------------------------------------- CorvaneFrameData
 
 bool CorvaneFrameData::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMajor);
-    RowWriter writer(archive);
-    transferFrameData(writer, *this);
-    return true;
+    return writeVersionedRows<FrameDataRows>(archive, kMajor, static_cast<OmbraFrameData&>(*this));
 }
 
 bool CorvaneFrameData::deserialize(QuickArchive& archive) {
     setDefaults();
-    uint32_t major = 0;
-    if (!readVersion(archive, major) || major != kMajor) return false;
-    RowReader reader(archive, major);
-    transferFrameData(reader, *this);
-    return true;
+    return readVersionedRows<FrameDataRows>(archive, kMajor, kMajor,
+                                            static_cast<OmbraFrameData&>(*this));
 }
 
 int CorvaneFrameData::writeXML(AssetXmlWriter& w, std::u16string name) {
@@ -288,7 +430,7 @@ bool CorvaneOFBStampInfo::serialize(QuickArchive& archive) {
 bool CorvaneOFBStampInfo::deserialize(QuickArchive& archive) {
     setDefaults();
     uint32_t major = 0;
-    if (!readVersion(archive, major) || major < 1 || major > kMajor) return false;
+    if (!readVersionIn(archive, 1, kMajor, major)) return false;
     archive.read(stampEnabled);
     archive.read(stampFlag);
     archive.read(stampMode);

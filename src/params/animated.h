@@ -2,16 +2,13 @@
 // and the sky keep their placement as an AnimatedTransform; some settings are an AnimatedReal.
 #pragma once
 
-#include <map>
 #include <string>
 
 #include "archive/serializable.h"
 #include "archive/value_types.h"
+#include "params/curve_keys.h"
 
 namespace CorvaneCore {
-
-// Two key times closer than this are the same key.
-constexpr double kKeyTimeTolerance = 1e-12;
 
 class AnimatedTransform : public CorvaneSerializable {
 public:
@@ -24,9 +21,9 @@ public:
 
     Transform getValue(double time) const;
     void setValue(const Transform& value, double time);
-    int keyCount() const { return static_cast<int>(keys_.size()); }
+    int keyCount() const { return keys_.count(); }
     // NaN for an index outside 0 .. keyCount() - 1.
-    double keyTime(int index) const;
+    double keyTime(int index) const { return keys_.timeAt(index); }
     // One key: the identity at time 0.0.
     void reset();
 
@@ -39,7 +36,7 @@ public:
     bool sameKeys(const AnimatedTransform& other) const;
 
 private:
-    std::map<double, Transform> keys_;
+    CurveKeys<Transform> keys_;
 };
 
 class AnimatedReal : public CorvaneSerializable, public CorvaneXMLSerializable {
@@ -52,10 +49,12 @@ public:
 
     float getValue(double time) const;
     void setValue(float value, double time);
-    int keyCount() const { return static_cast<int>(keys_.size()); }
-    double keyTime(int index) const;
+    int keyCount() const { return keys_.count(); }
+    double keyTime(int index) const { return keys_.timeAt(index); }
     // One key: 0.0 at time 0.0.
     void reset();
+    // One key: `value` at time 0.0.
+    void resetTo(float value) { keys_.reset(value); }
 
     bool interpolate() const { return interpolate_; }
     void setInterpolate(bool on) { interpolate_ = on; }
@@ -66,8 +65,26 @@ public:
     std::u16string pluginKind() override { return std::u16string(); }
 
 private:
-    std::map<double, float> keys_;
+    CurveKeys<float> keys_;
     bool interpolate_;
+};
+
+// A flag keyed by time; the value of the last key at or before a time holds. Stored as the other
+// curves, with a bool per key.
+class AnimatedFlag : public CorvaneSerializable {
+public:
+    AnimatedFlag() { reset(); }
+    bool serialize(QuickArchive& archive) override;
+    // Keeps the default key at 0.0 unless the stored curve has a key at that time.
+    bool deserialize(QuickArchive& archive) override;
+    bool getValue(double time) const;
+    void setValue(bool value, double time) { keys_.set(value, time); }
+    int keyCount() const { return keys_.count(); }
+    // One key: false at time 0.0.
+    void reset() { keys_.reset(false); }
+
+private:
+    CurveKeys<bool> keys_;
 };
 
 }  // namespace CorvaneCore

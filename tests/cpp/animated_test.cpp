@@ -170,3 +170,52 @@ TEST(AnimatedReal, ReadKeepsTheDefaultKeyAtZeroAndRefusesKeySizeFour) {
     ASSERT_EQ(curve.keyCount(), 1);
     EXPECT_EQ(curve.getValue(5.0), 0.0f);  // the default key at zero
 }
+
+// The flag is stored as the other curves, a bool per key, and holds the earlier key's value.
+TEST(AnimatedFlag, StepsBetweenKeysMergesCloseTimesAndRoundTrips) {
+    AnimatedFlag flag;
+    ASSERT_EQ(flag.keyCount(), 1);
+    EXPECT_FALSE(flag.getValue(3.0));
+    flag.setValue(true, 1.0);
+    flag.setValue(false, 1.0 + 1e-13);  // the same key
+    flag.setValue(true, 2.0);
+    ASSERT_EQ(flag.keyCount(), 3);
+    EXPECT_FALSE(flag.getValue(1.5));
+    EXPECT_TRUE(flag.getValue(2.5));
+    EXPECT_FALSE(flag.getValue(-1.0));  // ahead of the first key, its value
+
+    Bytes stored = curveHeader(3);
+    stored.f64(0.0).boolean(false).f64(1.0).boolean(false).f64(2.0).boolean(true);
+    expectWritesBack(flag, stored);
+}
+
+TEST(AnimatedFlag, ReadKeepsTheDefaultKeyAndRefusesOtherVersionsAndKeySizes) {
+    Bytes b = curveHeader(1);
+    b.f64(4.0).boolean(true);
+    AnimatedFlag flag;
+    ASSERT_TRUE(readAll(flag, b));
+    ASSERT_EQ(flag.keyCount(), 2);
+    EXPECT_FALSE(flag.getValue(0.0));
+    EXPECT_TRUE(flag.getValue(4.0));
+
+    Bytes wrongSize = curveHeader(1, 4);
+    wrongSize.f64(4.0).boolean(true);
+    EXPECT_FALSE(deserializeFrom(flag, wrongSize));
+    EXPECT_EQ(flag.keyCount(), 1);
+
+    flag.setValue(true, 4.0);
+    Bytes wrongWord;
+    wrongWord.u32(0x20000).u32(0).u32(8);
+    EXPECT_FALSE(deserializeFrom(flag, wrongWord));
+    EXPECT_EQ(flag.keyCount(), 1);  // back to the default before the word is judged
+}
+
+TEST(AnimatedReal, ResetToLeavesOneKeyAtZeroWithTheGivenValue) {
+    AnimatedReal curve(true);
+    curve.setValue(5.0f, 2.0);
+    curve.resetTo(40.0f);
+    ASSERT_EQ(curve.keyCount(), 1);
+    EXPECT_EQ(curve.keyTime(0), 0.0);
+    EXPECT_EQ(curve.getValue(3.0), 40.0f);
+    EXPECT_TRUE(curve.interpolate());
+}

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "archive/read_helpers.h"
+#include "archive/read_trace.h"
 #include "convert/conversions.h"
 #include "options/all_options.h"
 #include "options/cameras.h"
@@ -401,4 +403,70 @@ TEST(CorOptFile, RefusesDirectoriesAndOtherNonRegularFiles) {
     EXPECT_FALSE(file.read(options, utf8ToWide(::testing::TempDir())));
     EXPECT_FALSE(file.read(options, u"."));
     EXPECT_EQ(options.output.img_width, 1234);  // nothing was read
+}
+
+// ---------------------------------------------------------------- read trace
+
+namespace {
+
+const ReadTrace::Node& onlyNode(const ReadTrace& trace) {
+    EXPECT_EQ(trace.nodes().size(), 1u);
+    return trace.nodes().front();
+}
+
+template <class T>
+ReadTrace traceOf(T& object, const StreamBuilder& b, bool& ok) {
+    ReadTrace trace;
+    QuickArchive archive = b.archive();
+    archive.setTrace(&trace);
+    ok = readTracedObject(archive, object);
+    return trace;
+}
+
+}  // namespace
+
+// The record's own word comes first, then those of the groups inside it in stream order.
+TEST(OptionsTrace, EachRecordShowsItsOwnVersionWordFirst) {
+    AllOptions options;
+    bool ok = false;
+    ReadTrace trace = traceOf(options, buildOptions(OptionsStream(0x17)), ok);
+    ASSERT_TRUE(ok);
+    const ReadTrace::Node& node = onlyNode(trace);
+    EXPECT_EQ(node.className, "AllOptions");
+    // options, params 5, frame data 1, stamp 2, camera 1 (its curves as plain floats)
+    EXPECT_EQ(node.versionWords,
+              (std::vector<uint32_t>{0x170001, 0x50000, 0x10000, 0x20000, 0x10000}));
+
+    StreamBuilder unknown;
+    unknown.u32(0xA0001);
+    trace = traceOf(options, unknown, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(onlyNode(trace).versionWords, std::vector<uint32_t>{0xA0001});
+    EXPECT_EQ(trace.failureText(), "AllOptions refused the read at version word 0xA0001 (byte 0)");
+}
+
+// Cameras and their curves report their words too, so a refusal names the curve's word.
+TEST(OptionsTrace, CamerasAndTheirCurvesShowTheirVersionWords) {
+    StreamBuilder view;
+    view.u32(0x30000).ints({1, 2, 11, 22, 3, 4, 5, 6}).ints({640, 480});
+    appendRealCurve(view, 0.5f, 1.0f);
+    appendRealCurve(view, 2.0f, 3.0f);
+    appendRealCurve(view, 4.0f, 5.0f);
+    view.u32(0x10000).u32(1).u32(8).f64(0.0).boolean(true);  // the flag
+    view.u32(0x10000).u32(1).u32(8).f64(0.0);                // the transform
+    appendTransform(view, 1.0f);
+    RenderView renderView;
+    bool ok = false;
+    ReadTrace trace = traceOf(renderView, view, ok);
+    ASSERT_TRUE(ok);
+    EXPECT_EQ(onlyNode(trace).versionWords,
+              (std::vector<uint32_t>{0x30000, 0x10000, 0x10000, 0x10000, 0x10000, 0x10000}));
+
+    StreamBuilder camera;
+    camera.u32(0x20000).i32(0).f32(36.0f).u32(0x20000);  // a curve of an unknown version
+    PhysicalCamera physical;
+    trace = traceOf(physical, camera, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(onlyNode(trace).versionWords, (std::vector<uint32_t>{0x20000, 0x20000}));
+    EXPECT_NE(trace.failureText().find("at version word 0x20000 (byte 12)"), std::string::npos);
 }
