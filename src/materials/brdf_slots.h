@@ -13,10 +13,6 @@ class AssetXmlWriter;
 
 namespace CorvaneCore {
 
-// An optional texture child: bool present, then type id and the texture's own stream.
-bool readTextureSlot(QuickArchive& archive, TexturePtr& slot);
-bool writeTextureSlot(QuickArchive& archive, const TexturePtr& texture);
-
 // Old layouts kept a bare image path where a texture stands today.
 std::u16string readPathText(QuickArchive& archive);
 TexturePtr textureFromPath(const std::u16string& path);
@@ -24,13 +20,11 @@ inline void readPathSlot(QuickArchive& archive, TexturePtr& slot) {
     slot = textureFromPath(readPathText(archive));
 }
 
-// A FresnelTexture with its defaults, and one standing in for an old fresnel flag and index.
+// A FresnelTexture with its defaults.
 TexturePtr newFresnelTexture();
-TexturePtr fresnelFromOldFields(float fresnelIor);
 
-TexturePtr cloneTexture(const TexturePtr& texture);
-// Both empty, or both filled and equal by the texture's own comparison.
-bool sameTexture(const TexturePtr& a, const TexturePtr& b);
+// With the flag set, a FresnelTexture of the stored index replaces whatever `slot` holds.
+void applyOldFresnel(const OldFresnelFields& fresnel, TexturePtr& slot);
 
 // The reflective layers write their filter as 1 minus the filter, never below 0.
 Color invertedFilter(const Color& filter);

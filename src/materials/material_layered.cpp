@@ -1,13 +1,11 @@
+#include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "materials/material.h"
+#include "materials/material_helpers.h"
 #include "materials/scene_materials.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
-
-namespace {
-constexpr uint32_t kLayeredVersion = 4;
-}  // namespace
 
 void MaterialLayeredBRDF::setDefaults() {
     resetMaterialBase();
@@ -36,38 +34,29 @@ bool MaterialLayeredBRDF::readLayers(QuickArchive& archive) {
 
 bool MaterialLayeredBRDF::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    const bool minorOk = readVersion(archive, major);
-    setDefaults();
-    if (!minorOk || major < 1 || major > kLayeredVersion) return false;
-
+    if (!readVersionThenReset(archive, kNewestVersion, major, *this)) return false;
     if (!readLayers(archive)) return false;
-    archive.read(double_sided);
-    archive.read(layeredOptionA);
+    readListedFields(archive, major, *this);
     if (major == 1) {
         readBareName(archive);
         return true;
     }
-    if (major >= 3) {
-        archive.read(layeredOptionB);
-        archive.read(layeredOptionC);
-    }
     if (!readMaterialSection(archive)) return false;
-    if (major == 4) archive.read(layeredOptionD);
+    FieldReader readTrailing{archive, major};
+    visitTrailingFields(readTrailing, *this);
     return true;
 }
 
 bool MaterialLayeredBRDF::serialize(QuickArchive& archive) {
-    writeVersion(archive, kLayeredVersion);
+    writeVersion(archive, kNewestVersion);
     archive.write(static_cast<uint32_t>(brdfs.size()));
     for (const auto& layer : brdfs) {
         if (!writeRequiredChild(archive, layer)) return false;
     }
-    archive.write(double_sided);
-    archive.write(layeredOptionA);
-    archive.write(layeredOptionB);
-    archive.write(layeredOptionC);
+    writeListedFields(archive, *this);
     writeMaterialSection(archive);
-    archive.write(layeredOptionD);
+    FieldWriter writeTrailing{archive};
+    visitTrailingFields(writeTrailing, *this);
     return true;
 }
 
@@ -95,9 +84,10 @@ bool MaterialLayeredBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
         const bool same = brdfs[i] ? brdfs[i]->isEqual(o.brdfs[i]) : !o.brdfs[i];
         if (!same) return false;
     }
-    return double_sided == o.double_sided && layeredOptionA == o.layeredOptionA &&
-           layeredOptionB == o.layeredOptionB && layeredOptionC == o.layeredOptionC &&
-           layeredOptionD == o.layeredOptionD;
+    FieldComparer compare;
+    visitFields(compare, *this, o);
+    visitTrailingFields(compare, *this, o);
+    return compare.same;
 }
 
 void MaterialLayeredBRDF::writeLayers(AssetXmlWriter& writer, const std::u16string& url) {
