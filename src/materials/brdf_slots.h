@@ -1,5 +1,5 @@
-// Helpers shared by the BRDF layers: texture slots in the archive, the old path and fresnel
-// forms, and the frame of a layer's asset block.
+// Helpers shared by the BRDF layers: the old path and fresnel forms of their texture slots,
+// and the frame of a layer's asset block. The slots' archive form is in brdf_layer.h.
 #pragma once
 
 #include <initializer_list>
