@@ -97,13 +97,17 @@ void writeSlotParameters(AssetXmlWriter& writer, const std::u16string& url, Text
     }
 }
 
-void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::u16string& url) {
+void beginLayerBlock(AssetXmlWriter& writer, Base_BRDF& layer, std::u16string& url,
+                     TextureSlots slots) {
+    url += u"/" + layer.name;
+    writeSlotChildren(writer, url, slots);
     writer.beginAsset(url, layer.pluginKind(), u"");
     writer.beginPlugin(layer.pluginType(), layer.pluginKind());
     writer.beginParameters();
 }
 
-void endLayerAsset(AssetXmlWriter& writer) {
+void endLayerBlock(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots) {
+    writeSlotParameters(writer, url, slots);
     writer.endParameters();
     writer.endPlugin();
     writer.endAsset();

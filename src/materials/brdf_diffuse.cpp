@@ -35,20 +35,19 @@ bool Diffuse_BRDF::readVersion1(QuickArchive& archive) {
 }
 
 int Diffuse_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    url += u"/" + name;
     const TextureSlots slots = {
         {color_tex, "color_texture", "color_tex"},
         {transparency_tex, "transparency_texture", "transparency_tex"},
     };
-    writeSlotChildren(writer, url, slots);
-    beginLayerAsset(writer, *this, url);
+    beginLayerBlock(writer, *this, url, slots);
     writer.writeColor("color", color);
     writer.writeColor("transparency", transparency);
     writer.writeFloat("color_tex_mult", color_tex_mult);
     writer.writeFloat("transparency_tex_mult", transparency_tex_mult);
+    // The one scalar that stands behind the slots' parameters.
     writeSlotParameters(writer, url, slots);
     writer.writeBool("use_color_tex_alpha_as_transparency", use_color_tex_alpha_as_transparency);
-    endLayerAsset(writer);
+    endLayerBlock(writer, url, {});
     return 0;
 }
 

@@ -91,7 +91,6 @@ bool Glass_BRDF::readVersion4(QuickArchive& archive) {
 }
 
 int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    url += u"/" + name;
     const TextureSlots slots = {
         {transparency_tex, "transparency_texture", "transparency_tex"},
         {color_tex, "color_texture", "color_tex"},
@@ -99,8 +98,7 @@ int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
         {ior_texture, "ior_texture", "ior_texture"},
         {translucency_tex, "translucency_texture", "translucency_tex"},
     };
-    writeSlotChildren(writer, url, slots);
-    beginLayerAsset(writer, *this, url);
+    beginLayerBlock(writer, *this, url, slots);
     writer.writeColor("color", color);
     writer.writeColor("transparency", transparency);
     writer.writeColor("fog_color", fog_color);
@@ -121,8 +119,7 @@ int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writer.writeFloat("cutoff", cutoff);
     writer.writeFloat("color_tex_mult", color_tex_mult);
     writer.writeInteger("subdivs", subdivs);
-    writeSlotParameters(writer, url, slots);
-    endLayerAsset(writer);
+    endLayerBlock(writer, url, slots);
     return 0;
 }
 

@@ -40,21 +40,18 @@ bool Light_BRDF::deserialize(QuickArchive& archive) {
 }
 
 int Light_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    url += u"/" + name;
     const TextureSlots slots = {
         {color_tex, "color_texture", "color_tex"},
         {transparency_tex, "transp_texture", "transparency_tex"},
     };
-    writeSlotChildren(writer, url, slots);
-    beginLayerAsset(writer, *this, url);
+    beginLayerBlock(writer, *this, url, slots);
     writer.writeColor("color", color);
     writer.writeColor("transparency", transparency);
     writer.writeFloat("intensity", intensity);
     writer.writeFloat("transparency_tex_mult", transparency_tex_mult);
     writer.writeFloat("color_tex_mult", color_tex_mult);
     writer.writeBool("doubleSided", doubleSided != 0);
-    writeSlotParameters(writer, url, slots);
-    endLayerAsset(writer);
+    endLayerBlock(writer, url, slots);
     return 0;
 }
 

@@ -76,20 +76,17 @@ bool Mirror_BRDF::readVersion3(QuickArchive& archive) {
 }
 
 int Mirror_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    url += u"/" + name;
     const TextureSlots slots = {
         {transparency_tex, "transparency_texture", "transparency_tex"},
         {color_tex, "color_texture", "color_tex"},
     };
-    writeSlotChildren(writer, url, slots);
-    beginLayerAsset(writer, *this, url);
+    beginLayerBlock(writer, *this, url, slots);
     writer.writeColor("color", color);
     writer.writeColor("transparency", invertedFilter(reflectFilter));
     writer.writeFloat("color_tex_mult", color_tex_mult);
     writer.writeFloat("transparency_tex_mult", transparency_tex_mult);
     writer.writeFloat("cutoff", cutoff);
-    writeSlotParameters(writer, url, slots);
-    endLayerAsset(writer);
+    endLayerBlock(writer, url, slots);
     return 0;
 }
 

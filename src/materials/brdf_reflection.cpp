@@ -111,15 +111,13 @@ bool ReflectionBRDF::readVersion4(QuickArchive& archive) {
 }
 
 int ReflectionBRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    url += u"/" + name;
     const TextureSlots slots = {
         {color_tex, "color_texture", "color_tex"},
         {hilightGlossiness_tex, "hilight_glossiness_texture", "hilightGlossiness_tex"},
         {reflectionGlossiness_tex, "reflection_glossiness_texture", "reflectionGlossiness_tex"},
         {transparency_tex, "transparency_texture", "transparency_tex"},
     };
-    writeSlotChildren(writer, url, slots);
-    beginLayerAsset(writer, *this, url);
+    beginLayerBlock(writer, *this, url, slots);
     writer.writeColor("color", color);
     writer.writeColor("transparency", invertedFilter(reflectFilter));
     writer.writeFloat("hilightGlossiness", hilightGlossiness);
@@ -133,8 +131,7 @@ int ReflectionBRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writer.writeFloat("transparency_tex_mult", transparency_tex_mult);
     writer.writeFloat("anisotropy", anisotropy);
     writer.writeFloat("anisotropy_rotation", anisotropy_rotation);
-    writeSlotParameters(writer, url, slots);
-    endLayerAsset(writer);
+    endLayerBlock(writer, url, slots);
     return 0;
 }
 

@@ -42,7 +42,11 @@ using TextureSlots = std::initializer_list<TextureSlot>;
 void writeSlotChildren(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
 // One plugin parameter per slot, empty slots included.
 void writeSlotParameters(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
-void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::u16string& url);
-void endLayerAsset(AssetXmlWriter& writer);
+// The frame of a layer's block. The begin extends `url` by the layer's name, writes the slots'
+// children ahead of the block and opens its parameters; the end writes one parameter per slot,
+// empty slots included, and closes the block.
+void beginLayerBlock(AssetXmlWriter& writer, Base_BRDF& layer, std::u16string& url,
+                     TextureSlots slots);
+void endLayerBlock(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
 
 }  // namespace CorvaneCore
