@@ -8,10 +8,11 @@
 
 #include "materials/base_brdf.h"
 #include "materials/base_material.h"
+#include "materials/material_helpers.h"
 
 namespace CorvaneCore {
 
-class MaterialSingleBRDF : public BaseMaterial {
+class MaterialSingleBRDF : public MaterialClass<MaterialSingleBRDF> {
 public:
     static constexpr int kType = 0;
     MaterialSingleBRDF() { setDefaults(); }
@@ -19,12 +20,10 @@ public:
     // False without a layer: a single material cannot be written without one.
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
-    int getType() override { return kType; }
     // Keeps the layer; clears the options and the base part.
     void setDefaults() override;
-    // Both share the layer with the source.
-    std::shared_ptr<BaseMaterial> clone() override;
-    std::shared_ptr<BaseMaterial> copy() override;
+    // Clones and copies share the layer with the source.
+    void duplicateChildren(MaterialDuplicator) {}
     bool isEqual(const std::shared_ptr<BaseMaterial>& other) override;
     std::u16string pluginType() override { return u"MtlSingleBRDF"; }
 
@@ -41,17 +40,16 @@ public:
     std::shared_ptr<Base_BRDF> brdf;
 };
 
-class MaterialLayeredBRDF : public BaseMaterial {
+class MaterialLayeredBRDF : public MaterialClass<MaterialLayeredBRDF> {
 public:
     static constexpr int kType = 1;
     MaterialLayeredBRDF() { setDefaults(); }
 
     bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
-    int getType() override { return kType; }
     void setDefaults() override;
-    std::shared_ptr<BaseMaterial> clone() override;
-    std::shared_ptr<BaseMaterial> copy() override;
+    // Clones and copies alike own clones of the layers.
+    void duplicateChildren(MaterialDuplicator);
     bool isEqual(const std::shared_ptr<BaseMaterial>& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlCORVANE"; }
@@ -86,7 +84,6 @@ public:
 
 private:
     bool readLayers(QuickArchive& archive);
-    std::shared_ptr<MaterialLayeredBRDF> duplicate();
 };
 
 }  // namespace CorvaneCore

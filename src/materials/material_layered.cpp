@@ -1,8 +1,6 @@
 #include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "materials/material.h"
-#include "materials/material_helpers.h"
-#include "materials/scene_materials.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
@@ -60,21 +58,11 @@ bool MaterialLayeredBRDF::serialize(QuickArchive& archive) {
     return true;
 }
 
-std::shared_ptr<MaterialLayeredBRDF> MaterialLayeredBRDF::duplicate() {
-    auto result = std::make_shared<MaterialLayeredBRDF>(*this);
-    for (auto& layer : result->brdfs) {
+void MaterialLayeredBRDF::duplicateChildren(MaterialDuplicator) {
+    for (auto& layer : brdfs) {
         if (layer) layer = layer->clone();
     }
-    return result;
 }
-
-std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::clone() {
-    auto result = duplicate();
-    result->name = sceneMaterials()->uniqueName(name);
-    return result;
-}
-
-std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::copy() { return duplicate(); }
 
 bool MaterialLayeredBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
     if (!other || other->getType() != getType()) return false;

@@ -1,8 +1,6 @@
 #include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "materials/material.h"
-#include "materials/material_helpers.h"
-#include "materials/scene_materials.h"
 
 namespace CorvaneCore {
 
@@ -30,16 +28,6 @@ bool MaterialSingleBRDF::serialize(QuickArchive& archive) {
     if (!writeRequiredChild(archive, brdf)) return false;
     writeMaterialSection(archive);
     return true;
-}
-
-std::shared_ptr<BaseMaterial> MaterialSingleBRDF::clone() {
-    auto duplicate = std::make_shared<MaterialSingleBRDF>(*this);
-    duplicate->name = sceneMaterials()->uniqueName(name);
-    return duplicate;
-}
-
-std::shared_ptr<BaseMaterial> MaterialSingleBRDF::copy() {
-    return std::make_shared<MaterialSingleBRDF>(*this);
 }
 
 bool MaterialSingleBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
