@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "materials/brdf_slots.h"
 #include "textures/base_texture.h"
@@ -10,6 +11,15 @@ namespace CorvaneCore {
 
 namespace {
 constexpr uint32_t kBaseSectionVersion = 4;
+
+// The section's fields in stored order, each with the version that introduced it.
+template <class Fn>
+void visitSectionFields(Fn& fn, Base_BRDF& layer) {
+    fn(1, layer.name);
+    fn(2, layer.layerFlagA);
+    fn(3, layer.layerFlagB);
+    fn(4, layer.layerFlagC);
+}
 }  // namespace
 
 void Base_BRDF::resetBase() {
@@ -19,25 +29,30 @@ void Base_BRDF::resetBase() {
     layerFlagC = false;
 }
 
+bool Base_BRDF::readVersionThenReset(QuickArchive& archive, uint32_t newest, uint32_t& major,
+                                     bool baseOnly) {
+    const bool known = readVersionIn(archive, 1, newest, major);
+    if (baseOnly) {
+        resetBase();
+    } else {
+        setDefaults();
+    }
+    return known;
+}
+
 bool Base_BRDF::readBaseSection(QuickArchive& archive) {
     uint32_t major = 0;
-    bool known = readVersion(archive, major) && major >= 1 && major <= kBaseSectionVersion;
-    if (known) {
-        archive.read(name);
-        if (major >= 2) archive.read(layerFlagA);
-        if (major >= 3) archive.read(layerFlagB);
-        if (major >= 4) archive.read(layerFlagC);
-    }
+    const bool known = readVersionIn(archive, 1, kBaseSectionVersion, major);
+    FieldReader read{archive, known ? major : 0};
+    visitSectionFields(read, *this);
     stripControlChars(name);
     return known;
 }
 
 void Base_BRDF::writeBaseSection(QuickArchive& archive) {
     writeVersion(archive, kBaseSectionVersion);
-    archive.write(name);
-    archive.write(layerFlagA);
-    archive.write(layerFlagB);
-    archive.write(layerFlagC);
+    FieldWriter write{archive};
+    visitSectionFields(write, *this);
 }
 
 bool readTextureSlot(QuickArchive& archive, TexturePtr& slot) {
@@ -82,13 +97,17 @@ void writeSlotParameters(AssetXmlWriter& writer, const std::u16string& url, Text
     }
 }
 
-void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::u16string& url) {
+void beginLayerBlock(AssetXmlWriter& writer, Base_BRDF& layer, std::u16string& url,
+                     TextureSlots slots) {
+    url += u"/" + layer.name;
+    writeSlotChildren(writer, url, slots);
     writer.beginAsset(url, layer.pluginKind(), u"");
     writer.beginPlugin(layer.pluginType(), layer.pluginKind());
     writer.beginParameters();
 }
 
-void endLayerAsset(AssetXmlWriter& writer) {
+void endLayerBlock(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots) {
+    writeSlotParameters(writer, url, slots);
     writer.endParameters();
     writer.endPlugin();
     writer.endAsset();

@@ -1,13 +1,8 @@
-#include "archive/compare.h"
 #include "archive/read_helpers.h"
 #include "materials/brdf_slots.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
-
-namespace {
-constexpr uint32_t kDiffuseVersion = 4;
-}  // namespace
 
 void Diffuse_BRDF::setDefaults() {
     resetBase();
@@ -22,75 +17,37 @@ void Diffuse_BRDF::setDefaults() {
 
 bool Diffuse_BRDF::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    const bool minorOk = readVersion(archive, major);
-    setDefaults();
-    if (!minorOk || major < 1 || major > kDiffuseVersion) return false;
-
-    archive.read(color);
-    archive.read(transparency);
-    archive.read(color_tex_mult);
-    archive.read(transparency_tex_mult);
-    if (major == 1) {
-        readPathSlot(archive, color_tex);
-        readPathSlot(archive, transparency_tex);
-        return true;
-    }
-    if (!readTextureSlot(archive, color_tex) || !readTextureSlot(archive, transparency_tex)) {
-        return false;
-    }
+    if (!readVersionThenReset(archive, kNewestVersion, major)) return false;
+    if (major == 1) return readVersion1(archive);
+    if (!readListedFields(archive, major, *this)) return false;
     if (major == 2) return true;
     const bool sectionRead = readBaseSection(archive);
     // The last field was appended behind the section and is read even when the section failed.
-    if (major == 4) archive.read(use_color_tex_alpha_as_transparency);
-    return sectionRead;
+    return readTrailingFields(archive, major, *this) && sectionRead;
 }
 
-bool Diffuse_BRDF::serialize(QuickArchive& archive) {
-    writeVersion(archive, kDiffuseVersion);
-    archive.write(color);
-    archive.write(transparency);
-    archive.write(color_tex_mult);
-    archive.write(transparency_tex_mult);
-    if (!writeTextureSlot(archive, color_tex) || !writeTextureSlot(archive, transparency_tex)) {
-        return false;
-    }
-    writeBaseSection(archive);
-    archive.write(use_color_tex_alpha_as_transparency);
+// Paths where the slots stand today.
+bool Diffuse_BRDF::readVersion1(QuickArchive& archive) {
+    readListedFields(archive, 1, *this);
+    readPathSlot(archive, color_tex);
+    readPathSlot(archive, transparency_tex);
     return true;
 }
 
-std::shared_ptr<Base_BRDF> Diffuse_BRDF::clone() {
-    auto copy = std::make_shared<Diffuse_BRDF>(*this);
-    copy->color_tex = cloneTexture(color_tex);
-    copy->transparency_tex = cloneTexture(transparency_tex);
-    return copy;
-}
-
-bool Diffuse_BRDF::isEqual(const std::shared_ptr<Base_BRDF>& other) {
-    if (!other || other->getType() != getType()) return false;
-    const auto& o = static_cast<const Diffuse_BRDF&>(*other);
-    return sameTexture(color_tex, o.color_tex) &&
-           sameTexture(transparency_tex, o.transparency_tex) && sameColor(color, o.color) &&
-           sameColor(transparency, o.transparency) && sameFloat(color_tex_mult, o.color_tex_mult) &&
-           sameFloat(transparency_tex_mult, o.transparency_tex_mult) &&
-           use_color_tex_alpha_as_transparency == o.use_color_tex_alpha_as_transparency;
-}
-
 int Diffuse_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    url += u"/" + name;
     const TextureSlots slots = {
         {color_tex, "color_texture", "color_tex"},
         {transparency_tex, "transparency_texture", "transparency_tex"},
     };
-    writeSlotChildren(writer, url, slots);
-    beginLayerAsset(writer, *this, url);
+    beginLayerBlock(writer, *this, url, slots);
     writer.writeColor("color", color);
     writer.writeColor("transparency", transparency);
     writer.writeFloat("color_tex_mult", color_tex_mult);
     writer.writeFloat("transparency_tex_mult", transparency_tex_mult);
+    // The one scalar that stands behind the slots' parameters.
     writeSlotParameters(writer, url, slots);
     writer.writeBool("use_color_tex_alpha_as_transparency", use_color_tex_alpha_as_transparency);
-    endLayerAsset(writer);
+    endLayerBlock(writer, url, {});
     return 0;
 }
 

@@ -1,13 +1,8 @@
-#include "archive/compare.h"
 #include "archive/read_helpers.h"
 #include "materials/brdf_slots.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
-
-namespace {
-constexpr uint32_t kGlassVersion = 6;
-}  // namespace
 
 void Glass_BRDF::setDefaults() {
     resetBase();
@@ -40,147 +35,62 @@ void Glass_BRDF::setDefaults() {
     transparency_tex.reset();
 }
 
-// Fields 1 to 11, which every version begins with.
-void Glass_BRDF::readCommonFields(QuickArchive& archive) {
-    archive.read(color);
-    archive.read(fog_color);
-    archive.read(ior);
-    archive.read(secondIor);
-    archive.read(cutoff);
-    archive.read(fog_color_mult);
-    archive.read(glossiness);
-    archive.read(traceDepth);
-    archive.read(subdivs);
-    archive.read(affect_shadows);
-    archive.read(affect_alpha);
-}
-
-// Fields 15 to 20.
-void Glass_BRDF::readTranslucencyFields(QuickArchive& archive) {
-    archive.read(translucency_on);
-    archive.read(thickness);
-    archive.read(scatter_coeff);
-    archive.read(scatter_direction);
-    archive.read(translucency_tex_mult);
-    archive.read(translucency);
-}
-
 bool Glass_BRDF::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    const bool minorOk = readVersion(archive, major);
-    resetBase();
-    if (!minorOk || major < 1 || major > kGlassVersion) return false;
-
-    readCommonFields(archive);
-    if (major == 1) return true;
-
-    if (major <= 4) {
-        // Until version 5 the transparency multiplier stood where the colour multiplier
-        // stands now.
-        archive.read(transparency_tex_mult);
-        archive.read(glossiness_tex_mult);
-        archive.read(ior_tex_mult);
-        if (major == 4) {
-            readTranslucencyFields(archive);
-            return readTextureSlot(archive, transparency_tex) &&
-                   readTextureSlot(archive, glossiness_tex) &&
-                   readTextureSlot(archive, ior_texture) &&
-                   readTextureSlot(archive, translucency_tex);
-        }
-        const std::u16string transparencyPath = readPathText(archive);
-        const std::u16string glossinessPath = readPathText(archive);
-        const std::u16string iorPath = readPathText(archive);
-        transparency_tex = textureFromPath(transparencyPath);
-        glossiness_tex = textureFromPath(glossinessPath);
-        ior_texture = textureFromPath(iorPath);
-        if (major == 3) {
-            readTranslucencyFields(archive);
-            readPathSlot(archive, translucency_tex);
-        }
-        return true;
+    if (!readVersionThenReset(archive, kNewestVersion, major, true)) return false;
+    switch (major) {
+        case 2:
+            return readVersion2(archive);
+        case 3:
+            return readVersion3(archive);
+        case 4:
+            return readVersion4(archive);
+        case 6:
+            return readListedFields(archive, major, *this) && readBaseSection(archive);
+        default:
+            return readListedFields(archive, major, *this);  // 1 and 5
     }
-
-    archive.read(color_tex_mult);
-    archive.read(glossiness_tex_mult);
-    archive.read(ior_tex_mult);
-    readTranslucencyFields(archive);
-    if (!readTextureSlot(archive, color_tex) || !readTextureSlot(archive, glossiness_tex) ||
-        !readTextureSlot(archive, ior_texture) || !readTextureSlot(archive, translucency_tex)) {
-        return false;
-    }
-    archive.read(transparency);
-    archive.read(transparency_tex_mult);
-    if (!readTextureSlot(archive, transparency_tex)) return false;
-    return major == 5 || readBaseSection(archive);
 }
 
-bool Glass_BRDF::serialize(QuickArchive& archive) {
-    writeVersion(archive, kGlassVersion);
-    archive.write(color);
-    archive.write(fog_color);
-    archive.write(ior);
-    archive.write(secondIor);
-    archive.write(cutoff);
-    archive.write(fog_color_mult);
-    archive.write(glossiness);
-    archive.write(traceDepth);
-    archive.write(subdivs);
-    archive.write(affect_shadows);
-    archive.write(affect_alpha);
-    archive.write(color_tex_mult);
-    archive.write(glossiness_tex_mult);
-    archive.write(ior_tex_mult);
-    archive.write(translucency_on);
-    archive.write(thickness);
-    archive.write(scatter_coeff);
-    archive.write(scatter_direction);
-    archive.write(translucency_tex_mult);
-    archive.write(translucency);
-    if (!writeTextureSlot(archive, color_tex) || !writeTextureSlot(archive, glossiness_tex) ||
-        !writeTextureSlot(archive, ior_texture) || !writeTextureSlot(archive, translucency_tex)) {
-        return false;
-    }
-    archive.write(transparency);
-    archive.write(transparency_tex_mult);
-    if (!writeTextureSlot(archive, transparency_tex)) return false;
-    writeBaseSection(archive);
+void Glass_BRDF::readOldMultipliers(QuickArchive& archive) {
+    archive.read(transparency_tex_mult);
+    archive.read(glossiness_tex_mult);
+    archive.read(ior_tex_mult);
+}
+
+void Glass_BRDF::readTranslucencyFields(QuickArchive& archive) {
+    FieldReader read{archive, kNewestVersion};
+    visitTranslucencyFields(read, kNewestVersion, *this);
+}
+
+// Fields 1 to 11, the old multipliers and three paths.
+bool Glass_BRDF::readVersion2(QuickArchive& archive) {
+    readListedFields(archive, 1, *this);
+    readOldMultipliers(archive);
+    readPathSlot(archive, transparency_tex);
+    readPathSlot(archive, glossiness_tex);
+    readPathSlot(archive, ior_texture);
     return true;
 }
 
-std::shared_ptr<Base_BRDF> Glass_BRDF::clone() {
-    auto copy = std::make_shared<Glass_BRDF>(*this);
-    copy->color_tex = cloneTexture(color_tex);
-    copy->glossiness_tex = cloneTexture(glossiness_tex);
-    copy->ior_texture = cloneTexture(ior_texture);
-    copy->translucency_tex = cloneTexture(translucency_tex);
-    copy->transparency_tex = cloneTexture(transparency_tex);
-    return copy;
+// Version 2 and the translucency block with its path behind.
+bool Glass_BRDF::readVersion3(QuickArchive& archive) {
+    readVersion2(archive);
+    readTranslucencyFields(archive);
+    readPathSlot(archive, translucency_tex);
+    return true;
 }
 
-bool Glass_BRDF::isEqual(const std::shared_ptr<Base_BRDF>& other) {
-    if (!other || other->getType() != getType()) return false;
-    const auto& o = static_cast<const Glass_BRDF&>(*other);
-    return sameTexture(color_tex, o.color_tex) && sameTexture(glossiness_tex, o.glossiness_tex) &&
-           sameTexture(ior_texture, o.ior_texture) &&
-           sameTexture(translucency_tex, o.translucency_tex) &&
-           sameTexture(transparency_tex, o.transparency_tex) && sameColor(color, o.color) &&
-           sameColor(fog_color, o.fog_color) && sameFloat(ior, o.ior) &&
-           sameFloat(secondIor, o.secondIor) && sameFloat(cutoff, o.cutoff) &&
-           sameFloat(fog_color_mult, o.fog_color_mult) && sameFloat(glossiness, o.glossiness) &&
-           traceDepth == o.traceDepth && subdivs == o.subdivs &&
-           affect_shadows == o.affect_shadows && affect_alpha == o.affect_alpha &&
-           sameFloat(color_tex_mult, o.color_tex_mult) &&
-           sameFloat(glossiness_tex_mult, o.glossiness_tex_mult) &&
-           sameFloat(ior_tex_mult, o.ior_tex_mult) && translucency_on == o.translucency_on &&
-           sameFloat(thickness, o.thickness) && sameFloat(scatter_coeff, o.scatter_coeff) &&
-           sameFloat(scatter_direction, o.scatter_direction) &&
-           sameFloat(translucency_tex_mult, o.translucency_tex_mult) &&
-           sameColor(translucency, o.translucency) && sameColor(transparency, o.transparency) &&
-           sameFloat(transparency_tex_mult, o.transparency_tex_mult);
+// The old multipliers and the translucency block, then four slots where the paths stood.
+bool Glass_BRDF::readVersion4(QuickArchive& archive) {
+    readListedFields(archive, 1, *this);
+    readOldMultipliers(archive);
+    readTranslucencyFields(archive);
+    return readField(archive, transparency_tex) && readField(archive, glossiness_tex) &&
+           readField(archive, ior_texture) && readField(archive, translucency_tex);
 }
 
 int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    url += u"/" + name;
     const TextureSlots slots = {
         {transparency_tex, "transparency_texture", "transparency_tex"},
         {color_tex, "color_texture", "color_tex"},
@@ -188,8 +98,7 @@ int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
         {ior_texture, "ior_texture", "ior_texture"},
         {translucency_tex, "translucency_texture", "translucency_tex"},
     };
-    writeSlotChildren(writer, url, slots);
-    beginLayerAsset(writer, *this, url);
+    beginLayerBlock(writer, *this, url, slots);
     writer.writeColor("color", color);
     writer.writeColor("transparency", transparency);
     writer.writeColor("fog_color", fog_color);
@@ -210,8 +119,7 @@ int Glass_BRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writer.writeFloat("cutoff", cutoff);
     writer.writeFloat("color_tex_mult", color_tex_mult);
     writer.writeInteger("subdivs", subdivs);
-    writeSlotParameters(writer, url, slots);
-    endLayerAsset(writer);
+    endLayerBlock(writer, url, slots);
     return 0;
 }
 

@@ -1,5 +1,5 @@
-// Helpers shared by the BRDF layers: texture slots in the archive, the old path and fresnel
-// forms, and the frame of a layer's asset block.
+// Helpers shared by the BRDF layers: the old path and fresnel forms of their texture slots,
+// and the frame of a layer's asset block. The slots' archive form is in brdf_layer.h.
 #pragma once
 
 #include <initializer_list>
@@ -13,10 +13,6 @@ class AssetXmlWriter;
 
 namespace CorvaneCore {
 
-// An optional texture child: bool present, then type id and the texture's own stream.
-bool readTextureSlot(QuickArchive& archive, TexturePtr& slot);
-bool writeTextureSlot(QuickArchive& archive, const TexturePtr& texture);
-
 // Old layouts kept a bare image path where a texture stands today.
 std::u16string readPathText(QuickArchive& archive);
 TexturePtr textureFromPath(const std::u16string& path);
@@ -24,13 +20,11 @@ inline void readPathSlot(QuickArchive& archive, TexturePtr& slot) {
     slot = textureFromPath(readPathText(archive));
 }
 
-// A FresnelTexture with its defaults, and one standing in for an old fresnel flag and index.
+// A FresnelTexture with its defaults.
 TexturePtr newFresnelTexture();
-TexturePtr fresnelFromOldFields(float fresnelIor);
 
-TexturePtr cloneTexture(const TexturePtr& texture);
-// Both empty, or both filled and equal by the texture's own comparison.
-bool sameTexture(const TexturePtr& a, const TexturePtr& b);
+// With the flag set, a FresnelTexture of the stored index replaces whatever `slot` holds.
+void applyOldFresnel(const OldFresnelFields& fresnel, TexturePtr& slot);
 
 // The reflective layers write their filter as 1 minus the filter, never below 0.
 Color invertedFilter(const Color& filter);
@@ -48,7 +42,11 @@ using TextureSlots = std::initializer_list<TextureSlot>;
 void writeSlotChildren(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
 // One plugin parameter per slot, empty slots included.
 void writeSlotParameters(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
-void beginLayerAsset(AssetXmlWriter& writer, Base_BRDF& layer, const std::u16string& url);
-void endLayerAsset(AssetXmlWriter& writer);
+// The frame of a layer's block. The begin extends `url` by the layer's name, writes the slots'
+// children ahead of the block and opens its parameters; the end writes one parameter per slot,
+// empty slots included, and closes the block.
+void beginLayerBlock(AssetXmlWriter& writer, Base_BRDF& layer, std::u16string& url,
+                     TextureSlots slots);
+void endLayerBlock(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots);
 
 }  // namespace CorvaneCore

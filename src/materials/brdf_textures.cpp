@@ -10,10 +10,11 @@ TexturePtr textureFromPath(const std::u16string& path) { return makeBitmapTextur
 
 TexturePtr newFresnelTexture() { return std::make_shared<FresnelTexture>(); }
 
-TexturePtr fresnelFromOldFields(float fresnelIor) {
-    auto fresnel = std::make_shared<FresnelTexture>();
-    fresnel->fresnel_ior = fresnelIor;
-    return fresnel;
+void applyOldFresnel(const OldFresnelFields& fresnel, TexturePtr& slot) {
+    if (fresnel.on == 0) return;
+    auto texture = std::make_shared<FresnelTexture>();
+    texture->fresnel_ior = fresnel.ior;
+    slot = texture;
 }
 
 }  // namespace CorvaneCore

@@ -23,12 +23,10 @@ void BaseMaterial::readBareName(QuickArchive& archive) {
 
 bool BaseMaterial::readMaterialSection(QuickArchive& archive) {
     uint32_t major = 0;
-    const bool known =
-        readVersion(archive, major) && major >= 1 && major <= kMaterialSectionVersion;
-    if (known) {
-        readBareName(archive);
-        if (major >= 2) archive.read(uuid);
-    }
+    const bool known = readVersionIn(archive, 1, kMaterialSectionVersion, major);
+    // Version 1 holds the name alone, version 2 the uuid behind it.
+    if (known) readBareName(archive);
+    if (known && major == 2) archive.read(uuid);
     stripControlChars(name);
     return known;
 }

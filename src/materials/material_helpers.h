@@ -2,12 +2,14 @@
 // archive, null-safe duplication and comparison, and the clone/copy pair of a class.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
 
 #include "archive/quick_archive.h"
+#include "archive/read_helpers.h"
 #include "materials/base_material.h"
 #include "materials/scene_materials.h"
 
@@ -46,6 +48,16 @@ void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child,
 // A parameter that refers to a child material: `url`, "/" and the child's name.
 void writeMaterialParameter(AssetXmlWriter& writer, const char* name, const MaterialPtr& child,
                             const std::u16string& url);
+
+// Reads a material's version word, then resets the material whatever the word said; true for a
+// word of version 1 .. newest.
+template <class Material>
+bool readVersionThenReset(QuickArchive& archive, uint32_t newest, uint32_t& major,
+                          Material& material) {
+    const bool known = readVersionIn(archive, 1, newest, major);
+    material.setDefaults();
+    return known;
+}
 
 using MaterialDuplicator = MaterialPtr (*)(const MaterialPtr&);
 

@@ -1,13 +1,9 @@
+#include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "materials/material.h"
-#include "materials/scene_materials.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
-
-namespace {
-constexpr uint32_t kLayeredVersion = 4;
-}  // namespace
 
 void MaterialLayeredBRDF::setDefaults() {
     resetMaterialBase();
@@ -36,56 +32,37 @@ bool MaterialLayeredBRDF::readLayers(QuickArchive& archive) {
 
 bool MaterialLayeredBRDF::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    const bool minorOk = readVersion(archive, major);
-    setDefaults();
-    if (!minorOk || major < 1 || major > kLayeredVersion) return false;
-
+    if (!readVersionThenReset(archive, kNewestVersion, major, *this)) return false;
     if (!readLayers(archive)) return false;
-    archive.read(double_sided);
-    archive.read(layeredOptionA);
+    readListedFields(archive, major, *this);
     if (major == 1) {
         readBareName(archive);
         return true;
     }
-    if (major >= 3) {
-        archive.read(layeredOptionB);
-        archive.read(layeredOptionC);
-    }
     if (!readMaterialSection(archive)) return false;
-    if (major == 4) archive.read(layeredOptionD);
+    FieldReader readTrailing{archive, major};
+    visitTrailingFields(readTrailing, *this);
     return true;
 }
 
 bool MaterialLayeredBRDF::serialize(QuickArchive& archive) {
-    writeVersion(archive, kLayeredVersion);
+    writeVersion(archive, kNewestVersion);
     archive.write(static_cast<uint32_t>(brdfs.size()));
     for (const auto& layer : brdfs) {
         if (!writeRequiredChild(archive, layer)) return false;
     }
-    archive.write(double_sided);
-    archive.write(layeredOptionA);
-    archive.write(layeredOptionB);
-    archive.write(layeredOptionC);
+    writeListedFields(archive, *this);
     writeMaterialSection(archive);
-    archive.write(layeredOptionD);
+    FieldWriter writeTrailing{archive};
+    visitTrailingFields(writeTrailing, *this);
     return true;
 }
 
-std::shared_ptr<MaterialLayeredBRDF> MaterialLayeredBRDF::duplicate() {
-    auto result = std::make_shared<MaterialLayeredBRDF>(*this);
-    for (auto& layer : result->brdfs) {
+void MaterialLayeredBRDF::duplicateChildren(MaterialDuplicator) {
+    for (auto& layer : brdfs) {
         if (layer) layer = layer->clone();
     }
-    return result;
 }
-
-std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::clone() {
-    auto result = duplicate();
-    result->name = sceneMaterials()->uniqueName(name);
-    return result;
-}
-
-std::shared_ptr<BaseMaterial> MaterialLayeredBRDF::copy() { return duplicate(); }
 
 bool MaterialLayeredBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
     if (!other || other->getType() != getType()) return false;
@@ -95,9 +72,10 @@ bool MaterialLayeredBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
         const bool same = brdfs[i] ? brdfs[i]->isEqual(o.brdfs[i]) : !o.brdfs[i];
         if (!same) return false;
     }
-    return double_sided == o.double_sided && layeredOptionA == o.layeredOptionA &&
-           layeredOptionB == o.layeredOptionB && layeredOptionC == o.layeredOptionC &&
-           layeredOptionD == o.layeredOptionD;
+    FieldComparer compare;
+    visitFields(compare, *this, o);
+    visitTrailingFields(compare, *this, o);
+    return compare.same;
 }
 
 void MaterialLayeredBRDF::writeLayers(AssetXmlWriter& writer, const std::u16string& url) {

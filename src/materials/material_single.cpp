@@ -1,12 +1,8 @@
+#include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "materials/material.h"
-#include "materials/scene_materials.h"
 
 namespace CorvaneCore {
-
-namespace {
-constexpr uint32_t kSingleVersion = 2;
-}  // namespace
 
 void MaterialSingleBRDF::setDefaults() {
     resetMaterialBase();
@@ -16,12 +12,8 @@ void MaterialSingleBRDF::setDefaults() {
 
 bool MaterialSingleBRDF::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    const bool minorOk = readVersion(archive, major);
-    setDefaults();
-    if (!minorOk || major < 1 || major > kSingleVersion) return false;
-
-    archive.read(singleOptionA);
-    archive.read(singleOptionB);
+    if (!readVersionThenReset(archive, kNewestVersion, major, *this)) return false;
+    readListedFields(archive, major, *this);
     if (major == 1) {
         readBareName(archive);
         return readRequiredChild<Base_BRDF>(archive, brdf, &createBRDF);
@@ -31,29 +23,18 @@ bool MaterialSingleBRDF::deserialize(QuickArchive& archive) {
 
 bool MaterialSingleBRDF::serialize(QuickArchive& archive) {
     if (!brdf) return false;
-    writeVersion(archive, kSingleVersion);
-    archive.write(singleOptionA);
-    archive.write(singleOptionB);
+    writeVersion(archive, kNewestVersion);
+    writeListedFields(archive, *this);
     if (!writeRequiredChild(archive, brdf)) return false;
     writeMaterialSection(archive);
     return true;
-}
-
-std::shared_ptr<BaseMaterial> MaterialSingleBRDF::clone() {
-    auto duplicate = std::make_shared<MaterialSingleBRDF>(*this);
-    duplicate->name = sceneMaterials()->uniqueName(name);
-    return duplicate;
-}
-
-std::shared_ptr<BaseMaterial> MaterialSingleBRDF::copy() {
-    return std::make_shared<MaterialSingleBRDF>(*this);
 }
 
 bool MaterialSingleBRDF::isEqual(const std::shared_ptr<BaseMaterial>& other) {
     if (!other || other->getType() != getType()) return false;
     const auto& o = static_cast<const MaterialSingleBRDF&>(*other);
     const bool sameLayer = brdf ? brdf->isEqual(o.brdf) : !o.brdf;
-    return sameLayer && singleOptionA == o.singleOptionA && singleOptionB == o.singleOptionB;
+    return sameLayer && sameListedFields(*this, o);
 }
 
 }  // namespace CorvaneCore

@@ -189,6 +189,27 @@ TEST(DiffuseBrdf, EveryVersion) {
     EXPECT_EQ(d.name, u"BRDFDiffuse");
 }
 
+TEST(BrdfLayers, BaseSectionOfEveryVersionKeepsTheFlagsItDoesNotHold) {
+    // A diffuse layer of version 3 whose section stores the flags of its version, each against
+    // its default.
+    auto withSection = [](uint32_t sectionVersion) {
+        RecordBuilder r;
+        r.version(3).color(0.5f, 0.5f, 0.5f).color(0, 0, 0).f32(1).f32(1).absent().absent();
+        r.version(sectionVersion).text("Layer");
+        const bool stored[] = {false, true, true};
+        for (uint32_t flag = 0; flag + 1 < sectionVersion; ++flag) r.boolean(stored[flag]);
+        Diffuse_BRDF layer;
+        EXPECT_TRUE(readAll(layer, r));
+        return std::vector<bool>{layer.name == u"Layer", layer.layerFlagA, layer.layerFlagB,
+                                 layer.layerFlagC};
+    };
+    using B = std::vector<bool>;
+    EXPECT_EQ(withSection(1), (B{true, true, false, false}));
+    EXPECT_EQ(withSection(2), (B{true, false, false, false}));
+    EXPECT_EQ(withSection(3), (B{true, false, true, false}));
+    EXPECT_EQ(withSection(4), (B{true, false, true, true}));
+}
+
 // Fields of the old Blinn/Phong layouts up to field 8, with the fresnel pair in its places.
 static RecordBuilder reflectionOldHead(uint32_t v, float ior, int32_t on) {
     RecordBuilder r;
