@@ -23,6 +23,7 @@ namespace CorvaneCore {
 class MaterialMulti : public MaterialClass<MaterialMulti> {
 public:
     static constexpr int kType = 2;
+    static constexpr uint32_t kNewestVersion = 2;
     MaterialMulti() { setDefaults(); }
 
     bool serialize(QuickArchive& archive) override;
@@ -100,7 +101,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"Mtl2Sided"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {front, back}; }
 
     template <class Fn, class... S>
     static void visitFields(Fn& fn, S&... s) {
@@ -141,7 +141,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlSkp2Sided"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {front, back}; }
 
     template <class Fn, class... S>
     static void visitFields(Fn& fn, S&... s) {
@@ -171,7 +170,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlOverrideEnvironment"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
 
@@ -255,7 +253,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlDisplaced"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
 
@@ -303,7 +300,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlObjectExclusion"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
 
     template <class Fn, class... S>
@@ -335,7 +331,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlAlphaContribution"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
 
@@ -373,7 +368,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlAngleBlend"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {mtl_one, mtl_two}; }
 
     template <class Fn, class... S>
     static void visitFields(Fn& fn, S&... s) {
@@ -406,7 +400,6 @@ public:
     void setDefaults() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlToon"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
 
     template <class Fn, class... S>
     static void visitFields(Fn& fn, S&... s) {

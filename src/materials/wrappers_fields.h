@@ -43,6 +43,14 @@ struct ChildDuplicator {
     void operator()(uint32_t, T&) {}
 };
 
+// Gathers the child materials of a listed class in list order, empty slots included.
+struct ChildCollector {
+    std::vector<MaterialPtr> children;
+    void operator()(uint32_t, const MaterialPtr& child) { children.push_back(child); }
+    template <class T>
+    void operator()(uint32_t, const T&) {}
+};
+
 // A wrapper whose stored fields, its Base section among them, stand in one `visitFields`
 // list; `Derived` names kType, kNewestVersion and kResetsFirst. The list drives reading,
 // writing, comparing and duplicating alike.
@@ -66,6 +74,12 @@ public:
     bool isEqual(const MaterialPtr& other) override {
         if (!other || other->getType() != Derived::kType) return false;
         return sameListedFields(self(), static_cast<const Derived&>(*other));
+    }
+    // The walk of collectMaterials goes on into every child material the list holds.
+    std::vector<MaterialPtr> walkedMaterials() override {
+        ChildCollector collector;
+        Derived::visitFields(collector, self());
+        return collector.children;
     }
     void duplicateChildren(MaterialDuplicator duplicate) {
         ChildDuplicator duplicator{duplicate};

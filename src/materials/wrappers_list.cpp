@@ -5,10 +5,6 @@
 
 namespace CorvaneCore {
 
-namespace {
-constexpr uint32_t kMultiVersion = 2;
-}  // namespace
-
 void MaterialMulti::setDefaults() {
     resetMaterialBase();
     materials.clear();
@@ -31,7 +27,7 @@ bool MaterialMulti::readEntries(QuickArchive& archive) {
 
 bool MaterialMulti::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    if (!readVersionIn(archive, 1, kMultiVersion, major) || !readEntries(archive)) return false;
+    if (!readVersionIn(archive, 1, kNewestVersion, major) || !readEntries(archive)) return false;
     if (major == 1) {
         readBareName(archive);
         return true;
@@ -40,7 +36,7 @@ bool MaterialMulti::deserialize(QuickArchive& archive) {
 }
 
 bool MaterialMulti::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMultiVersion);
+    writeVersion(archive, kNewestVersion);
     archive.write(static_cast<uint32_t>(materials.size()));
     for (const MaterialPtr& entry : materials) {
         if (!writeBareMaterial(archive, entry)) return false;

@@ -12,6 +12,7 @@
 #include "archive/read_trace.h"
 #include "material_bytes.h"
 #include "materials/wrappers.h"
+#include "xml/text.h"
 
 using namespace CorvaneCore;
 using namespace material_test;
@@ -103,6 +104,23 @@ TEST_F(WrapperFieldsTest, EveryObjectOfEveryWrapperRecordShowsItsVersionWord) {
             << type;
         expectWritesBack(*material, record);
     }
+}
+
+// The walk goes on into base_mtl of a one-child wrapper and both children of a two-child one,
+// empty slots included; a multi-material and an instance end it.
+TEST_F(WrapperFieldsTest, TheWalkEntersEveryChildMaterialSlot) {
+    std::vector<std::string> walked;
+    for (auto& [type, record] : newestRecords()) {
+        MaterialPtr material = createMaterial(type);
+        ASSERT_TRUE(readAll(*material, record)) << type;
+        std::string names;
+        for (const MaterialPtr& child : material->walkedMaterials()) {
+            names += child ? wideToUtf8(child->name) + " " : "- ";
+        }
+        walked.push_back(names);
+    }
+    EXPECT_EQ(walked, (std::vector<std::string>{"", "Base ", "", "Front - ", "Front - ", "Base ",
+                                                "Base ", "Base ", "Base ", "One - ", "Base "}));
 }
 
 TEST_F(WrapperFieldsTest, AUsedToonReadAgainOrResetHoldsTheTableDefaults) {
