@@ -221,9 +221,7 @@ bool writeField(QuickArchive& archive, const std::vector<std::u16string>& entrie
 }
 
 int MaterialObjectExclusion::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    const NamedChildren children = {{"base_mtl", base_mtl}};
-    url = beginWrapperBlock(writer, *this, url, children);
-    writeChildParameters(writer, url, children);
+    beginWrapperParameters(writer, *this, url, {{"base_mtl", base_mtl}});
     writer.writeInteger("mode", mode);
     writer.writeBool("short_circuit", short_circuit);
     writer.beginList("objects", "");

@@ -31,16 +31,13 @@ void MaterialToon::setDefaults() {
 }
 
 int MaterialToon::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    const NamedChildren children = {{"base_mtl", base_mtl}};
     const TextureSlots slots = {
         {lineColorTex, "color_tex", "color_tex"},
         {distortTex, "distort_tex", "distort_tex"},
         {opacityTex, "opacity_tex", "opacity_tex"},
         {lineWidthTex, "width_tex", "width_tex"},
     };
-    url = beginWrapperBlock(writer, *this, url, children, slots);
-    writeChildParameters(writer, url, children);
-    writeSlotParameters(writer, url, slots);
+    beginWrapperParameters(writer, *this, url, {{"base_mtl", base_mtl}}, slots);
     writer.writeColor("color", lineColor);
     writer.writeFloat("color_tex_mult", lineColorTexMult);
     writer.writeFloat("distort", distort);

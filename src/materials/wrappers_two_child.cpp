@@ -22,14 +22,11 @@ void Material2Sided::setDefaults() {
 }
 
 int Material2Sided::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    const NamedChildren children = {{"front", front}, {"back", back}};
     const TextureSlots slots = {
         {translucency_tex, "translucency_tex", "translucency_tex"},
         {transparency_tex, "transparency_tex", "transparency_tex"},
     };
-    url = beginWrapperBlock(writer, *this, url, children, slots);
-    writeChildParameters(writer, url, children);
-    writeSlotParameters(writer, url, slots);
+    beginWrapperParameters(writer, *this, url, {{"front", front}, {"back", back}}, slots);
     writer.writeColor("translucency", translucency);
     writer.writeColor("transparency", transparency);
     writer.writeFloat("translucency_tex_mult", translucency_tex_mult);
@@ -48,9 +45,7 @@ void MaterialSkp2Sided::setDefaults() {
 }
 
 int MaterialSkp2Sided::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    const NamedChildren children = {{"front", front}, {"back", back}};
-    url = beginWrapperBlock(writer, *this, url, children);
-    writeChildParameters(writer, url, children);
+    beginWrapperParameters(writer, *this, url, {{"front", front}, {"back", back}});
     writer.writeBool("force_1sided", force_1sided);
     endMaterialAsset(writer);
     return 0;
@@ -66,9 +61,7 @@ void MaterialAngleBlend::setDefaults() {
 }
 
 int MaterialAngleBlend::writeXML(AssetXmlWriter& writer, std::u16string url) {
-    const NamedChildren children = {{"mtl_one", mtl_one}, {"mtl_two", mtl_two}};
-    url = beginWrapperBlock(writer, *this, url, children);
-    writeChildParameters(writer, url, children);
+    beginWrapperParameters(writer, *this, url, {{"mtl_one", mtl_one}, {"mtl_two", mtl_two}});
     writer.writeFloat("start_angle", start_angle);
     writer.writeFloat("stop_angle", stop_angle);
     endMaterialAsset(writer);

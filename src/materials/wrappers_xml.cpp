@@ -11,6 +11,13 @@ std::u16string beginWrapperBlock(AssetXmlWriter& writer, BaseMaterial& wrapper, 
     return url;
 }
 
+void beginWrapperParameters(AssetXmlWriter& writer, BaseMaterial& wrapper, std::u16string url,
+                            NamedChildren children, TextureSlots textures) {
+    url = beginWrapperBlock(writer, wrapper, url, children, textures);
+    writeChildParameters(writer, url, children);
+    writeSlotParameters(writer, url, textures);
+}
+
 void writeChildParameters(AssetXmlWriter& writer, const std::u16string& url,
                           NamedChildren children) {
     for (const NamedChild& child : children) {

@@ -20,6 +20,10 @@ using NamedChildren = std::initializer_list<NamedChild>;
 // slots below it, and opens the wrapper's asset. Returns the extended url.
 std::u16string beginWrapperBlock(AssetXmlWriter& writer, BaseMaterial& wrapper, std::u16string url,
                                  NamedChildren children, TextureSlots textures = {});
+// beginWrapperBlock, then the plugin parameters of the child materials and of every texture
+// slot, in that order: the head of most wrappers' parameter lists.
+void beginWrapperParameters(AssetXmlWriter& writer, BaseMaterial& wrapper, std::u16string url,
+                            NamedChildren children, TextureSlots textures = {});
 // One plugin parameter per child material, in the given order.
 void writeChildParameters(AssetXmlWriter& writer, const std::u16string& url,
                           NamedChildren children);
