@@ -92,10 +92,7 @@ public:
     static constexpr int kType = 5;
     static constexpr uint32_t kNewestVersion = 3;
     static constexpr bool kResetsFirst = false;
-    Material2Sided() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    Material2Sided() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;
@@ -132,10 +129,7 @@ public:
     static constexpr int kType = 7;
     static constexpr uint32_t kNewestVersion = 1;
     static constexpr bool kResetsFirst = false;
-    MaterialSkp2Sided() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    MaterialSkp2Sided() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;
@@ -161,10 +155,7 @@ public:
     static constexpr int kType = 8;
     static constexpr uint32_t kNewestVersion = 1;
     static constexpr bool kResetsFirst = true;
-    MaterialOverrideEnvironment() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    MaterialOverrideEnvironment() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;
@@ -244,10 +235,7 @@ public:
     static constexpr int kType = 9;
     static constexpr uint32_t kNewestVersion = 2;
     static constexpr bool kResetsFirst = true;
-    MaterialDisplaced() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    MaterialDisplaced() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;
@@ -291,10 +279,7 @@ public:
     static constexpr uint32_t kNewestVersion = 3;
     static constexpr bool kResetsFirst = true;
     // Version 1 has no section: the name stays the one given at construction.
-    MaterialObjectExclusion() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    MaterialObjectExclusion() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;
@@ -322,10 +307,7 @@ public:
     static constexpr int kType = 11;
     static constexpr uint32_t kNewestVersion = 1;
     static constexpr bool kResetsFirst = true;
-    MaterialAlphaContribution() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    MaterialAlphaContribution() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;
@@ -359,10 +341,7 @@ public:
     static constexpr int kType = 12;
     static constexpr uint32_t kNewestVersion = 1;
     static constexpr bool kResetsFirst = true;
-    MaterialAngleBlend() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    MaterialAngleBlend() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;
@@ -391,10 +370,7 @@ public:
     static constexpr int kType = 14;
     static constexpr uint32_t kNewestVersion = 2;
     static constexpr bool kResetsFirst = true;
-    MaterialToon() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    MaterialToon() { setDefaults(); }
 
     // Leaves name and uuid alone.
     void setDefaults() override;

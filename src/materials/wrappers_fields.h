@@ -57,6 +57,10 @@ struct ChildCollector {
 template <class Derived>
 class WrapperMaterial : public MaterialClass<Derived> {
 public:
+    // Every wrapper starts under a fresh unique name; those whose setDefaults leaves the name
+    // alone keep it until their section is read.
+    WrapperMaterial() { this->resetMaterialBase(); }
+
     // Back to the defaults first in the classes that reset (kResetsFirst); then a version word
     // from 1 to the newest and the fields that version holds. False, with nothing more read,
     // for a word the class does not know.
