@@ -14,17 +14,16 @@
 
 #include "archive/value_types.h"
 #include "materials/material_helpers.h"
+#include "materials/wrappers_fields.h"
 
 namespace CorvaneCore {
-
-class BaseTexture;
-using TexturePtr = std::shared_ptr<BaseTexture>;
 
 // A list of materials. Clone and copy share the entries; the walk of the folded output does
 // not enter it, and it writes no XML.
 class MaterialMulti : public MaterialClass<MaterialMulti> {
 public:
     static constexpr int kType = 2;
+    static constexpr uint32_t kNewestVersion = 2;
     MaterialMulti() { setDefaults(); }
 
     bool serialize(QuickArchive& archive) override;
@@ -44,11 +43,12 @@ private:
 class MaterialBump : public MaterialClass<MaterialBump> {
 public:
     static constexpr int kType = 3;
+    static constexpr uint32_t kNewestVersion = 3;
     MaterialBump() { setDefaults(); }
 
     // False without a base material: the stream has no present flag for it.
     bool serialize(QuickArchive& archive) override;
-    // Does not reset first.
+    // Does not reset first. Each version orders the fields its own way.
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     bool isEqual(const MaterialPtr& other) override;
@@ -61,43 +61,57 @@ public:
 
     MaterialPtr base_mtl;
     TexturePtr bump_tex;
-    float bump_tex_mult = 1.0f;
+    float bump_tex_mult;
+
+    static constexpr WrapperSlot<MaterialBump> kSlot = {
+        "bump_tex", &MaterialBump::bump_tex, "bump_tex_mult", &MaterialBump::bump_tex_mult};
 };
 
 // An instance of another material. `instanceOf` is not stored, and nothing in this system
 // sets it; clone and copy share it. Never equal to anything, itself included.
-class MaterialInstance : public MaterialClass<MaterialInstance> {
+class MaterialInstance : public WrapperMaterial<MaterialInstance> {
 public:
     static constexpr int kType = 4;
+    static constexpr uint32_t kNewestVersion = 1;
+    static constexpr bool kResetsFirst = false;
     MaterialInstance() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     bool isEqual(const MaterialPtr&) override { return false; }
-    void duplicateChildren(MaterialDuplicator) {}
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, baseSection(s)...);
+    }
 
     MaterialPtr instanceOf;
 };
 
-class Material2Sided : public MaterialClass<Material2Sided> {
+class Material2Sided : public WrapperMaterial<Material2Sided> {
 public:
     static constexpr int kType = 5;
-    Material2Sided() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    static constexpr uint32_t kNewestVersion = 3;
+    static constexpr bool kResetsFirst = false;
+    Material2Sided() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    // Does not reset first.
-    bool deserialize(QuickArchive& archive) override;
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"Mtl2Sided"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {front, back}; }
-    void duplicateChildren(MaterialDuplicator duplicate);
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, s.front...);
+        fn(1, s.back...);
+        fn(1, s.translucency_tex...);
+        fn(1, s.translucency...);
+        fn(1, s.translucency_tex_mult...);
+        fn(1, s.force_1sided...);
+        fn(2, s.transparency_tex...);
+        fn(2, s.transparency...);
+        fn(2, s.transparency_tex_mult...);
+        fn(3, baseSection(s)...);
+    }
 
     MaterialPtr front;
     MaterialPtr back;
@@ -105,56 +119,62 @@ public:
     TexturePtr transparency_tex;
     Color translucency;
     Color transparency;
-    float translucency_tex_mult = 1.0f;
-    float transparency_tex_mult = 1.0f;
-    bool force_1sided = false;
+    float translucency_tex_mult;
+    float transparency_tex_mult;
+    bool force_1sided;
 };
 
-class MaterialSkp2Sided : public MaterialClass<MaterialSkp2Sided> {
+class MaterialSkp2Sided : public WrapperMaterial<MaterialSkp2Sided> {
 public:
     static constexpr int kType = 7;
-    MaterialSkp2Sided() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    static constexpr uint32_t kNewestVersion = 1;
+    static constexpr bool kResetsFirst = false;
+    MaterialSkp2Sided() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    // Does not reset first.
-    bool deserialize(QuickArchive& archive) override;
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlSkp2Sided"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {front, back}; }
-    void duplicateChildren(MaterialDuplicator duplicate);
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, baseSection(s)...);
+        fn(1, s.front...);
+        fn(1, s.back...);
+        fn(1, s.force_1sided...);
+    }
 
     MaterialPtr front;
     MaterialPtr back;
-    bool force_1sided = false;
+    bool force_1sided;
 };
 
 // Writes no block of its own: its writeXML passes the url on to the base material unchanged.
-class MaterialOverrideEnvironment : public MaterialClass<MaterialOverrideEnvironment> {
+class MaterialOverrideEnvironment : public WrapperMaterial<MaterialOverrideEnvironment> {
 public:
     static constexpr int kType = 8;
-    MaterialOverrideEnvironment() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    static constexpr uint32_t kNewestVersion = 1;
+    static constexpr bool kResetsFirst = true;
+    MaterialOverrideEnvironment() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    // Resets first.
-    bool deserialize(QuickArchive& archive) override;
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlOverrideEnvironment"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
-    void duplicateChildren(MaterialDuplicator duplicate);
+
+    // The stream holds the textures, then the colours, multipliers and switches, each group
+    // in channel order.
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, baseSection(s)...);
+        fn(1, s.base_mtl...);
+        for (const Channel& c : kChannels) fn(1, (s.*c.slot.texture)...);
+        for (const Channel& c : kChannels) fn(1, (s.*c.color)...);
+        for (const Channel& c : kChannels) fn(1, (s.*c.slot.mult)...);
+        for (const Channel& c : kChannels) fn(1, (s.*c.flag)...);
+    }
 
     MaterialPtr base_mtl;
     TexturePtr bg_tex;
@@ -165,173 +185,245 @@ public:
     Color gi_color;
     Color reflect_color;
     Color refract_color;
-    float bg_tex_mult = 1.0f;
-    float gi_tex_mult = 1.0f;
-    float reflect_tex_mult = 1.0f;
-    float refract_tex_mult = 1.0f;
-    bool override_bg = false;
-    bool override_gi = false;
-    bool override_reflect = false;
-    bool override_refract = false;
+    float bg_tex_mult;
+    float gi_tex_mult;
+    float reflect_tex_mult;
+    float refract_tex_mult;
+    bool override_bg;
+    bool override_gi;
+    bool override_reflect;
+    bool override_refract;
+
+    // One overridden environment channel: its texture slot, colour and switch.
+    struct Channel {
+        WrapperSlot<MaterialOverrideEnvironment> slot;
+        const char* colorName;
+        Color MaterialOverrideEnvironment::*color;
+        const char* flagName;
+        bool MaterialOverrideEnvironment::*flag;
+    };
+    using Env = MaterialOverrideEnvironment;
+    // In stream order, bg before gi; the folded output walks the textures gi first.
+    static constexpr Channel kChannels[] = {
+        {{"bg_tex", &Env::bg_tex, "bg_tex_mult", &Env::bg_tex_mult},
+         "bg_color",
+         &Env::bg_color,
+         "override_bg",
+         &Env::override_bg},
+        {{"gi_tex", &Env::gi_tex, "gi_tex_mult", &Env::gi_tex_mult},
+         "gi_color",
+         &Env::gi_color,
+         "override_gi",
+         &Env::override_gi},
+        {{"reflect_tex", &Env::reflect_tex, "reflect_tex_mult", &Env::reflect_tex_mult},
+         "reflect_color",
+         &Env::reflect_color,
+         "override_reflect",
+         &Env::override_reflect},
+        {{"refract_tex", &Env::refract_tex, "refract_tex_mult", &Env::refract_tex_mult},
+         "refract_color",
+         &Env::refract_color,
+         "override_refract",
+         &Env::override_refract},
+    };
 };
 
 // Writes no block of its own: its writeXML extends the url by its name and passes it on to the
 // base material.
-class MaterialDisplaced : public MaterialClass<MaterialDisplaced> {
+class MaterialDisplaced : public WrapperMaterial<MaterialDisplaced> {
 public:
     static constexpr int kType = 9;
-    MaterialDisplaced() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    static constexpr uint32_t kNewestVersion = 2;
+    static constexpr bool kResetsFirst = true;
+    MaterialDisplaced() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    // Resets first.
-    bool deserialize(QuickArchive& archive) override;
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlDisplaced"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
-    void duplicateChildren(MaterialDuplicator duplicate);
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, baseSection(s)...);
+        fn(1, s.base_mtl...);
+        fn(1, (s.*kSlot.texture)...);
+        fn(1, (s.*kSlot.mult)...);
+        fn(2, s.displace_shift...);
+        fn(2, s.displace_edge_length...);
+        fn(2, s.displace_max_subdivs...);
+        fn(2, s.displace_continuity...);
+        fn(2, s.displace_view_dependent...);
+        fn(2, s.displace_use_globals...);
+    }
 
     MaterialPtr base_mtl;
     TexturePtr displace_tex;
-    float displace_tex_mult = 1.0f;
-    float displace_shift = 0.0f;
-    float displace_edge_length = 4.0f;
-    int32_t displace_max_subdivs = 256;
-    int32_t displace_continuity = 1;
-    int32_t displace_view_dependent = 1;
-    int32_t displace_use_globals = 1;
+    float displace_tex_mult;
+    float displace_shift;
+    float displace_edge_length;
+    int32_t displace_max_subdivs;
+    int32_t displace_continuity;
+    int32_t displace_view_dependent;
+    int32_t displace_use_globals;
+
+    static constexpr WrapperSlot<MaterialDisplaced> kSlot = {
+        "displace_tex", &MaterialDisplaced::displace_tex, "displace_tex_mult",
+        &MaterialDisplaced::displace_tex_mult};
 };
 
-class MaterialObjectExclusion : public MaterialClass<MaterialObjectExclusion> {
+class MaterialObjectExclusion : public WrapperMaterial<MaterialObjectExclusion> {
 public:
     static constexpr int kType = 10;
-    MaterialObjectExclusion() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    static constexpr uint32_t kNewestVersion = 3;
+    static constexpr bool kResetsFirst = true;
+    // Version 1 has no section: the name stays the one given at construction.
+    MaterialObjectExclusion() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    // Resets first. Version 1 has no section: the name stays the one given at construction.
-    bool deserialize(QuickArchive& archive) override;
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlObjectExclusion"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
-    void duplicateChildren(MaterialDuplicator duplicate) { base_mtl = duplicate(base_mtl); }
 
-    int32_t mode = 0;  // non-zero: ignore the objects
-    MaterialPtr base_mtl;
-    std::vector<std::u16string> objects;
-    bool short_circuit = true;
-
-private:
-    bool readObjects(QuickArchive& archive);
-};
-
-class MaterialAlphaContribution : public MaterialClass<MaterialAlphaContribution> {
-public:
-    static constexpr int kType = 11;
-    MaterialAlphaContribution() {
-        resetMaterialBase();
-        setDefaults();
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, s.mode...);
+        fn(1, s.base_mtl...);
+        fn(1, s.objects...);
+        fn(2, baseSection(s)...);
+        fn(3, s.short_circuit...);
     }
 
-    bool serialize(QuickArchive& archive) override;
-    // Resets first.
-    bool deserialize(QuickArchive& archive) override;
+    int32_t mode;  // non-zero: ignore the objects
+    MaterialPtr base_mtl;
+    std::vector<std::u16string> objects;
+    bool short_circuit;
+};
+
+class MaterialAlphaContribution : public WrapperMaterial<MaterialAlphaContribution> {
+public:
+    static constexpr int kType = 11;
+    static constexpr uint32_t kNewestVersion = 1;
+    static constexpr bool kResetsFirst = true;
+    MaterialAlphaContribution() { setDefaults(); }
+
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlAlphaContribution"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
     void writeFoldedTextures(AssetXmlWriter& writer, const std::u16string& url) override;
     void writeFoldedParameters(AssetXmlWriter& writer, const std::u16string& url) override;
-    void duplicateChildren(MaterialDuplicator duplicate);
+
+    // The multiplier stands ahead of alpha in the stream, behind it in the XML.
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, baseSection(s)...);
+        fn(1, s.base_mtl...);
+        fn(1, (s.*kSlot.texture)...);
+        fn(1, (s.*kSlot.mult)...);
+        fn(1, s.alpha...);
+    }
 
     MaterialPtr base_mtl;
     TexturePtr alpha_tex;
-    float alpha_tex_mult = 1.0f;  // ahead of alpha in the stream, behind it in the XML
-    float alpha = 1.0f;
+    float alpha_tex_mult;
+    float alpha;
+
+    static constexpr WrapperSlot<MaterialAlphaContribution> kSlot = {
+        "alpha_tex", &MaterialAlphaContribution::alpha_tex, "alpha_tex_mult",
+        &MaterialAlphaContribution::alpha_tex_mult};
 };
 
-class MaterialAngleBlend : public MaterialClass<MaterialAngleBlend> {
+class MaterialAngleBlend : public WrapperMaterial<MaterialAngleBlend> {
 public:
     static constexpr int kType = 12;
-    MaterialAngleBlend() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    static constexpr uint32_t kNewestVersion = 1;
+    static constexpr bool kResetsFirst = true;
+    MaterialAngleBlend() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    // Resets first.
-    bool deserialize(QuickArchive& archive) override;
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlAngleBlend"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {mtl_one, mtl_two}; }
-    void duplicateChildren(MaterialDuplicator duplicate);
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, baseSection(s)...);
+        fn(1, s.mtl_one...);
+        fn(1, s.mtl_two...);
+        fn(1, s.start_angle...);
+        fn(1, s.stop_angle...);
+    }
 
     MaterialPtr mtl_one;
     MaterialPtr mtl_two;
-    float start_angle = 75.0f;
-    float stop_angle = 150.0f;
+    float start_angle;
+    float stop_angle;
 };
 
 // A toon outline. Its own writeXML and the toon layout of the folded output name the same
 // fields differently ("width" here, "lineWidth" there), on purpose.
-class MaterialToon : public MaterialClass<MaterialToon> {
+class MaterialToon : public WrapperMaterial<MaterialToon> {
 public:
     static constexpr int kType = 14;
-    MaterialToon() {
-        resetMaterialBase();
-        setDefaults();
-    }
+    static constexpr uint32_t kNewestVersion = 2;
+    static constexpr bool kResetsFirst = true;
+    MaterialToon() { setDefaults(); }
 
-    bool serialize(QuickArchive& archive) override;
-    // Resets first.
-    bool deserialize(QuickArchive& archive) override;
     // Leaves name and uuid alone.
     void setDefaults() override;
-    bool isEqual(const MaterialPtr& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"MtlToon"; }
-    std::vector<MaterialPtr> walkedMaterials() override { return {base_mtl}; }
-    void duplicateChildren(MaterialDuplicator duplicate);
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, s.base_mtl...);
+        fn(1, s.lineWidth...);
+        fn(1, s.lineWidthTexMult...);
+        fn(1, s.lineWidthTex...);
+        fn(1, s.opacity...);
+        fn(1, s.opacityTexMult...);
+        fn(1, s.opacityTex...);
+        fn(1, s.distort...);
+        fn(1, s.distortTexMult...);
+        fn(1, s.distortTex...);
+        fn(1, s.lineColor...);
+        fn(1, s.lineColorTexMult...);
+        fn(1, s.lineColorTex...);
+        fn(1, s.zThreshold...);
+        fn(1, s.traceBias...);
+        fn(1, s.normalThreshold...);
+        fn(1, s.line_units...);
+        fn(1, s.doSecondary...);
+        fn(1, s.divideByDist...);
+        fn(1, baseSection(s)...);
+        fn(2, s.doSilhouetteMult...);
+        fn(2, s.silhouetteMult...);
+    }
 
     MaterialPtr base_mtl;
-    float lineWidth = 1.5f;
-    float lineWidthTexMult = 1.0f;
+    float lineWidth;
+    float lineWidthTexMult;
     TexturePtr lineWidthTex;
-    float opacity = 1.0f;
-    float opacityTexMult = 1.0f;
+    float opacity;
+    float opacityTexMult;
     TexturePtr opacityTex;
-    float distort = 0.0f;
-    float distortTexMult = 1.0f;
+    float distort;
+    float distortTexMult;
     TexturePtr distortTex;
     Color lineColor;
-    float lineColorTexMult = 1.0f;
+    float lineColorTexMult;
     TexturePtr lineColorTex;
-    float zThreshold = 0.95f;
-    float traceBias = 0.02f;
-    float normalThreshold = 0.7f;
-    float line_units = 1.0f;  // not part of the toon layout
-    bool doSecondary = true;
-    bool divideByDist = false;
-    bool doSilhouetteMult = false;
-    float silhouetteMult = 1.5f;
+    float zThreshold;
+    float traceBias;
+    float normalThreshold;
+    float line_units;  // not part of the toon layout
+    bool doSecondary;
+    bool divideByDist;
+    bool doSilhouetteMult;
+    float silhouetteMult;
 };
 
 }  // namespace CorvaneCore

@@ -5,11 +5,6 @@
 
 namespace CorvaneCore {
 
-namespace {
-constexpr uint32_t kMultiVersion = 2;
-constexpr uint32_t kInstanceVersion = 1;
-}  // namespace
-
 void MaterialMulti::setDefaults() {
     resetMaterialBase();
     materials.clear();
@@ -32,8 +27,7 @@ bool MaterialMulti::readEntries(QuickArchive& archive) {
 
 bool MaterialMulti::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    if (!readVersion(archive, major) || major < 1 || major > kMultiVersion) return false;
-    if (!readEntries(archive)) return false;
+    if (!readVersionIn(archive, 1, kNewestVersion, major) || !readEntries(archive)) return false;
     if (major == 1) {
         readBareName(archive);
         return true;
@@ -42,7 +36,7 @@ bool MaterialMulti::deserialize(QuickArchive& archive) {
 }
 
 bool MaterialMulti::serialize(QuickArchive& archive) {
-    writeVersion(archive, kMultiVersion);
+    writeVersion(archive, kNewestVersion);
     archive.write(static_cast<uint32_t>(materials.size()));
     for (const MaterialPtr& entry : materials) {
         if (!writeBareMaterial(archive, entry)) return false;
@@ -64,18 +58,6 @@ bool MaterialMulti::isEqual(const MaterialPtr& other) {
 void MaterialInstance::setDefaults() {
     resetMaterialBase();
     instanceOf.reset();
-}
-
-bool MaterialInstance::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readVersion(archive, major) || major != kInstanceVersion) return false;
-    return readMaterialSection(archive);
-}
-
-bool MaterialInstance::serialize(QuickArchive& archive) {
-    writeVersion(archive, kInstanceVersion);
-    writeMaterialSection(archive);
-    return true;
 }
 
 }  // namespace CorvaneCore
