@@ -8,26 +8,20 @@
 
 #include "archive/field_list.h"
 #include "archive/read_helpers.h"
+#include "materials/brdf_layer.h"
 #include "materials/brdf_slots.h"
 #include "materials/material_helpers.h"
 
 namespace CorvaneCore {
 
-// Material-slot and texture-slot: bool present, then the child's type id and stream.
+// Material slot: bool present, then the child's type id and stream. The texture slot's field
+// kind sits beside the layers' slot helpers (materials/brdf_layer.h).
 inline bool readField(QuickArchive& archive, MaterialPtr& slot) {
     return readMaterialSlot(archive, slot);
 }
 inline bool writeField(QuickArchive& archive, const MaterialPtr& slot) {
     return writeMaterialSlot(archive, slot);
 }
-inline bool readField(QuickArchive& archive, TexturePtr& slot) {
-    return readTextureSlot(archive, slot);
-}
-inline bool writeField(QuickArchive& archive, const TexturePtr& slot) {
-    return writeTextureSlot(archive, slot);
-}
-// The texture class stays incomplete here; its comparison lives beside the slot helpers.
-inline bool sameField(const TexturePtr& a, const TexturePtr& b) { return sameTexture(a, b); }
 
 // A list of wide strings behind a u32 count.
 bool readField(QuickArchive& archive, std::vector<std::u16string>& entries);
