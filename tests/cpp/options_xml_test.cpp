@@ -298,22 +298,3 @@ TEST(OptionsXml, EnvironmentTextureStandsBeforeTheEnvironmentAsset) {
     EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "bg_mult"), "3.5");
     EXPECT_EQ(valueOf(doc, "SettingsEnvironment", "gi_mult"), "0.25");
 }
-
-TEST(OptionsXml, FrameDataWritesItsOwnBlock) {
-    CorvaneFrameData frame;
-    frame.frameEnd = 2.0;
-    frame.camToWorld.offset[1] = 1.5;
-    std::string text;
-    AssetXmlWriter writer(text);
-    frame.writeXML(writer, u"");
-    const std::string doc = writer.stream();
-    EXPECT_EQ(doc.rfind("  <Asset layout=\"\" renderer=\"ombra\" type=\"settings\" "
-                        "url=\"/FrameData\" >\n",
-                        0),
-              0u);
-    EXPECT_EQ(valueOf(doc, "FrameData", "frameEnd"), "2");
-    EXPECT_EQ(valueOf(doc, "FrameData", "camToWorld"),
-              "<vector><x>0</x><y>0</y><z>0</z></vector><vector><x>0</x><y>0</y><z>0</z>"
-              "</vector><vector><x>0</x><y>0</y><z>0</z></vector>"
-              "<vector><x>0</x><y>1.5</y><z>0</z></vector>");
-}
