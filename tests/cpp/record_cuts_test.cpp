@@ -1,4 +1,5 @@
-// The newest record of every layer and of the wrappers that reset before reading, assembled
+// The newest record of every layer, of the wrappers that reset before reading and of the bitmap
+// texture with its two children, assembled
 // from their field tables with each field unlike its neighbours and its default, and cut by the
 // end of the archive at every byte: what the cut leaves out must stand as a read past the end
 // leaves it, and what it holds as stored.
@@ -10,6 +11,7 @@
 #include "material_bytes.h"
 #include "materials/brdf.h"
 #include "materials/wrappers.h"
+#include "textures/texture.h"
 
 using namespace CorvaneCore;
 using namespace cut_records;
@@ -81,6 +83,22 @@ Fields alphaContributionFields() {
     return materialSection(s).absent().absent().f(2.5f, 1).f(0.5f, 1);
 }
 
+// Placement components: their word, nine floats from `first` on and three mirror flags.
+Fields& components(Fields& s, float first) {
+    s.word(1).f(first, 0).f(first + 1, 0).f(first + 2, 0).f(2, 1).f(3, 1).f(4, 1);
+    return s.f(first + 3, 0).f(first + 4, 0).f(first + 5, 0).i(1, 0).i(0, 0).i(1, 0);
+}
+
+// Both child ids first (a channel generator and a buffer), then both children's data. A cut
+// inside the ids reads the missing bytes as zero, so a generator of another class enters.
+Fields bitmapTextureFields() {
+    Fields s(1);
+    s.i(4, 0).i(0, 0).word(2).transform(1).transform(20).i(1, 0).i(2, 0).i(3, 1);
+    components(s, 10);
+    components(s, 40);
+    return s.word(1).i(2, 1).f(0.25f, 0.15f).f(2.2f, 1).text("C:/t.png").b(false, true);
+}
+
 // Name and uuid that a cut material keeps from before, or a fresh one draws.
 void sameName(BaseMaterial& m) {
     m.name = u"Named";
@@ -125,4 +143,9 @@ TEST_F(WrapperCuts, RecordsCutAtEveryByteLeaveWhatAReadPastTheEndGives) {
                                       Start::Used, same);
     expectEveryCutLeavesPastEndValues(maker<BaseMaterial, MaterialAlphaContribution>(),
                                       alphaContributionFields(), Start::Used, same);
+}
+
+TEST_F(WrapperCuts, BitmapTextureCutAtEveryByteLeavesWhatAReadPastTheEndGives) {
+    expectWritesBackDistinctRecord(maker<BaseTexture, BitmapTexture>(), bitmapTextureFields());
+    expectEveryCutLeavesPastEndValues(maker<BaseTexture, BitmapTexture>(), bitmapTextureFields());
 }
