@@ -1,10 +1,15 @@
-// A major 0 options stream holds only the rows every major has: written back as the newest
-// layout, every later row must carry the default of the options table, byte for byte.
+// The options at their defaults: the whole document equals the bundled expected document, which
+// was written from the options tables; and a major 0 stream, which holds only the rows every
+// major has, written back as the newest layout, carries the table default in every later row.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <string>
 #include <vector>
 
+#include "convert/conversions.h"
 #include "options/all_options.h"
 #include "options_stream_builder.h"
 
@@ -24,7 +29,21 @@ std::vector<uint8_t> writtenAfterMajorZero() {
     return bytes;
 }
 
+std::string bundled(const std::string& file) {
+    std::ifstream in(std::string(QUILLON_SAMPLES_DIR) + "/" + file, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
 }  // namespace
+
+TEST(OptionsDefaults, DefaultDocumentIsTheBundledExpectedDocument) {
+    const std::string expected = bundled("default_options.xml");
+    ASSERT_FALSE(expected.empty());
+    AllOptions options;
+    EXPECT_EQ(optionsDocument(options), expected);
+}
 
 TEST(OptionsDefaults, RowsAfterMajorZeroCarryTheirTableDefaults) {
     const std::vector<uint8_t> written = writtenAfterMajorZero();
