@@ -258,18 +258,6 @@ TEST(StampInfoBinary, BothVersionsReadTheFontAndAnEmptyTextReplacesTheDefault) {
     }
 }
 
-TEST(FrameDataBinary, ReadsTheOnlyVersionAndWritesItBack) {
-    StreamBuilder b;
-    appendFrameData(b);
-    CorvaneFrameData f;
-    ASSERT_TRUE(readAll(f, b));
-    EXPECT_DOUBLE_EQ(f.frameEnd, 2.5);
-    EXPECT_DOUBLE_EQ(f.camToWorld.offset[2], 41.0);  // stored as floats, held as doubles
-    EXPECT_EQ(f.r_height, 47);
-    EXPECT_FLOAT_EQ(f.bright_mult, 2.0f);
-    expectWritesBack(f, b);
-}
-
 // ---------------------------------------------------------------- cameras
 
 TEST(PhysicalCamera, VersionOneStoresTheAnimatedValuesAsFloats) {

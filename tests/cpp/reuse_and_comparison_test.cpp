@@ -89,6 +89,10 @@ TEST(Comparison, EveryFamilyRefusesNothingAndOtherClasses) {
         expectComparesOnlyWithItsOwnKind(createUVW);
     }
     {
+        SCOPED_TRACE("bitmaps");
+        expectComparesOnlyWithItsOwnKind(createBitmap);
+    }
+    {
         SCOPED_TRACE("lights");
         // Likewise each sun light.
         expectComparesOnlyWithItsOwnKind(createLight, {kSunLightType});
