@@ -13,11 +13,14 @@
 
 namespace CorvaneCore {
 
-// Writes a non-empty child under `slotUrl`, so its asset stands before its parent's.
+// Writes a non-empty child under its slot URL, `url`, "/" and `pathWord`, so its asset stands
+// before its parent's; gives the slot URL for the parent's reference.
 template <class Base>
-void writeChildXML(AssetXmlWriter& writer, const std::shared_ptr<Base>& child,
-                   const std::u16string& slotUrl) {
+std::u16string writeChildAt(AssetXmlWriter& writer, const std::shared_ptr<Base>& child,
+                            const std::u16string& url, const char16_t* pathWord) {
+    std::u16string slotUrl = url + u"/" + pathWord;
     if (child) child->writeXML(writer, slotUrl);
+    return slotUrl;
 }
 
 // Reads a texture's version word and returns the texture to its defaults; true when the minor

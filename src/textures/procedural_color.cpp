@@ -39,14 +39,12 @@ void FresnelTexture::setDefaults() {
 // parameters keep the colour names.
 int FresnelTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string blackUrl = url + u"/reflection_tex";
-    const std::u16string whiteUrl = url + u"/refraction_tex";
-    const std::u16string fresnelUrl = url + u"/fresnel_ior_tex";
-    const std::u16string refractUrl = url + u"/refract_ior_tex";
-    writeChildXML(writer, black_color_tex, blackUrl);
-    writeChildXML(writer, white_color_tex, whiteUrl);
-    writeChildXML(writer, fresnel_ior_tex, fresnelUrl);
-    writeChildXML(writer, refract_ior_tex, refractUrl);
+    const std::u16string blackUrl = writeChildAt(writer, black_color_tex, url, u"reflection_tex");
+    const std::u16string whiteUrl = writeChildAt(writer, white_color_tex, url, u"refraction_tex");
+    const std::u16string fresnelUrl =
+        writeChildAt(writer, fresnel_ior_tex, url, u"fresnel_ior_tex");
+    const std::u16string refractUrl =
+        writeChildAt(writer, refract_ior_tex, url, u"refract_ior_tex");
 
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writeColor("white_color", inverted(frontColor));
@@ -87,8 +85,7 @@ void InvertTexture::setDefaults() {
 // The child's asset lives under "base_texture"; the parameter is "texture".
 int InvertTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string textureUrl = url + u"/base_texture";
-    writeChildXML(writer, texture, textureUrl);
+    const std::u16string textureUrl = writeChildAt(writer, texture, url, u"base_texture");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("texture", texture, textureUrl);
     writer.writeBool("invert_alpha", invert_alpha);
@@ -108,10 +105,8 @@ void BlendTexture::setDefaults() {
 
 int BlendTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string aUrl = url + u"/color_a";
-    const std::u16string bUrl = url + u"/color_b";
-    writeChildXML(writer, color_a, aUrl);
-    writeChildXML(writer, color_b, bUrl);
+    const std::u16string aUrl = writeChildAt(writer, color_a, url, u"color_a");
+    const std::u16string bUrl = writeChildAt(writer, color_b, url, u"color_b");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("color_a", color_a, aUrl);
     writer.writePlugin("color_b", color_b, bUrl);

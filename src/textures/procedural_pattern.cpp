@@ -11,8 +11,7 @@ void UVWTexture::setDefaults() { uvwgen.reset(); }
 
 int UVWTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    writeChildXML(writer, uvwgen, uvwUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     endAssetFrame(writer);
@@ -33,10 +32,8 @@ void RampTexture::setDefaults() {
 
 int RampTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string colorsUrl = url + u"/colors";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, colors, colorsUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string colorsUrl = writeChildAt(writer, colors, url, u"colors");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("colors", colors, colorsUrl);
@@ -59,8 +56,7 @@ void BulgeTexture::setDefaults() {
 
 int BulgeTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    writeChildXML(writer, uvwgen, uvwUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writeFloat("u_width", u_width);
@@ -83,12 +79,9 @@ void GridTexture::setDefaults() {
 
 int GridTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string lineUrl = url + u"/line_color";
-    const std::u16string fillUrl = url + u"/fill_color";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, line_color, lineUrl);
-    writeChildXML(writer, fill_color, fillUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string lineUrl = writeChildAt(writer, line_color, url, u"line_color");
+    const std::u16string fillUrl = writeChildAt(writer, fill_color, url, u"fill_color");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("line_color", line_color, lineUrl);
@@ -114,8 +107,7 @@ void ClothTexture::setDefaults() {
 // The one stored flag tiles both directions.
 int ClothTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    writeChildXML(writer, uvwgen, uvwUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writeAColor("gap_color", gap_color);
@@ -154,12 +146,9 @@ void NoiseTexture::setDefaults() {
 
 int NoiseTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string color1Url = url + u"/color1_tex";
-    const std::u16string color2Url = url + u"/color2_tex";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, color1_tex, color1Url);
-    writeChildXML(writer, color2_tex, color2Url);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string color1Url = writeChildAt(writer, color1_tex, url, u"color1_tex");
+    const std::u16string color2Url = writeChildAt(writer, color2_tex, url, u"color2_tex");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("color1_tex", color1_tex, color1Url);
@@ -197,12 +186,9 @@ void CheckerTexture::setDefaults() {
 
 int CheckerTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string whiteUrl = url + u"/white_color";
-    const std::u16string blackUrl = url + u"/black_color";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, white_color, whiteUrl);
-    writeChildXML(writer, black_color, blackUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string whiteUrl = writeChildAt(writer, white_color, url, u"white_color");
+    const std::u16string blackUrl = writeChildAt(writer, black_color, url, u"black_color");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("white_color", white_color, whiteUrl);

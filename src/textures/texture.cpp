@@ -47,10 +47,8 @@ void BitmapTexture::setDefaults() {
 // The image's asset lives under "buffer" while the parameter that refers to it is "bitmap".
 int BitmapTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string bufferUrl = url + u"/buffer";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, bitmap, bufferUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string bufferUrl = writeChildAt(writer, bitmap, url, u"buffer");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("bitmap", bitmap, bufferUrl);
