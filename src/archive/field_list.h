@@ -39,6 +39,7 @@ inline bool sameField(const Color& a, const Color& b) { return sameColor(a, b); 
 inline bool sameField(const AColor& a, const AColor& b) { return sameAColor(a, b); }
 inline bool sameField(const Vector& a, const Vector& b) { return sameVector(a, b); }
 inline bool sameField(const Transform& a, const Transform& b) { return sameTransform(a, b); }
+inline bool sameField(const Matrix& a, const Matrix& b) { return sameMatrix(a, b); }
 // Two child slots match when both are empty or the children compare equal.
 template <class T>
 bool sameField(const std::shared_ptr<T>& a, const std::shared_ptr<T>& b) {

@@ -8,19 +8,7 @@
 namespace CorvaneCore {
 
 void SunLight::setDefaults() {
-    up_vector = Vector(0, 0, 1);
-    shadowBias = 0.0f;
-    turbidity = 3.0f;
-    water_vapour = 2.0f;
-    intensity_multiplier = 1.0f;
-    size_multiplier = 1.0f;
-    photon_radius = 50.0f;
-    photon_emit_distance = 150.0f;
-    ozone = 0.35f;
-    photonSubdivs = 500;
-    causticSubdivs = 1000;
-    shadow_subdivs = 8;
-    shadows = true;
+    setSunDefaults();
     sunId = newUuidText();
     sunName.clear();
     enabled = true;

@@ -7,6 +7,7 @@
 
 #include "archive/value_types.h"
 #include "lights/light_fields.h"
+#include "lights/sun_parameters.h"
 #include "params/animated.h"
 
 namespace CorvaneCore {
@@ -15,7 +16,7 @@ namespace CorvaneCore {
 inline constexpr char16_t kDefaultSunId[] = u"{D3BE9766-E4AA-418b-81A9-23414A2BA98D}";
 inline constexpr char16_t kDefaultSunName[] = u"Default";
 
-class SunLight : public ListedLight<SunLight> {
+class SunLight : public ListedLight<SunLight>, public SunParameters {
 public:
     static constexpr int kType = kSunLightType;
     static constexpr uint32_t kNewestVersion = 4;
@@ -35,38 +36,13 @@ public:
     // Stored fields but the transform, in stored order with their first version.
     template <class Fn, class... Light>
     static void visitFields(Fn& fn, Light&... l) {
-        fn(1, l.up_vector...);
-        fn(1, l.shadowBias...);
-        fn(1, l.turbidity...);
-        fn(1, l.water_vapour...);
-        fn(1, l.intensity_multiplier...);
-        fn(1, l.size_multiplier...);
-        fn(1, l.photon_radius...);
-        fn(1, l.photon_emit_distance...);
-        fn(1, l.ozone...);
-        fn(1, l.photonSubdivs...);
-        fn(1, l.causticSubdivs...);
-        fn(1, l.shadow_subdivs...);
-        fn(1, l.shadows...);
+        visitSunFields(fn, 1, l...);
         fn(2, l.sunId...);
         fn(2, l.sunName...);
         fn(3, l.enabled...);
         fn(3, l.invisible...);
     }
 
-    Vector up_vector;
-    float shadowBias;
-    float turbidity;
-    float water_vapour;
-    float intensity_multiplier;
-    float size_multiplier;
-    float photon_radius;
-    float photon_emit_distance;
-    float ozone;
-    int32_t photonSubdivs;
-    int32_t causticSubdivs;
-    int32_t shadow_subdivs;
-    bool shadows;
     std::u16string sunId;
     std::u16string sunName;
     bool enabled;

@@ -1,45 +1,36 @@
-// Small pieces shared by the texture, bitmap and UVW classes: deep copies and comparisons of
-// child slots, and the fixed frame of one asset.
+// Small pieces shared by the texture, bitmap and UVW classes: the listed-field class frame,
+// the version word, and the fixed frame of one asset.
 #pragma once
 
 #include <memory>
 #include <string>
 
+#include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "textures/base_texture.h"
+#include "textures/child_slots.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
 
-// A child slot's own deep copy; an empty slot stays empty.
+// Writes a non-empty child under its slot URL, `url`, "/" and `pathWord`, so its asset stands
+// before its parent's; gives the slot URL for the parent's reference.
 template <class Base>
-std::shared_ptr<Base> cloneChild(const std::shared_ptr<Base>& child) {
-    return child ? child->clone() : nullptr;
-}
-
-// Two slots match when both are empty or the children compare equal.
-template <class Base>
-bool sameChild(const std::shared_ptr<Base>& mine, const std::shared_ptr<Base>& theirs) {
-    if (!mine) return !theirs;
-    return theirs && mine->isEqual(theirs);
-}
-
-// Writes a non-empty child under `slotUrl`, so its asset stands before its parent's.
-template <class Base>
-void writeChildXML(AssetXmlWriter& writer, const std::shared_ptr<Base>& child,
-                   const std::u16string& slotUrl) {
+std::u16string writeChildAt(AssetXmlWriter& writer, const std::shared_ptr<Base>& child,
+                            const std::u16string& url, const char16_t* pathWord) {
+    std::u16string slotUrl = url + u"/" + pathWord;
     if (child) child->writeXML(writer, slotUrl);
+    return slotUrl;
 }
 
 // Reads a texture's version word and returns the texture to its defaults; true when the minor
 // half is 0 and the major lies between 1 and `newest`.
 inline bool readTextureVersion(QuickArchive& archive, BaseTexture& texture, uint32_t newest,
                                uint32_t& major) {
-    uint32_t word = 0;
-    archive.read(word);
+    const VersionWord word = readVersionWord(archive);
     texture.setDefaults();
-    major = versionMajor(word);
-    return versionMinor(word) == 0 && major >= 1 && major <= newest;
+    major = word.major;
+    return word.minor == 0 && major >= 1 && major <= newest;
 }
 
 // Opens asset, plugin and parameter list of one object.
@@ -56,21 +47,47 @@ inline void endAssetFrame(AssetXmlWriter& writer) {
     writer.endAsset();
 }
 
-// Gives a texture class its deep `clone` and `isEqual` from two members of its own:
-// `cloneChildren()`, which replaces each child by its clone, and `sameAs(other)`, which compares
-// the children in slot order and then the fields.
-template <class Derived>
-class TextureClass : public BaseTexture {
+// The record operations, deep copy and comparison of a class whose stored fields are all in its
+// `visitFields` list, newest version `Derived::kNewestVersion`. A class whose mandatory children
+// must all be present before anything is written says so by `kChecksChildrenFirst`. Members that
+// the list leaves out join the copy and the comparison through `deepenUnlisted` and
+// `sameUnlisted`, which a class may hide with its own.
+template <class Derived, class Base>
+class ListedFamilyClass : public Base {
 public:
-    std::shared_ptr<BaseTexture> clone() override {
-        auto copy = std::make_shared<Derived>(static_cast<const Derived&>(*this));
-        copy->cloneChildren();
+    bool serialize(QuickArchive& archive) override {
+        if (Derived::kChecksChildrenFirst && !mandatoryChildrenPresent(self())) return false;
+        writeVersion(archive, Derived::kNewestVersion);
+        return writeListedFields(archive, self());
+    }
+    std::shared_ptr<Base> clone() override {
+        auto copy = std::make_shared<Derived>(self());
+        deepenListedFields(*copy);
+        copy->deepenUnlisted();
         return copy;
     }
-    bool isEqual(const std::shared_ptr<BaseTexture>& other) override {
-        if (!other || other->getType() != getType()) return false;
+    bool isEqual(const std::shared_ptr<Base>& other) override {
+        if (!other || other->getType() != this->getType()) return false;
         const auto* theirs = dynamic_cast<const Derived*>(other.get());
-        return theirs && static_cast<Derived*>(this)->sameAs(*theirs);
+        return theirs && sameListedFields(self(), *theirs) && self().sameUnlisted(*theirs);
+    }
+
+    void deepenUnlisted() {}
+    bool sameUnlisted(const Derived&) const { return true; }
+
+private:
+    Derived& self() { return static_cast<Derived&>(*this); }
+};
+
+// A texture reads its version word, returns to its defaults, and then checks the word.
+template <class Derived>
+class TextureClass : public ListedFamilyClass<Derived, BaseTexture> {
+public:
+    bool deserialize(QuickArchive& archive) override {
+        Derived& self = static_cast<Derived&>(*this);
+        uint32_t major = 0;
+        if (!readTextureVersion(archive, self, Derived::kNewestVersion, major)) return false;
+        return readListedFields(archive, major, self);
     }
 };
 

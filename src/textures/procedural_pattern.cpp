@@ -9,25 +9,9 @@ namespace CorvaneCore {
 
 void UVWTexture::setDefaults() { uvwgen.reset(); }
 
-bool UVWTexture::serialize(QuickArchive& archive) {
-    writeVersion(archive, 1);
-    return writeRequiredChild(archive, uvwgen);
-}
-
-bool UVWTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, 1, major)) return false;
-    return readRequiredChildInPlace(archive, uvwgen, createUVW);
-}
-
-void UVWTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
-
-bool UVWTexture::sameAs(const UVWTexture& o) const { return sameChild(uvwgen, o.uvwgen); }
-
 int UVWTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    writeChildXML(writer, uvwgen, uvwUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     endAssetFrame(writer);
@@ -46,51 +30,10 @@ void RampTexture::setDefaults() {
     interpolation = 1;
 }
 
-bool RampTexture::serialize(QuickArchive& archive) {
-    writeVersion(archive, 1);
-    if (!writeRequiredChild(archive, uvwgen) || !writeRequiredChild(archive, colors)) {
-        return false;
-    }
-    archive.write(positions);
-    archive.write(u_wave);
-    archive.write(v_wave);
-    archive.write(type);
-    archive.write(interpolation);
-    return true;
-}
-
-bool RampTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, 1, major)) return false;
-    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
-        !readRequiredChildInPlace(archive, colors, createTexture)) {
-        return false;
-    }
-    archive.read(positions);
-    archive.read(u_wave);
-    archive.read(v_wave);
-    archive.read(type);
-    archive.read(interpolation);
-    return true;
-}
-
-void RampTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-    colors = cloneChild(colors);
-}
-
-bool RampTexture::sameAs(const RampTexture& o) const {
-    return sameChild(uvwgen, o.uvwgen) && sameChild(colors, o.colors) &&
-           sameFloat(positions, o.positions) && sameFloat(u_wave, o.u_wave) &&
-           sameFloat(v_wave, o.v_wave) && type == o.type && interpolation == o.interpolation;
-}
-
 int RampTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string colorsUrl = url + u"/colors";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, colors, colorsUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string colorsUrl = writeChildAt(writer, colors, url, u"colors");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("colors", colors, colorsUrl);
@@ -111,35 +54,9 @@ void BulgeTexture::setDefaults() {
     v_width = 0.1f;
 }
 
-// Unlike its sisters it tests its generator only after the version word.
-bool BulgeTexture::serialize(QuickArchive& archive) {
-    writeVersion(archive, 1);
-    if (!writeRequiredChild(archive, uvwgen)) return false;
-    archive.write(u_width);
-    archive.write(v_width);
-    return true;
-}
-
-bool BulgeTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, 1, major)) return false;
-    if (!readRequiredChildInPlace(archive, uvwgen, createUVW)) return false;
-    archive.read(u_width);
-    archive.read(v_width);
-    return true;
-}
-
-void BulgeTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
-
-bool BulgeTexture::sameAs(const BulgeTexture& o) const {
-    return sameChild(uvwgen, o.uvwgen) && sameFloat(u_width, o.u_width) &&
-           sameFloat(v_width, o.v_width);
-}
-
 int BulgeTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    writeChildXML(writer, uvwgen, uvwUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writeFloat("u_width", u_width);
@@ -160,58 +77,11 @@ void GridTexture::setDefaults() {
     v_width = 0.1f;
 }
 
-bool GridTexture::serialize(QuickArchive& archive) {
-    if (!uvwgen || !line_color || !fill_color) return false;
-    writeVersion(archive, 2);
-    if (!writeRequiredChild(archive, uvwgen) || !writeRequiredChild(archive, line_color) ||
-        !writeRequiredChild(archive, fill_color)) {
-        return false;
-    }
-    archive.write(lineColorMult);
-    archive.write(fillColorMult);
-    archive.write(u_width);
-    archive.write(v_width);
-    return true;
-}
-
-bool GridTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, 2, major)) return false;
-    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
-        !readRequiredChildInPlace(archive, line_color, createTexture) ||
-        !readRequiredChildInPlace(archive, fill_color, createTexture)) {
-        return false;
-    }
-    if (major >= 2) {
-        archive.read(lineColorMult);
-        archive.read(fillColorMult);
-    }
-    archive.read(u_width);
-    archive.read(v_width);
-    return true;
-}
-
-void GridTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-    line_color = cloneChild(line_color);
-    fill_color = cloneChild(fill_color);
-}
-
-bool GridTexture::sameAs(const GridTexture& o) const {
-    return sameChild(uvwgen, o.uvwgen) && sameChild(line_color, o.line_color) &&
-           sameChild(fill_color, o.fill_color) && sameFloat(lineColorMult, o.lineColorMult) &&
-           sameFloat(fillColorMult, o.fillColorMult) && sameFloat(u_width, o.u_width) &&
-           sameFloat(v_width, o.v_width);
-}
-
 int GridTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string lineUrl = url + u"/line_color";
-    const std::u16string fillUrl = url + u"/fill_color";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, line_color, lineUrl);
-    writeChildXML(writer, fill_color, fillUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string lineUrl = writeChildAt(writer, line_color, url, u"line_color");
+    const std::u16string fillUrl = writeChildAt(writer, fill_color, url, u"fill_color");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("line_color", line_color, lineUrl);
@@ -234,45 +104,10 @@ void ClothTexture::setDefaults() {
     tile = true;
 }
 
-bool ClothTexture::serialize(QuickArchive& archive) {
-    if (!uvwgen) return false;
-    writeVersion(archive, 2);
-    if (!writeRequiredChild(archive, uvwgen)) return false;
-    archive.write(gap_color);
-    archive.write(u_color);
-    archive.write(v_color);
-    archive.write(u_width);
-    archive.write(v_width);
-    archive.write(tile);
-    return true;
-}
-
-bool ClothTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, 2, major)) return false;
-    if (!readRequiredChildInPlace(archive, uvwgen, createUVW)) return false;
-    archive.read(gap_color);
-    archive.read(u_color);
-    archive.read(v_color);
-    archive.read(u_width);
-    archive.read(v_width);
-    if (major >= 2) archive.read(tile);
-    return true;
-}
-
-void ClothTexture::cloneChildren() { uvwgen = cloneChild(uvwgen); }
-
-bool ClothTexture::sameAs(const ClothTexture& o) const {
-    return sameChild(uvwgen, o.uvwgen) && sameAColor(gap_color, o.gap_color) &&
-           sameAColor(u_color, o.u_color) && sameAColor(v_color, o.v_color) &&
-           sameFloat(u_width, o.u_width) && sameFloat(v_width, o.v_width) && tile == o.tile;
-}
-
 // The one stored flag tiles both directions.
 int ClothTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    writeChildXML(writer, uvwgen, uvwUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writeAColor("gap_color", gap_color);
@@ -309,68 +144,11 @@ void NoiseTexture::setDefaults() {
     inflection = 0;
 }
 
-bool NoiseTexture::serialize(QuickArchive& archive) {
-    if (!uvwgen) return false;
-    writeVersion(archive, 1);
-    if (!writeRequiredChild(archive, uvwgen) || !writeOptionalChild(archive, color1_tex) ||
-        !writeOptionalChild(archive, color2_tex)) {
-        return false;
-    }
-    archive.write(color1);
-    archive.write(color2);
-    for (float f : {persistence, amplitude_ratio, frequency_ratio, frequency1, amplitude1, size,
-                    mix_ratio, bias, color1_tex_mult, color2_tex_mult}) {
-        archive.write(f);
-    }
-    for (int32_t i : {octaves, noiseType, inflection}) archive.write(i);
-    return true;
-}
-
-bool NoiseTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, 1, major)) return false;
-    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
-        !readOptionalChild(archive, color1_tex, createTexture) ||
-        !readOptionalChild(archive, color2_tex, createTexture)) {
-        return false;
-    }
-    archive.read(color1);
-    archive.read(color2);
-    for (float* f : {&persistence, &amplitude_ratio, &frequency_ratio, &frequency1, &amplitude1,
-                     &size, &mix_ratio, &bias, &color1_tex_mult, &color2_tex_mult}) {
-        archive.read(*f);
-    }
-    for (int32_t* i : {&octaves, &noiseType, &inflection}) archive.read(*i);
-    return true;
-}
-
-void NoiseTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-    color1_tex = cloneChild(color1_tex);
-    color2_tex = cloneChild(color2_tex);
-}
-
-bool NoiseTexture::sameAs(const NoiseTexture& o) const {
-    return sameChild(uvwgen, o.uvwgen) && sameChild(color1_tex, o.color1_tex) &&
-           sameChild(color2_tex, o.color2_tex) && sameColor(color1, o.color1) &&
-           sameColor(color2, o.color2) && sameFloat(persistence, o.persistence) &&
-           sameFloat(amplitude_ratio, o.amplitude_ratio) &&
-           sameFloat(frequency_ratio, o.frequency_ratio) && sameFloat(frequency1, o.frequency1) &&
-           sameFloat(amplitude1, o.amplitude1) && sameFloat(size, o.size) &&
-           sameFloat(mix_ratio, o.mix_ratio) && sameFloat(bias, o.bias) &&
-           sameFloat(color1_tex_mult, o.color1_tex_mult) &&
-           sameFloat(color2_tex_mult, o.color2_tex_mult) && octaves == o.octaves &&
-           noiseType == o.noiseType && inflection == o.inflection;
-}
-
 int NoiseTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string color1Url = url + u"/color1_tex";
-    const std::u16string color2Url = url + u"/color2_tex";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, color1_tex, color1Url);
-    writeChildXML(writer, color2_tex, color2Url);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string color1Url = writeChildAt(writer, color1_tex, url, u"color1_tex");
+    const std::u16string color2Url = writeChildAt(writer, color2_tex, url, u"color2_tex");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("color1_tex", color1_tex, color1Url);
@@ -406,58 +184,11 @@ void CheckerTexture::setDefaults() {
     blackColorMult = 1.0f;
 }
 
-bool CheckerTexture::serialize(QuickArchive& archive) {
-    if (!uvwgen || !white_color || !black_color) return false;
-    writeVersion(archive, 2);
-    if (!writeRequiredChild(archive, uvwgen) || !writeRequiredChild(archive, white_color) ||
-        !writeRequiredChild(archive, black_color)) {
-        return false;
-    }
-    archive.write(tile_u);
-    archive.write(tile_v);
-    archive.write(whiteColorMult);
-    archive.write(blackColorMult);
-    return true;
-}
-
-bool CheckerTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, 2, major)) return false;
-    if (!readRequiredChildInPlace(archive, uvwgen, createUVW) ||
-        !readRequiredChildInPlace(archive, white_color, createTexture) ||
-        !readRequiredChildInPlace(archive, black_color, createTexture)) {
-        return false;
-    }
-    archive.read(tile_u);
-    archive.read(tile_v);
-    if (major >= 2) {
-        archive.read(whiteColorMult);
-        archive.read(blackColorMult);
-    }
-    return true;
-}
-
-void CheckerTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-    white_color = cloneChild(white_color);
-    black_color = cloneChild(black_color);
-}
-
-bool CheckerTexture::sameAs(const CheckerTexture& o) const {
-    return sameChild(uvwgen, o.uvwgen) && sameChild(white_color, o.white_color) &&
-           sameChild(black_color, o.black_color) && tile_u == o.tile_u && tile_v == o.tile_v &&
-           sameFloat(whiteColorMult, o.whiteColorMult) &&
-           sameFloat(blackColorMult, o.blackColorMult);
-}
-
 int CheckerTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string whiteUrl = url + u"/white_color";
-    const std::u16string blackUrl = url + u"/black_color";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, white_color, whiteUrl);
-    writeChildXML(writer, black_color, blackUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string whiteUrl = writeChildAt(writer, white_color, url, u"white_color");
+    const std::u16string blackUrl = writeChildAt(writer, black_color, url, u"black_color");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("white_color", white_color, whiteUrl);

@@ -1,6 +1,6 @@
 #include "textures/sky.h"
 
-#include "archive/compare.h"
+#include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "lights/sun_light.h"
 #include "xml/text.h"
@@ -9,19 +9,7 @@ namespace CorvaneCore {
 
 void SkyTexture::setDefaults() {
     sun = defaultSunLight();
-    up_vector = Vector(0.0f, 0.0f, 1.0f);
-    shadowBias = 0.0f;
-    turbidity = 3.0f;
-    water_vapour = 2.0f;
-    intensity_multiplier = 1.0f;
-    size_multiplier = 1.0f;
-    photon_radius = 50.0f;
-    photon_emit_distance = 150.0f;
-    ozone = 0.35f;
-    photonSubdivs = 500;
-    causticSubdivs = 1000;
-    shadow_subdivs = 8;
-    shadows = true;
+    setSunDefaults();
     enabled = false;
     skyId = newUuidText();
     transform.reset();
@@ -38,64 +26,30 @@ bool SkyTexture::usesDefaultSun() const {
     return hasSun() && equalsIgnoreCase(sunId(), defaultSunLight()->sunId);
 }
 
-void SkyTexture::writeFields(QuickArchive& archive) const {
-    archive.write(up_vector);
-    for (float f : {shadowBias, turbidity, water_vapour, intensity_multiplier, size_multiplier,
-                    photon_radius, photon_emit_distance, ozone}) {
-        archive.write(f);
-    }
-    for (int32_t i : {photonSubdivs, causticSubdivs, shadow_subdivs}) archive.write(i);
-    archive.write(shadows);
-    archive.write(enabled);
-    archive.write(skyId);
-}
-
-void SkyTexture::readFields(QuickArchive& archive) {
-    archive.read(up_vector);
-    for (float* f : {&shadowBias, &turbidity, &water_vapour, &intensity_multiplier,
-                     &size_multiplier, &photon_radius, &photon_emit_distance, &ozone}) {
-        archive.read(*f);
-    }
-    for (int32_t* i : {&photonSubdivs, &causticSubdivs, &shadow_subdivs}) archive.read(*i);
-    archive.read(shadows);
-    archive.read(enabled);
-    archive.read(skyId);
-}
-
 // The sun's data follows whenever a sun is held; the sky only ever holds sun lights.
 bool SkyTexture::serialize(QuickArchive& archive) {
     writeVersion(archive, kNewestVersion);
     archive.write(hasSun());
     if (sun && !sun->serialize(archive)) return false;
-    writeFields(archive);
+    writeListedFields(archive, *this);
     if (!transform.serialize(archive)) return false;
     if (!defaultSunLight()->serialize(archive)) return false;
     archive.write(usesDefaultSun());
     return true;
 }
 
-bool SkyTexture::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readTextureVersion(archive, *this, kNewestVersion, major)) return false;
+// No id is stored: the sun's data follows the flag directly. The new sun takes the slot before
+// it reads, as every optional child does.
+bool SkyTexture::readSun(QuickArchive& archive) {
     bool present = false;
     archive.read(present);
-    if (present) {
-        // No id is stored: the sun's data follows the flag directly. The new sun takes the
-        // slot before it reads, as every optional child does.
-        if (!readChildInPlace(archive, kSunLightType, archive.readPos(), createLight, sun)) {
-            return false;
-        }
-    }
-    if (major == 1) return true;
-    if (major == 2) {
-        // Before the curve, the placement was one plain transform.
-        Transform placement;
-        archive.read(placement);
-        transform.setValue(placement, 0.0);
-        readFields(archive);
-        return true;
-    }
-    readFields(archive);
+    if (!present) return true;
+    return readChildInPlace(archive, kSunLightType, archive.readPos(), createLight, sun);
+}
+
+// What only version 3 stores behind the listed block: the curve, the shared default sun, and
+// whether this sky uses that sun.
+bool SkyTexture::readNewestTail(QuickArchive& archive) {
     if (!transform.deserialize(archive)) return false;
     if (!defaultSunLight()->deserialize(archive)) return false;
     bool usesDefault = false;
@@ -104,19 +58,27 @@ bool SkyTexture::deserialize(QuickArchive& archive) {
     return true;
 }
 
-void SkyTexture::cloneChildren() { sun = cloneChild(sun); }
+bool SkyTexture::deserialize(QuickArchive& archive) {
+    uint32_t major = 0;
+    if (!readTextureVersion(archive, *this, kNewestVersion, major)) return false;
+    if (!readSun(archive)) return false;
+    if (major == 1) return true;
+    if (major == 2) {
+        // Before the curve, the placement was one plain transform ahead of the block.
+        Transform placement;
+        archive.read(placement);
+        transform.setValue(placement, 0.0);
+        readListedFields(archive, major, *this);
+        return true;
+    }
+    readListedFields(archive, major, *this);
+    return readNewestTail(archive);
+}
 
-bool SkyTexture::sameAs(const SkyTexture& o) const {
-    return sameChild(sun, o.sun) && sameVector(up_vector, o.up_vector) &&
-           sameFloat(shadowBias, o.shadowBias) && sameFloat(turbidity, o.turbidity) &&
-           sameFloat(water_vapour, o.water_vapour) &&
-           sameFloat(intensity_multiplier, o.intensity_multiplier) &&
-           sameFloat(size_multiplier, o.size_multiplier) &&
-           sameFloat(photon_radius, o.photon_radius) &&
-           sameFloat(photon_emit_distance, o.photon_emit_distance) && sameFloat(ozone, o.ozone) &&
-           photonSubdivs == o.photonSubdivs && causticSubdivs == o.causticSubdivs &&
-           shadow_subdivs == o.shadow_subdivs && shadows == o.shadows && enabled == o.enabled &&
-           skyId == o.skyId && transform.sameKeys(o.transform);
+void SkyTexture::deepenUnlisted() { deepenField(sun); }
+
+bool SkyTexture::sameUnlisted(const SkyTexture& o) const {
+    return sameField(sun, o.sun) && transform.sameKeys(o.transform);
 }
 
 // Writes the sun at the document's root, once per writer, and gives the URL to refer to it by.

@@ -9,31 +9,20 @@
 #include "archive/quick_archive.h"
 #include "archive/value_types.h"
 #include "lights/base_light.h"
+#include "lights/sun_parameters.h"
 #include "params/animated.h"
 #include "textures/base_texture.h"
 #include "textures/family_helpers.h"
 
 namespace CorvaneCore {
 
-class SkyTexture : public TextureClass<SkyTexture> {
+class SkyTexture : public TextureClass<SkyTexture>, public SunParameters {
 public:
     static constexpr uint32_t kNewestVersion = 3;
+    static constexpr bool kChecksChildrenFirst = false;
 
     std::shared_ptr<BaseLight> sun;  // the shared default sun unless a record names another
-    Vector up_vector;
-    float shadowBias = 0.0f;
-    float turbidity = 3.0f;
-    float water_vapour = 2.0f;
-    float intensity_multiplier = 1.0f;
-    float size_multiplier = 1.0f;
-    float photon_radius = 50.0f;
-    float photon_emit_distance = 150.0f;
-    float ozone = 0.35f;
-    int32_t photonSubdivs = 500;
-    int32_t causticSubdivs = 1000;
-    int32_t shadow_subdivs = 8;
-    bool shadows = true;
-    bool enabled = false;
+    bool enabled;
     std::u16string skyId;
     AnimatedTransform transform;
 
@@ -52,13 +41,21 @@ public:
     // The held sun has the default sun's identity, whatever the case of its letters.
     bool usesDefaultSun() const;
 
-    void cloneChildren();
-    bool sameAs(const SkyTexture& other) const;
+    // The sun's settings, the flag and the identity: the block that versions 2 and 3 store
+    // between the sun and the placement. The sun and the placement lie outside the list.
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        visitSunFields(fn, 2, s...);
+        fn(2, s.enabled...);
+        fn(2, s.skyId...);
+    }
+    void deepenUnlisted();
+    bool sameUnlisted(const SkyTexture& other) const;
 
 private:
     std::u16string sunId() const;
-    void writeFields(QuickArchive& archive) const;
-    void readFields(QuickArchive& archive);
+    bool readSun(QuickArchive& archive);
+    bool readNewestTail(QuickArchive& archive);
     std::u16string sunReference(AssetXmlWriter& writer);
 };
 

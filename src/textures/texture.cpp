@@ -18,33 +18,11 @@ void BitmapBuffer::setDefaults() {
     file.clear();
 }
 
-bool BitmapBuffer::serialize(QuickArchive& archive) {
-    writeVersion(archive, 1);
-    archive.write(filter_type);
-    archive.write(filter_blur);
-    archive.write(gamma);
-    archive.write(file);
-    return true;
-}
-
 bool BitmapBuffer::deserialize(QuickArchive& archive) {
     setDefaults();
     uint32_t major = 0;
-    if (!readVersion(archive, major) || major != 1) return false;
-    archive.read(filter_type);
-    archive.read(filter_blur);
-    archive.read(gamma);
-    archive.read(file);
-    return true;
-}
-
-std::shared_ptr<BaseBitmap> BitmapBuffer::clone() { return std::make_shared<BitmapBuffer>(*this); }
-
-bool BitmapBuffer::isEqual(const std::shared_ptr<BaseBitmap>& other) {
-    if (!other || other->getType() != getType()) return false;
-    const auto* o = dynamic_cast<const BitmapBuffer*>(other.get());
-    return o && filter_type == o->filter_type && sameFloat(filter_blur, o->filter_blur) &&
-           sameFloat(gamma, o->gamma) && file == o->file;
+    if (!readVersionIn(archive, 1, kNewestVersion, major)) return false;
+    return readListedFields(archive, major, *this);
 }
 
 int BitmapBuffer::writeXML(AssetXmlWriter& writer, std::u16string url) {
@@ -66,39 +44,11 @@ void BitmapTexture::setDefaults() {
     tile = true;
 }
 
-bool BitmapTexture::serialize(QuickArchive& archive) {
-    if (!uvwgen || !bitmap) return false;
-    writeVersion(archive, 1);
-    if (!writeChildPair(archive, uvwgen, bitmap)) return false;
-    archive.write(tile);
-    return true;
-}
-
-bool BitmapTexture::deserialize(QuickArchive& archive) {
-    setDefaults();
-    uint32_t major = 0;
-    if (!readVersion(archive, major) || major != 1) return false;
-    if (!readChildPair(archive, uvwgen, createUVW, bitmap, createBitmap)) return false;
-    archive.read(tile);
-    return true;
-}
-
-void BitmapTexture::cloneChildren() {
-    uvwgen = cloneChild(uvwgen);
-    bitmap = cloneChild(bitmap);
-}
-
-bool BitmapTexture::sameAs(const BitmapTexture& other) const {
-    return sameChild(uvwgen, other.uvwgen) && sameChild(bitmap, other.bitmap) && tile == other.tile;
-}
-
 // The image's asset lives under "buffer" while the parameter that refers to it is "bitmap".
 int BitmapTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = url + u"/uvwgen";
-    const std::u16string bufferUrl = url + u"/buffer";
-    writeChildXML(writer, uvwgen, uvwUrl);
-    writeChildXML(writer, bitmap, bufferUrl);
+    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
+    const std::u16string bufferUrl = writeChildAt(writer, bitmap, url, u"buffer");
     beginAssetFrame(writer, url, pluginType(), pluginKind());
     writer.writePlugin("uvwgen", uvwgen, uvwUrl);
     writer.writePlugin("bitmap", bitmap, bufferUrl);

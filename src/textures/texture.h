@@ -10,44 +10,59 @@
 #include "archive/quick_archive.h"
 #include "textures/base_texture.h"
 #include "textures/base_uvw.h"
+#include "textures/child_slots.h"
 #include "textures/family_helpers.h"
 
 namespace CorvaneCore {
 
-class BitmapBuffer : public BaseBitmap {
+// Unlike the textures it returns to its defaults before it reads its version word.
+class BitmapBuffer : public ListedFamilyClass<BitmapBuffer, BaseBitmap> {
 public:
-    int32_t filter_type = 1;  // index into kFilterTypeWords
-    float filter_blur = 0.15f;
-    float gamma = 1.0f;
+    static constexpr uint32_t kNewestVersion = 1;
+    static constexpr bool kChecksChildrenFirst = false;
+
+    int32_t filter_type;  // index into kFilterTypeWords
+    float filter_blur;
+    float gamma;
     std::u16string file;
 
     BitmapBuffer() { setDefaults(); }
-    bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 0; }
-    std::shared_ptr<BaseBitmap> clone() override;
-    bool isEqual(const std::shared_ptr<BaseBitmap>& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"BitmapBuffer"; }
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, s.filter_type...);
+        fn(1, s.filter_blur...);
+        fn(1, s.gamma...);
+        fn(1, s.file...);
+    }
 };
 
+// The ids of both children stand together ahead of their data.
 class BitmapTexture : public TextureClass<BitmapTexture> {
 public:
+    static constexpr uint32_t kNewestVersion = 1;
+    static constexpr bool kChecksChildrenFirst = true;
+
     std::shared_ptr<BaseUVW> uvwgen;
     std::shared_ptr<BaseBitmap> bitmap;
-    bool tile = true;
+    bool tile;
 
     BitmapTexture() { setDefaults(); }
-    bool serialize(QuickArchive& archive) override;
-    bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 0; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexBitmap"; }
 
-    void cloneChildren();
-    bool sameAs(const BitmapTexture& other) const;
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        visitSlot(fn, 1, mandatoryPair(s.uvwgen, s.bitmap)...);
+        fn(1, s.tile...);
+    }
 };
 
 // A bitmap texture for a bare file path, as old records stored them: a default channel

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "archive/compare.h"
+#include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "textures/family_helpers.h"
 
@@ -58,36 +58,21 @@ Matrix rotationZ(float degrees, float scale, int32_t mirror) {
     return m;
 }
 
-// Reads a version word and accepts only the majors from `oldest` to `newest`.
-bool readKnownVersion(QuickArchive& archive, uint32_t oldest, uint32_t newest, uint32_t& major) {
-    return readVersion(archive, major) && major >= oldest && major <= newest;
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------- TransformComponents
 
-bool TransformComponents::serialize(QuickArchive& archive) {
+bool TransformComponents::writeTo(QuickArchive& archive) const {
     writeVersion(archive, 1);
-    for (float f : {x_rotation, y_rotation, z_rotation, x_scale, y_scale, z_scale, x_offset,
-                    y_offset, z_offset}) {
-        archive.write(f);
-    }
-    for (int32_t i : {x_mirror, y_mirror, z_mirror}) archive.write(i);
-    return true;
+    return writeListedFields(archive, *this);
 }
 
+// Back to the defaults whatever the word says, then only version 1 is read.
 bool TransformComponents::deserialize(QuickArchive& archive) {
-    uint32_t word = 0;
-    archive.read(word);
+    const VersionWord word = readVersionWord(archive);
     reset();
-    if (word != versionWord(1)) return false;
-    for (float* f : {&x_rotation, &y_rotation, &z_rotation, &x_scale, &y_scale, &z_scale, &x_offset,
-                     &y_offset, &z_offset}) {
-        archive.read(*f);
-    }
-    for (int32_t* i : {&x_mirror, &y_mirror, &z_mirror}) archive.read(*i);
-    return true;
+    if (word.minor != 0 || word.major != 1) return false;
+    return readListedFields(archive, word.major, *this);
 }
 
 void TransformComponents::compose(Matrix& out) const {
@@ -102,13 +87,8 @@ void TransformComponents::applyTo(Transform& out) const {
     out.offset = Vector(x_offset, y_offset, z_offset);
 }
 
-bool TransformComponents::operator==(const TransformComponents& o) const {
-    return sameFloat(x_rotation, o.x_rotation) && sameFloat(y_rotation, o.y_rotation) &&
-           sameFloat(z_rotation, o.z_rotation) && sameFloat(x_scale, o.x_scale) &&
-           sameFloat(y_scale, o.y_scale) && sameFloat(z_scale, o.z_scale) &&
-           sameFloat(x_offset, o.x_offset) && sameFloat(y_offset, o.y_offset) &&
-           sameFloat(z_offset, o.z_offset) && x_mirror == o.x_mirror && y_mirror == o.y_mirror &&
-           z_mirror == o.z_mirror;
+bool TransformComponents::operator==(const TransformComponents& other) const {
+    return sameListedFields(*this, other);
 }
 
 ComponentValues TransformComponents::values() const {
@@ -132,50 +112,31 @@ void GenChannelUVW::setDefaults() {
     texComponents.reset();
 }
 
-bool GenChannelUVW::serialize(QuickArchive& archive) {
-    writeVersion(archive, 2);
-    archive.write(uvw_transform);
-    archive.write(tex_transform);
-    archive.write(wrap_u);
-    archive.write(wrap_v);
-    archive.write(uvw_channel);
-    return uvwComponents.serialize(archive) && texComponents.serialize(archive);
-}
-
-// Relies on the fresh object of the factory: a version 1 record leaves the components it
-// does not name as they were.
 bool GenChannelUVW::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    if (!readKnownVersion(archive, 1, 2, major)) return false;
+    if (!readVersionIn(archive, 1, kNewestVersion, major)) return false;
+    if (major == 2) return readListedFields(archive, major, *this);
+    readFirstVersion(archive);
+    return true;
+}
+
+// Version 1 kept two angles and two mirror flags of the texture placement between the
+// transforms and the wrap settings, and no placement of the channel.
+void GenChannelUVW::readFirstVersion(QuickArchive& archive) {
     archive.read(uvw_transform);
     archive.read(tex_transform);
-    if (major == 1) {
-        archive.read(texComponents.x_rotation);
-        archive.read(texComponents.y_rotation);
-        archive.read(texComponents.x_mirror);
-        archive.read(texComponents.y_mirror);
-    }
+    archive.read(texComponents.x_rotation);
+    archive.read(texComponents.y_rotation);
+    archive.read(texComponents.x_mirror);
+    archive.read(texComponents.y_mirror);
     archive.read(wrap_u);
     archive.read(wrap_v);
     archive.read(uvw_channel);
-    if (major == 1) return true;
-    return uvwComponents.deserialize(archive) && texComponents.deserialize(archive);
 }
 
 void GenChannelUVW::updateTransforms() {
     uvwComponents.applyTo(uvw_transform);
     texComponents.applyTo(tex_transform);
-}
-
-std::shared_ptr<BaseUVW> GenChannelUVW::clone() { return std::make_shared<GenChannelUVW>(*this); }
-
-bool GenChannelUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
-    if (!other || other->getType() != getType()) return false;
-    const auto* o = dynamic_cast<const GenChannelUVW*>(other.get());
-    return o && sameTransform(uvw_transform, o->uvw_transform) &&
-           sameTransform(tex_transform, o->tex_transform) && wrap_u == o->wrap_u &&
-           wrap_v == o->wrap_v && uvw_channel == o->uvw_channel &&
-           uvwComponents == o->uvwComponents && texComponents == o->texComponents;
 }
 
 int GenChannelUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
@@ -201,41 +162,26 @@ void GenEnvironmentUVW::setDefaults() {
     components.reset();
 }
 
-bool GenEnvironmentUVW::serialize(QuickArchive& archive) {
-    writeVersion(archive, 2);
-    archive.write(uvw_matrix);
-    archive.write(mappingType);
-    return components.serialize(archive);
-}
-
-// Like GenChannelUVW it relies on the factory's fresh object.
 bool GenEnvironmentUVW::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
-    if (!readKnownVersion(archive, 1, 2, major)) return false;
+    if (!readVersionIn(archive, 1, kNewestVersion, major)) return false;
+    if (major == 2) return readListedFields(archive, major, *this);
+    readFirstVersion(archive);
+    return true;
+}
+
+// Version 1 kept two angles and two mirror flags, z ahead of x.
+void GenEnvironmentUVW::readFirstVersion(QuickArchive& archive) {
     archive.read(uvw_matrix);
     archive.read(mappingType);
-    if (major == 2) return components.deserialize(archive);
-    // Version 1 kept z ahead of x.
     archive.read(components.z_rotation);
     archive.read(components.x_rotation);
     archive.read(components.z_mirror);
     archive.read(components.x_mirror);
-    return true;
 }
 
 // Only a matrix is stored, so the offsets reach no stored field.
 void GenEnvironmentUVW::updateTransforms() { components.compose(uvw_matrix); }
-
-std::shared_ptr<BaseUVW> GenEnvironmentUVW::clone() {
-    return std::make_shared<GenEnvironmentUVW>(*this);
-}
-
-bool GenEnvironmentUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
-    if (!other || other->getType() != getType()) return false;
-    const auto* o = dynamic_cast<const GenEnvironmentUVW*>(other.get());
-    return o && sameMatrix(uvw_matrix, o->uvw_matrix) && mappingType == o->mappingType &&
-           components == o->components;
-}
 
 // The renderer takes the orientation as "uvw_matrix" and the scale and offset as
 // "uvw_transform", so the one set of components is split over both.
@@ -278,15 +224,13 @@ void GenProjectionUVW::setDefaults() {
 
 bool GenProjectionUVW::serialize(QuickArchive& archive) {
     writeVersion(archive, 1);
-    archive.write(uvw_transform);
-    return components.serialize(archive);
+    return writeListedFields(archive, *this);
 }
 
 bool GenProjectionUVW::readFields(QuickArchive& archive) {
     uint32_t major = 0;
-    if (!readKnownVersion(archive, 1, 1, major)) return false;
-    archive.read(uvw_transform);
-    return components.deserialize(archive);
+    if (!readVersionIn(archive, 1, 1, major)) return false;
+    return readListedFields(archive, major, *this);
 }
 
 bool GenProjectionUVW::deserialize(QuickArchive& archive) { return readFields(archive); }
@@ -301,7 +245,7 @@ void GenProjectionUVW::updateTransforms() { components.applyTo(uvw_transform); }
 bool GenProjectionUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
     if (!other || other->getType() != getType()) return false;
     const auto* o = dynamic_cast<const GenProjectionUVW*>(other.get());
-    return o && sameTransform(uvw_transform, o->uvw_transform) && components == o->components;
+    return o && sameListedFields(*this, *o);
 }
 
 int GenProjectionUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {

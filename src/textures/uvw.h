@@ -9,6 +9,7 @@
 #include "archive/serializable.h"
 #include "archive/value_types.h"
 #include "textures/base_uvw.h"
+#include "textures/family_helpers.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
@@ -21,8 +22,25 @@ public:
     float x_offset = 0.0f, y_offset = 0.0f, z_offset = 0.0f;
     int32_t x_mirror = 0, y_mirror = 0, z_mirror = 0;
 
-    bool serialize(QuickArchive& archive) override;
+    bool serialize(QuickArchive& archive) override { return writeTo(archive); }
     bool deserialize(QuickArchive& archive) override;
+    bool writeTo(QuickArchive& archive) const;
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, s.x_rotation...);
+        fn(1, s.y_rotation...);
+        fn(1, s.z_rotation...);
+        fn(1, s.x_scale...);
+        fn(1, s.y_scale...);
+        fn(1, s.z_scale...);
+        fn(1, s.x_offset...);
+        fn(1, s.y_offset...);
+        fn(1, s.z_offset...);
+        fn(1, s.x_mirror...);
+        fn(1, s.y_mirror...);
+        fn(1, s.z_mirror...);
+    }
 
     // X * Y * Z, each axis scaled and mirrored in its own frame before its rotation.
     void compose(Matrix& out) const;
@@ -36,47 +54,84 @@ public:
     ComponentValues values() const;
 };
 
-class GenChannelUVW : public BaseUVW {
+// A placement is a field of its generator's list with a version word of its own.
+inline bool readField(QuickArchive& archive, TransformComponents& components) {
+    return components.deserialize(archive);
+}
+inline bool writeField(QuickArchive& archive, const TransformComponents& components) {
+    return components.writeTo(archive);
+}
+
+// Reading relies on the fresh object of the factory: a version 1 record leaves the components
+// it does not name as they were.
+class GenChannelUVW : public ListedFamilyClass<GenChannelUVW, BaseUVW> {
 public:
+    static constexpr uint32_t kNewestVersion = 2;
+    static constexpr bool kChecksChildrenFirst = false;
+
     Transform uvw_transform;
     Transform tex_transform;
-    int32_t wrap_u = 0;
-    int32_t wrap_v = 0;
-    int32_t uvw_channel = 1;
+    int32_t wrap_u;
+    int32_t wrap_v;
+    int32_t uvw_channel;
     TransformComponents uvwComponents;
     TransformComponents texComponents;
 
     GenChannelUVW() { setDefaults(); }
-    bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 4; }
     void updateTransforms() override;
-    std::shared_ptr<BaseUVW> clone() override;
-    bool isEqual(const std::shared_ptr<BaseUVW>& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"UVWGenChannel"; }
+
+    // The newest layout; version 1 has a branch of its own.
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(2, s.uvw_transform...);
+        fn(2, s.tex_transform...);
+        fn(2, s.wrap_u...);
+        fn(2, s.wrap_v...);
+        fn(2, s.uvw_channel...);
+        fn(2, s.uvwComponents...);
+        fn(2, s.texComponents...);
+    }
+
+private:
+    void readFirstVersion(QuickArchive& archive);
 };
 
 // The words of GenEnvironmentUVW::mappingType, by index.
 extern const char16_t* const kMappingTypeWords[4];
 
-class GenEnvironmentUVW : public BaseUVW {
+// Like GenChannelUVW it relies on the factory's fresh object.
+class GenEnvironmentUVW : public ListedFamilyClass<GenEnvironmentUVW, BaseUVW> {
 public:
+    static constexpr uint32_t kNewestVersion = 2;
+    static constexpr bool kChecksChildrenFirst = false;
+
     Matrix uvw_matrix;
-    int32_t mappingType = 2;
+    int32_t mappingType;
     TransformComponents components;
 
     GenEnvironmentUVW() { setDefaults(); }
-    bool serialize(QuickArchive& archive) override;
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 3; }
     void updateTransforms() override;
-    std::shared_ptr<BaseUVW> clone() override;
-    bool isEqual(const std::shared_ptr<BaseUVW>& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"UVWGenEnvironment"; }
+
+    // The newest layout; version 1 has a branch of its own.
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(2, s.uvw_matrix...);
+        fn(2, s.mappingType...);
+        fn(2, s.components...);
+    }
+
+private:
+    void readFirstVersion(QuickArchive& archive);
 };
 
 // World and object projections share one layout: a transform and its components.
@@ -91,6 +146,12 @@ public:
     void updateTransforms() override;
     bool isEqual(const std::shared_ptr<BaseUVW>& other) override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
+
+    template <class Fn, class... S>
+    static void visitFields(Fn& fn, S&... s) {
+        fn(1, s.uvw_transform...);
+        fn(1, s.components...);
+    }
 
 protected:
     bool readFields(QuickArchive& archive);
