@@ -13,8 +13,8 @@ std::u16string widened(const std::string& ascii) {
 // Standard libraries spell infinities and NaNs their own ways (one writes "-nan(ind)"); the
 // GNU spelling is written on every platform, so one record gives one document everywhere.
 char* writeSpecial(char* out, double value) {
-    const char* text = std::isnan(value) ? (std::signbit(value) ? "-nan" : "nan")
-                                         : (value < 0 ? "-inf" : "inf");
+    const char* text =
+        std::isnan(value) ? (std::signbit(value) ? "-nan" : "nan") : (value < 0 ? "-inf" : "inf");
     while (*text) *out++ = *text++;
     return out;
 }

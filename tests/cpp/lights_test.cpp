@@ -384,7 +384,7 @@ TEST(LightXml, MayaDirectLightLeavesOutItsTransform) {
 // Fresh lights write the defaults of their field tables.
 TEST(LightXml, DefaultOmniAndSpotLights) {
     const std::vector<const char16_t*> identity = {u"1", u"0", u"0", u"0", u"1", u"0",
-                                                  u"0", u"0", u"1", u"0", u"0", u"0"};
+                                                   u"0", u"0", u"1", u"0", u"0", u"0"};
     Xml omni = lightAsset(u"LightOmni");
     omni.color(u"color", u"1", u"1", u"1").color(u"shadowColor", u"0", u"0", u"0");
     omni.real(u"cutoffThreshold", u"0.005").real(u"shadowBias", u"0").real(u"decay", u"0");
