@@ -71,17 +71,23 @@ class BridgeTest < Minitest::Test
     model = FakeModel.new(GUID => { "serial_data" => [1, 2] })
     assert_equal [[true, [1, 2], true], [false, nil, true], [false, nil, true]],
                  [model, FakeModel.new, nil].map { QuillonProbe.serial_data(_1) }, "holders consumed"
+    assert_equal [[GUID, false]], model.asked, "a lookup never makes a dictionary"
+    # [answer, every holder emptied]. Hash#[]= answers the stored value, not the dictionary:
+    # the answer is false by design.
     dict = {}
-    # Hash#[]= answers the stored value, not the dictionary: the test is false by design.
-    assert_equal false, QuillonProbe.set_dictionary_value(FakeModel.new("d" => dict), "d", "k", 5, true)
-    assert_equal({ "k" => 5 }, dict)
+    holding = FakeModel.new("d" => dict)
+    assert_equal [false, true], QuillonProbe.set_dictionary_value(holding, "d", "k", 5, true)
+    assert_equal [{ "k" => 5 }, [["d", true]]], [dict, holding.asked]
     answering = Object.new.tap { |o| o.define_singleton_method(:[]=) { |*| o } }
-    assert_equal true, QuillonProbe.set_dictionary_value(FakeModel.new("d" => answering), "d", "k", 1, false)
-    assert_equal false, QuillonProbe.set_dictionary_value(FakeModel.new, "d", "k", 1, true)
+    holding = FakeModel.new("d" => answering)
+    assert_equal [true, true], QuillonProbe.set_dictionary_value(holding, "d", "k", "v", false)
+    assert_equal [["d", false]], holding.asked, "the create flag is passed on as given"
+    assert_equal [false, true], QuillonProbe.set_dictionary_value(FakeModel.new, "d", "k", 1, true)
     def dict.delete_key(key) = delete(key)
-    assert_equal true, QuillonProbe.delete_dictionary_key(FakeModel.new("d" => dict), "d", "k")
-    assert_empty dict
-    assert_equal false, QuillonProbe.delete_dictionary_key(FakeModel.new, "d", "k")
+    holding = FakeModel.new("d" => dict)
+    assert_equal [true, true], QuillonProbe.delete_dictionary_key(holding, "d", "k")
+    assert_equal [{}, [["d", false]]], [dict, holding.asked]
+    assert_equal [false, true], QuillonProbe.delete_dictionary_key(FakeModel.new, "d", "k")
   end
 
   def test_archive_to_array_gives_whole_blocks

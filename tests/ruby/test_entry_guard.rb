@@ -1,0 +1,83 @@
+require_relative "helper"
+require "QuillonProbe"
+
+# What the guard around every Ruby-facing function promises: a raise or jump out of Ruby code
+# the bridge calls reaches the caller unchanged, a swallowed failure leaves nothing behind, and
+# each call, on each fiber, keeps its own. Cases that could crash run in a child interpreter.
+class EntryGuardTest < Minitest::Test
+  include IsolatedRuby
+
+  # The value classes need the host's classes to exist by name; empty stand-ins serve.
+  VALUE_CLASSES = <<~RUBY.freeze
+    require "QuillonProbe"
+    module Sketchup; end
+    module Geom; end
+    %w[ComponentDefinition ComponentInstance Material Group Face Vertex Drawingelement Image Entity
+       Model Color Texture].each { Sketchup.const_set(_1, Class.new) }
+    %w[Vector3d Point3d Transformation PolygonMesh].each { Geom.const_set(_1, Class.new) }
+    module Quillon; end
+    QuillonProbe.register_host_classes(Quillon)
+    def outcome
+      [:value, yield]
+    rescue Exception => e
+      [:raised, e.class, e.message]
+    end
+  RUBY
+
+  def assert_child(source, expected_lines)
+    out, err, code = run_isolated(VALUE_CLASSES + source)
+    assert_equal 0, code, "the child died: #{err}"
+    assert_equal expected_lines, out.lines.map(&:chomp), err
+  end
+
+  # A bignum beyond a double's range warns while it is converted, and with $VERBOSE set the
+  # warning runs Warning.warn: Ruby code in the middle of Vector#set.
+  def test_a_raise_or_throw_from_a_warning_resumes_unchanged
+    assert_child(<<~RUBY, ["true", "true", "42", "[nil, [1.0, 2.0, 3.0]]", "[:value, [Infinity, 0.0, 0.0]]"])
+      huge = 2**1100
+      mine = IOError.new("from the warning")
+      on_warning = -> { raise mine }
+      Warning.define_singleton_method(:warn) { |*| on_warning.call }
+      $VERBOSE = true
+      begin
+        Quillon::Vector.new(huge, 0, 0)
+      rescue IOError => e
+        p e.equal?(mine)
+        p e.backtrace.any? { _1.include?("block in <main>") }
+      end
+      on_warning = -> { throw :k, 42 }
+      p catch(:k) { Quillon::Vector.new(huge, 0, 0); :not_thrown }
+      p [$!, Quillon::Vector.new(1, 2, 3).to_a]
+      on_warning = -> {}
+      p outcome { Quillon::Vector.new(huge, 0, 0).to_a }
+    RUBY
+  end
+
+  # Fiber B's call waits inside a callback while the main fiber's call fails: the failure is
+  # the main call's alone, and B's call then finishes cleanly.
+  def test_interleaved_fibers_keep_their_own_failures
+    assert_child(<<~RUBY, ['[:raised, IOError, "main"]', "true", "[nil, true]"])
+      LIGHT = Quillonbin2xml.convert_light(OMNI, 2)
+      def with_byte2(&body) = OMNI.dup.tap { _1[2] = Object.new.tap { |o| o.define_singleton_method(:to_int, &body) } }
+      b = Fiber.new { Quillonbin2xml.convert_light(with_byte2 { Fiber.yield; 4 }, 2) }
+      p outcome { Quillonbin2xml.convert_light(with_byte2 { b.resume; raise IOError, "main" }, 2) }
+      p b.resume == LIGHT
+      p [$!, Quillonbin2xml.convert_light(OMNI, 2) == LIGHT]
+    RUBY
+  end
+
+  # A receiver's own respond_to? decides whether a host method is called; when it raises, the
+  # method counts as missing and the failure is forgotten.
+  def test_calls_into_ruby_ask_respond_to_first
+    called = []
+    raising = Object.new
+    raising.define_singleton_method(:respond_to?) { |*| raise "no answer" }
+    raising.define_singleton_method(:length) { called << :length; 3 }
+    ghost = Object.new
+    ghost.define_singleton_method(:method_missing) { |*| called << :ghost; 3 }
+    assert_equal [nil, nil], [raising, ghost].map { QuillonProbe.protected_call(_1, "length") }
+    assert_equal [[], nil], [called, $!]
+    ghost.define_singleton_method(:respond_to_missing?) { |*| true }
+    assert_equal 3, QuillonProbe.protected_call(ghost, "length")
+  end
+end
