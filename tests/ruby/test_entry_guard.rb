@@ -53,16 +53,27 @@ class EntryGuardTest < Minitest::Test
     RUBY
   end
 
-  # Fiber B's call waits inside a callback while the main fiber's call fails: the failure is
-  # the main call's alone, and B's call then finishes cleanly.
-  def test_interleaved_fibers_keep_their_own_failures
-    assert_child(<<~RUBY, ['[:raised, IOError, "main"]', "true", "[nil, true]"])
-      LIGHT = Quillonbin2xml.convert_light(OMNI, 2)
-      def with_byte2(&body) = OMNI.dup.tap { _1[2] = Object.new.tap { |o| o.define_singleton_method(:to_int, &body) } }
-      b = Fiber.new { Quillonbin2xml.convert_light(with_byte2 { Fiber.yield; 4 }, 2) }
-      p outcome { Quillonbin2xml.convert_light(with_byte2 { b.resume; raise IOError, "main" }, 2) }
-      p b.resume == LIGHT
-      p [$!, Quillonbin2xml.convert_light(OMNI, 2) == LIGHT]
+  # Each argument of Vector#set is converted on its own, so a failure at the third belongs to
+  # whichever call is current then: after a nested call has come and gone, and while another
+  # fiber's call waits inside its own warning, that is still the outer call on this fiber.
+  def test_a_later_failure_belongs_to_the_call_of_its_own_fiber
+    expected = ['[:raised, IOError, "second"]'] * 2 + ["[Infinity, 0.0, 0.0]", "[nil, [1.0, 2.0, 3.0]]"]
+    assert_child(<<~RUBY, expected)
+      huge = 2**1100
+      other = nil
+      warnings = 0
+      on_first = -> { Quillon::Vector.new(1, 2, 3) }
+      Warning.define_singleton_method(:warn) do |*|
+        next Fiber.yield if Fiber.current == other
+        (warnings += 1).odd? ? on_first.call : raise(IOError, "second")
+      end
+      $VERBOSE = true
+      p outcome { Quillon::Vector.new(huge, 0, huge) }
+      other = Fiber.new { Quillon::Vector.new(huge, 0, 0).to_a }
+      on_first = -> { other.resume }
+      p outcome { Quillon::Vector.new(huge, 0, huge) }
+      p other.resume
+      p [$!, Quillon::Vector.new(1, 2, 3).to_a]
     RUBY
   end
 
