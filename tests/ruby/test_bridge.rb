@@ -99,6 +99,21 @@ class BridgeTest < Minitest::Test
     assert_raises(TypeError) { QuillonProbe.archive_round_trip([1, nil]) }
   end
 
+  # An element's to_int may shorten or lengthen the array mid-copy: the copy ends with the
+  # array as it stands then, no byte more or less.
+  def test_copy_follows_an_array_that_changes_under_it
+    changing = lambda do |change|
+      array = [1, 2, nil, 7]
+      array[2] = Object.new.tap { |o| o.define_singleton_method(:to_int) { change.call(array); 3 } }
+      array
+    end
+    shrink = ->(array) { array.pop }
+    grow = ->(array) { array.push(8, 9) }
+    assert_equal [3, 6], [shrink, grow].map { QuillonProbe.copy_to_archive(changing[_1]) }
+    assert_equal [[1, 2, 3, 0], [1, 2, 3, 7, 8, 9, 0]],
+                 [[shrink, 4], [grow, 7]].map { |change, n| QuillonProbe.archive_round_trip(changing[change]).first(n) }
+  end
+
   def test_probe_under_gc_stress
     with_gc_stress do
       5.times do
