@@ -32,6 +32,15 @@ class BridgeTest < Minitest::Test
       assert_equal result, QuillonProbe.public_send(name, arg), "#{name}(#{arg.inspect})"
     end
     assert_raises(RangeError) { QuillonProbe.to_long(2**100) }
+    # Beyond a fixnum, the long range is still taken whole; only a Float counts for a float.
+    [[:to_long, 2**62, [true, 2**62]], [:to_long, -(2**63), [true, -(2**63)]], [:to_float, 2**70, [false, -1.0]],
+     [:to_float, Rational(1, 2), [false, -1.0]], [:to_float, Float::INFINITY, [true, Float::INFINITY]],
+     [:to_float, -1e300, [true, -Float::INFINITY]]].each do |name, arg, result|
+      assert_equal result, QuillonProbe.public_send(name, arg), "#{name}(#{arg.inspect})"
+    end
+    assert_raises(RangeError) { QuillonProbe.to_long(2**63) }
+    ok, nan = QuillonProbe.to_float(Float::NAN)
+    assert ok && nan.nan?, "NaN is a Float like any other"
   end
 
   def test_bool_converter_takes_only_true_and_false
@@ -50,6 +59,8 @@ class BridgeTest < Minitest::Test
                  ["h\u00e9llo", nil, "\xE9".b, Class.new(String).new("x")].map { QuillonProbe.ruby_to_wide(_1) },
                  "ANSI fallback; only String itself"
     assert_raises(TypeError) { QuillonProbe.ruby_to_wide(5) }
+    assert_equal [false, ""], QuillonProbe.ruby_to_wide(Object.new.tap { def _1.to_str = "text" }),
+                 "a value that converts to a String is still no String"
   end
 
   def test_ask_yes_no_is_always_false_and_protected_eval
