@@ -32,6 +32,15 @@ class BridgeTest < Minitest::Test
       assert_equal result, QuillonProbe.public_send(name, arg), "#{name}(#{arg.inspect})"
     end
     assert_raises(RangeError) { QuillonProbe.to_long(2**100) }
+    # Beyond a fixnum, the long range is still taken whole; only a Float counts for a float.
+    [[:to_long, 2**62, [true, 2**62]], [:to_long, -(2**63), [true, -(2**63)]], [:to_float, 2**70, [false, -1.0]],
+     [:to_float, Rational(1, 2), [false, -1.0]], [:to_float, Float::INFINITY, [true, Float::INFINITY]],
+     [:to_float, -1e300, [true, -Float::INFINITY]]].each do |name, arg, result|
+      assert_equal result, QuillonProbe.public_send(name, arg), "#{name}(#{arg.inspect})"
+    end
+    assert_raises(RangeError) { QuillonProbe.to_long(2**63) }
+    ok, nan = QuillonProbe.to_float(Float::NAN)
+    assert ok && nan.nan?, "NaN is a Float like any other"
   end
 
   def test_bool_converter_takes_only_true_and_false
@@ -50,6 +59,8 @@ class BridgeTest < Minitest::Test
                  ["h\u00e9llo", nil, "\xE9".b, Class.new(String).new("x")].map { QuillonProbe.ruby_to_wide(_1) },
                  "ANSI fallback; only String itself"
     assert_raises(TypeError) { QuillonProbe.ruby_to_wide(5) }
+    assert_equal [false, ""], QuillonProbe.ruby_to_wide(Object.new.tap { def _1.to_str = "text" }),
+                 "a value that converts to a String is still no String"
   end
 
   def test_ask_yes_no_is_always_false_and_protected_eval
@@ -71,17 +82,23 @@ class BridgeTest < Minitest::Test
     model = FakeModel.new(GUID => { "serial_data" => [1, 2] })
     assert_equal [[true, [1, 2], true], [false, nil, true], [false, nil, true]],
                  [model, FakeModel.new, nil].map { QuillonProbe.serial_data(_1) }, "holders consumed"
+    assert_equal [[GUID, false]], model.asked, "a lookup never makes a dictionary"
+    # [answer, every holder emptied]. Hash#[]= answers the stored value, not the dictionary:
+    # the answer is false by design.
     dict = {}
-    # Hash#[]= answers the stored value, not the dictionary: the test is false by design.
-    assert_equal false, QuillonProbe.set_dictionary_value(FakeModel.new("d" => dict), "d", "k", 5, true)
-    assert_equal({ "k" => 5 }, dict)
+    holding = FakeModel.new("d" => dict)
+    assert_equal [false, true], QuillonProbe.set_dictionary_value(holding, "d", "k", 5, true)
+    assert_equal [{ "k" => 5 }, [["d", true]]], [dict, holding.asked]
     answering = Object.new.tap { |o| o.define_singleton_method(:[]=) { |*| o } }
-    assert_equal true, QuillonProbe.set_dictionary_value(FakeModel.new("d" => answering), "d", "k", 1, false)
-    assert_equal false, QuillonProbe.set_dictionary_value(FakeModel.new, "d", "k", 1, true)
+    holding = FakeModel.new("d" => answering)
+    assert_equal [true, true], QuillonProbe.set_dictionary_value(holding, "d", "k", "v", false)
+    assert_equal [["d", false]], holding.asked, "the create flag is passed on as given"
+    assert_equal [false, true], QuillonProbe.set_dictionary_value(FakeModel.new, "d", "k", 1, true)
     def dict.delete_key(key) = delete(key)
-    assert_equal true, QuillonProbe.delete_dictionary_key(FakeModel.new("d" => dict), "d", "k")
-    assert_empty dict
-    assert_equal false, QuillonProbe.delete_dictionary_key(FakeModel.new, "d", "k")
+    holding = FakeModel.new("d" => dict)
+    assert_equal [true, true], QuillonProbe.delete_dictionary_key(holding, "d", "k")
+    assert_equal [{}, [["d", false]]], [dict, holding.asked]
+    assert_equal [false, true], QuillonProbe.delete_dictionary_key(FakeModel.new, "d", "k")
   end
 
   def test_archive_to_array_gives_whole_blocks
@@ -91,6 +108,21 @@ class BridgeTest < Minitest::Test
     assert_nil QuillonProbe.archive_round_trip([])
     assert_nil QuillonProbe.archive_round_trip(Class.new(Array).new([1]))
     assert_raises(TypeError) { QuillonProbe.archive_round_trip([1, nil]) }
+  end
+
+  # An element's to_int may shorten or lengthen the array mid-copy: the copy ends with the
+  # array as it stands then, no byte more or less.
+  def test_copy_follows_an_array_that_changes_under_it
+    changing = lambda do |change|
+      array = [1, 2, nil, 7]
+      array[2] = Object.new.tap { |o| o.define_singleton_method(:to_int) { change.call(array); 3 } }
+      array
+    end
+    shrink = ->(array) { array.pop }
+    grow = ->(array) { array.push(8, 9) }
+    assert_equal [3, 6], [shrink, grow].map { QuillonProbe.copy_to_archive(changing[_1]) }
+    bytes = [shrink, grow].map { QuillonProbe.archive_round_trip(changing[_1]) }
+    assert_equal [[1, 2, 3, 0], [1, 2, 3, 7, 8, 9, 0]], [bytes[0].first(4), bytes[1].first(7)]
   end
 
   def test_probe_under_gc_stress

@@ -64,6 +64,47 @@ class ValueClassesTest < Minitest::Test
     end
   end
 
+  # Every number in a different place, so that a column, row or offset read from the wrong
+  # slot shows.
+  def test_transform_keeps_each_of_the_sixteen_numbers_in_its_place
+    numbers = (1..16).to_a
+    columns = [1.0, 2.0, 3.0, 5.0, 6.0, 7.0, 9.0, 10.0, 11.0, 13.0, 14.0, 15.0]
+    vectors = [[1, 2, 3], [5, 6, 7], [9, 10, 11], [13, 14, 15]]
+    host = vectors.first(3).map { Geom::Vector3d.new(*_1) } << Geom::Point3d.new(*vectors.last)
+    [[numbers], [Geom::Transformation.new(numbers)], [Quillon::Transform.new(numbers)],
+     vectors.map { Quillon::Vector.new(*_1) }, host].each do |args|
+      assert_equal columns, Quillon::Transform.new(*args).to_a, args.inspect
+    end
+    assert_equal "{ 1, 2, 3 }\n{ 5, 6, 7 }\n{ 9, 10, 11 }\n{ 13, 14, 15 }\n", Quillon::Transform.new(numbers).to_s
+    big = Quillon::Transform.new([2**64] + numbers.drop(1))
+    assert_equal [2.0**64, 2.0, 3.0], big.to_a.first(3), "a bignum is a number too"
+  end
+
+  def test_product_of_general_transforms
+    # a's matrix has the columns (1, 2, 0), (0, 1, 3), (2, 0, 1) and the offset (1, 1, 1); b's
+    # the columns (1, 0, 1), (0, 2, 0), (1, 1, 0) and the offset (2, 0, 1). By hand:
+    # a.m * b's columns = (3, 2, 1), (0, 2, 6), (1, 3, 3); a.m * (2, 0, 1) + (1, 1, 1) = (5, 5, 2).
+    a = Quillon::Transform.new([1, 2, 0, 0, 0, 1, 3, 0, 2, 0, 1, 0, 1, 1, 1, 1])
+    b = Quillon::Transform.new([1, 0, 1, 0, 0, 2, 0, 0, 1, 1, 0, 0, 2, 0, 1, 1])
+    ab = [3.0, 2.0, 1.0, 0.0, 2.0, 6.0, 1.0, 3.0, 3.0, 5.0, 5.0, 2.0]
+    assert_equal ab, (a * b).to_a
+    assert_equal [1.0, 2.0, 0.0, 0.0, 1.0, 3.0, 2.0, 0.0, 1.0, 1.0, 1.0, 1.0], a.to_a, "* leaves a alone"
+    assert_same a, a.send(:"*=", b)
+    assert_equal ab, a.to_a
+  end
+
+  def test_text_forms_and_the_set_alias
+    vector = Quillon::Vector.new(1, -2.5, 3)
+    assert_equal ["(1, -2.5, 3)", "v(1, -2.5, 3)"], [vector.to_s, "v" + vector], "to_str makes it text"
+    color = Quillon::Color.new(0, 0, 0)
+    assert_same color, color.set(0.25, 1, 2)
+    assert_equal "c(0.25, 1, 2)", "c" + color
+    transform = Quillon::Transform.new(IDENTITY16)
+    assert_same transform, transform.set((1..16).to_a)
+    assert_equal "t{ 1, 2, 3 }\n", ("t" + transform).lines.first
+    assert_equal [2.0**64, -(2.0**70), 3.0], Quillon::Vector.new(2**64, -(2**70), 3).to_a
+  end
+
   def test_constructor_refusals
     count = "invalid parameter count - Quillon::Vector#set"
     argument = "invalid Quillon::Vector argument in Vector#set"
@@ -74,8 +115,11 @@ class ValueClassesTest < Minitest::Test
       ["invalid Geom::Vector3d#[] result - Quillon::Vector#set",
        -> { Quillon::Vector.new(Geom::Vector3d.new(1, nil, 3)) }],
       ["invalid Geom::Point3d#[] result - Quillon::Vector#set", -> { Quillon::Vector.new(Geom::Point3d.new(1, 2)) }],
-      ["invalid Geom::Vertex#position result - Quillon::Vector#set",
-       -> { Quillon::Vector.new(Sketchup::Vertex.new(nil)) }],
+      *[nil, Geom::Vector3d.new(1, 2, 3)].map do |position|
+        ["invalid Geom::Vertex#position result - Quillon::Vector#set",
+         -> { Quillon::Vector.new(Sketchup::Vertex.new(position)) }]
+      end,
+      [argument, -> { Quillon::Vector.new(Quillon::Color.new(1, 2, 3)) }],
       ["Quillon::Color#initialize - invalid to_a in 1 argc color init",
        -> { Quillon::Color.new(Sketchup::Color.new(nil)) }],
       ["Quillon::Color#initialize - invalid single argument: must be Sketchup::Color or " \
@@ -122,6 +166,9 @@ class ValueClassesTest < Minitest::Test
     assert_equal "(0.25, 0.5, 1)", m.color.to_s
     assert_equal "Name: Oak\tColor: 0.25, 0.5, 1\nAlpha: 0.5\tUse Alpha: 1\nTexture: C:/maps/oak.png",
                  m.to_s
+    assert_same m, m.send(:initialize)
+    fields = -> { [m.color.to_s, m.texture, m.name, m.alpha, m.type, m.use_alpha] }
+    assert_equal ["(0, 0, 0)", "", "", 1.0, 0, false], fields.call, "initialize sets every field afresh"
   end
 
   def test_material_comparison

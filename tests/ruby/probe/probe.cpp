@@ -98,10 +98,13 @@ VALUE serial_data(VALUE, VALUE owner) {
     });
 }
 
+// The answer, and whether the call emptied every holder it was given.
 VALUE set_dictionary_value(VALUE, VALUE owner, VALUE dict, VALUE key, VALUE value, VALUE create) {
     return rubyEntry([&] {
         RubyValueHolder o(owner), n(dict), k(key), v(value);
-        return SetDictionaryValue(o, n, k, v, RTEST(create)) ? Qtrue : Qfalse;
+        const bool stored = SetDictionaryValue(o, n, k, v, RTEST(create));
+        const bool consumed = !o.isTruthy() && !n.isTruthy() && !k.isTruthy() && !v.isTruthy();
+        return pair(stored, consumed ? Qtrue : Qfalse);
     });
 }
 
@@ -109,7 +112,8 @@ VALUE delete_dictionary_key(VALUE, VALUE owner, VALUE dict, VALUE key) {
     return rubyEntry([&] {
         RubyValueHolder out, o(owner), n(dict), k(key);
         DeleteDictionaryKey(out, o, n, k);
-        return out.get();
+        const bool consumed = !o.isTruthy() && !n.isTruthy() && !k.isTruthy();
+        return rb_ary_new_from_args(2, out.get(), consumed ? Qtrue : Qfalse);
     });
 }
 
