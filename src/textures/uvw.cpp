@@ -112,14 +112,6 @@ void GenChannelUVW::setDefaults() {
     texComponents.reset();
 }
 
-bool GenChannelUVW::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readVersionIn(archive, 1, kNewestVersion, major)) return false;
-    if (major == 2) return readListedFields(archive, major, *this);
-    readFirstVersion(archive);
-    return true;
-}
-
 // Version 1 kept two angles and two mirror flags of the texture placement between the
 // transforms and the wrap settings, and no placement of the channel.
 void GenChannelUVW::readFirstVersion(QuickArchive& archive) {
@@ -160,14 +152,6 @@ void GenEnvironmentUVW::setDefaults() {
     uvw_matrix = Matrix::identity();
     mappingType = 2;
     components.reset();
-}
-
-bool GenEnvironmentUVW::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readVersionIn(archive, 1, kNewestVersion, major)) return false;
-    if (major == 2) return readListedFields(archive, major, *this);
-    readFirstVersion(archive);
-    return true;
 }
 
 // Version 1 kept two angles and two mirror flags, z ahead of x.

@@ -62,12 +62,28 @@ inline bool writeField(QuickArchive& archive, const TransformComponents& compone
     return components.writeTo(archive);
 }
 
+// A UVW generator whose version 2 is its listed fields and whose version 1 has a layout of its
+// own, read by the class's `readFirstVersion`.
+template <class Derived>
+class TwoLayoutUVW : public ListedFamilyClass<Derived, BaseUVW> {
+public:
+    static constexpr bool kChecksChildrenFirst = false;
+
+    bool deserialize(QuickArchive& archive) override {
+        Derived& self = static_cast<Derived&>(*this);
+        uint32_t major = 0;
+        if (!readVersionIn(archive, 1, Derived::kNewestVersion, major)) return false;
+        if (major == 2) return readListedFields(archive, major, self);
+        self.readFirstVersion(archive);
+        return true;
+    }
+};
+
 // Reading relies on the fresh object of the factory: a version 1 record leaves the components
 // it does not name as they were.
-class GenChannelUVW : public ListedFamilyClass<GenChannelUVW, BaseUVW> {
+class GenChannelUVW : public TwoLayoutUVW<GenChannelUVW> {
 public:
     static constexpr uint32_t kNewestVersion = 2;
-    static constexpr bool kChecksChildrenFirst = false;
 
     Transform uvw_transform;
     Transform tex_transform;
@@ -78,7 +94,6 @@ public:
     TransformComponents texComponents;
 
     GenChannelUVW() { setDefaults(); }
-    bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 4; }
     void updateTransforms() override;
@@ -98,6 +113,7 @@ public:
     }
 
 private:
+    friend class TwoLayoutUVW<GenChannelUVW>;
     void readFirstVersion(QuickArchive& archive);
 };
 
@@ -105,17 +121,15 @@ private:
 extern const char16_t* const kMappingTypeWords[4];
 
 // Like GenChannelUVW it relies on the factory's fresh object.
-class GenEnvironmentUVW : public ListedFamilyClass<GenEnvironmentUVW, BaseUVW> {
+class GenEnvironmentUVW : public TwoLayoutUVW<GenEnvironmentUVW> {
 public:
     static constexpr uint32_t kNewestVersion = 2;
-    static constexpr bool kChecksChildrenFirst = false;
 
     Matrix uvw_matrix;
     int32_t mappingType;
     TransformComponents components;
 
     GenEnvironmentUVW() { setDefaults(); }
-    bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
     int getType() override { return 3; }
     void updateTransforms() override;
@@ -131,6 +145,7 @@ public:
     }
 
 private:
+    friend class TwoLayoutUVW<GenEnvironmentUVW>;
     void readFirstVersion(QuickArchive& archive);
 };
 
