@@ -129,13 +129,19 @@ std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, uint64_t 
     return readChildInPlace(archive, id, idOffset, factory, child) ? child : nullptr;
 }
 
-// Form A, optional child: bool present; if present, int type id and the child's own stream.
+// Form B, required child: int type id, then the child's stream.
+template <class Base>
+bool writeRequiredChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
+    if (!child) return false;
+    archive.write(static_cast<int32_t>(child->getType()));
+    return child->serialize(archive);
+}
+
+// Form A, optional child: bool present; if present, the child as in form B.
 template <class Base>
 bool writeOptionalChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
     archive.write(child != nullptr);
-    if (!child) return true;
-    archive.write(static_cast<int32_t>(child->getType()));
-    return child->serialize(archive);
+    return !child || writeRequiredChild(archive, child);
 }
 
 // An absent child leaves `slot` as it is. A present one enters the slot before it reads itself.
@@ -151,14 +157,6 @@ bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
     int32_t id = 0;
     archive.read(id);
     return readChildInPlace(archive, id, idOffset, factory, slot);
-}
-
-// Form B, required child: int type id, then the child's stream.
-template <class Base>
-bool writeRequiredChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
-    if (!child) return false;
-    archive.write(static_cast<int32_t>(child->getType()));
-    return child->serialize(archive);
 }
 
 // The slot is set only once the child has read itself.
