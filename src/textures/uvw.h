@@ -95,7 +95,8 @@ public:
 
     GenChannelUVW() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 4; }
+    static constexpr int kType = 4;
+    int getType() override { return kType; }
     void updateTransforms() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"UVWGenChannel"; }
@@ -131,7 +132,8 @@ public:
 
     GenEnvironmentUVW() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 3; }
+    static constexpr int kType = 3;
+    int getType() override { return kType; }
     void updateTransforms() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"UVWGenEnvironment"; }
@@ -175,7 +177,8 @@ protected:
 class GenPlanarWorldUVW : public GenProjectionUVW {
 public:
     GenPlanarWorldUVW() { GenProjectionUVW::setDefaults(); }
-    int getType() override { return 0; }
+    static constexpr int kType = 0;
+    int getType() override { return kType; }
     std::shared_ptr<BaseUVW> clone() override;
     std::u16string pluginType() override { return u"UVWGenPlanarWorld"; }
 };
@@ -185,7 +188,8 @@ public:
     GenObjectUVW() { GenProjectionUVW::setDefaults(); }
     // Unlike its sisters it starts every read from its defaults.
     bool deserialize(QuickArchive& archive) override;
-    int getType() override { return 1; }
+    static constexpr int kType = 1;
+    int getType() override { return kType; }
     std::shared_ptr<BaseUVW> clone() override;
     std::u16string pluginType() override { return u"UVWGenObject"; }
 };
