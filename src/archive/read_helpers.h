@@ -121,14 +121,6 @@ bool readChildInPlace(QuickArchive& archive, int32_t id, uint64_t idOffset,
     return slot && readTracedObject(archive, *slot);
 }
 
-// The child for a stored id once it has read itself in full; null otherwise.
-template <class Base>
-std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, uint64_t idOffset,
-                                    ChildFactory<Base> factory) {
-    std::shared_ptr<Base> child;
-    return readChildInPlace(archive, id, idOffset, factory, child) ? child : nullptr;
-}
-
 // Form B, required child: int type id, then the child's stream.
 template <class Base>
 bool writeRequiredChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
@@ -144,34 +136,6 @@ bool writeOptionalChild(QuickArchive& archive, const std::shared_ptr<Base>& chil
     return !child || writeRequiredChild(archive, child);
 }
 
-// An absent child leaves `slot` as it is. A present one enters the slot before it reads itself.
-// An id the factory does not know refuses the read, since the length of the child's data is
-// unknown.
-template <class Base>
-bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
-                       ChildFactory<Base> factory) {
-    bool present = false;
-    archive.read(present);
-    if (!present) return true;
-    const uint64_t idOffset = archive.readPos();
-    int32_t id = 0;
-    archive.read(id);
-    return readChildInPlace(archive, id, idOffset, factory, slot);
-}
-
-// The slot is set only once the child has read itself.
-template <class Base>
-bool readRequiredChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
-                       ChildFactory<Base> factory) {
-    const uint64_t idOffset = archive.readPos();
-    int32_t id = 0;
-    archive.read(id);
-    std::shared_ptr<Base> child = readChildBody(archive, id, idOffset, factory);
-    if (!child) return false;
-    slot = child;
-    return true;
-}
-
 // The texture family's mandatory child: the same stream as form B, but the child enters its
 // slot before it reads itself, as in form A.
 template <class Base>
@@ -181,6 +145,27 @@ bool readRequiredChildInPlace(QuickArchive& archive, std::shared_ptr<Base>& slot
     int32_t id = 0;
     archive.read(id);
     return readChildInPlace(archive, id, idOffset, factory, slot);
+}
+
+// An absent child leaves `slot` as it is. A present one enters the slot before it reads itself.
+// An id the factory does not know refuses the read, since the length of the child's data is
+// unknown.
+template <class Base>
+bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
+                       ChildFactory<Base> factory) {
+    bool present = false;
+    archive.read(present);
+    return !present || readRequiredChildInPlace(archive, slot, factory);
+}
+
+// The slot is set only once the child has read itself.
+template <class Base>
+bool readRequiredChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
+                       ChildFactory<Base> factory) {
+    std::shared_ptr<Base> child;
+    if (!readRequiredChildInPlace(archive, child, factory)) return false;
+    slot = child;
+    return true;
 }
 
 // Form C, two required children in a group: both ids first, then both streams.
