@@ -50,7 +50,7 @@ void MayaDirectLight::readPlainTransform(QuickArchive& archive) {
 
 int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name += u"/" + pluginType();
-    beginLightXml(writer, name, *this);
+    beginAssetFrame(writer, name, *this);
     writer.writeColor("color", color);
     writer.writeColor("shadowColor", shadowColor);
     writer.writeFloat("shadowBias", shadowBias);
@@ -61,7 +61,7 @@ int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     writer.writeInteger("shadowSubdivs", static_cast<int32_t>(shadowSubdivs));
     writer.writeBool("enabled", enabled);
     writer.writeBool("shadows", shadows);
-    endLightXml(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -10,6 +10,7 @@
 #include "archive/read_helpers.h"
 #include "textures/base_texture.h"
 #include "textures/child_slots.h"
+#include "xml/asset_frame.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/plugin_ref.h"
 
@@ -51,28 +52,14 @@ inline bool readTextureVersion(QuickArchive& archive, BaseTexture& texture, uint
     return word.minor == 0 && major >= 1 && major <= newest;
 }
 
-// Opens asset, plugin and parameter list of one object.
-inline void beginAssetFrame(AssetXmlWriter& writer, const std::u16string& url,
-                            const std::u16string& pluginType, const std::u16string& pluginKind) {
-    writer.beginAsset(url, pluginKind, u"");
-    writer.beginPlugin(pluginType, pluginKind);
-    writer.beginParameters();
-}
-
 // The children's assets, then the parent's frame opened at `url` with its references to them
 // ahead of its other parameters.
 inline void beginFrameAfterChildren(AssetXmlWriter& writer, const std::u16string& url,
                                     PluginTarget& self,
                                     std::initializer_list<ChildAsset> children) {
     writeChildAssets(writer, url, children);
-    beginAssetFrame(writer, url, self.pluginType(), self.pluginKind());
+    beginAssetFrame(writer, url, self);
     writeChildReferences(writer, url, children);
-}
-
-inline void endAssetFrame(AssetXmlWriter& writer) {
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
 }
 
 // The record operations, deep copy and comparison of a class whose stored fields are all in its

@@ -46,7 +46,7 @@ int FresnelTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
         {"refract_ior_tex", refract_ior_tex, u"refract_ior_tex"},
     };
     writeChildAssets(writer, url, children);
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeColor("white_color", inverted(frontColor));
     writer.writeColor("black_color", inverted(sideColor));
     writer.writeFloat("fresnel_ior", fresnel_ior);
@@ -66,7 +66,7 @@ void AColorTexture::setDefaults() { texture = AColor(1.0f, 1.0f, 1.0f, 1.0f); }
 
 int AColorTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeAColor("texture", texture);
     endAssetFrame(writer);
     return 0;

@@ -27,7 +27,7 @@ bool BitmapBuffer::deserialize(QuickArchive& archive) {
 
 int BitmapBuffer::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeInteger("filter_type", filter_type);
     writer.writeFloat("filter_blur", filter_blur);
     writer.writeFloat("gamma", gamma);

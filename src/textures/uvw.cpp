@@ -134,7 +134,7 @@ void GenChannelUVW::updateTransforms() {
 int GenChannelUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeComponentTransform("uvw_transform", uvwComponents.values());
     writer.writeTransform("tex_transform", tex_transform);
     writer.writeInteger("wrap_u", wrap_u);
@@ -172,7 +172,7 @@ void GenEnvironmentUVW::updateTransforms() { components.compose(uvw_matrix); }
 int GenEnvironmentUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
 
     TransformComponents orientation;
     orientation.x_rotation = components.x_rotation;
@@ -235,7 +235,7 @@ bool GenProjectionUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
 int GenProjectionUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeComponentTransform("uvw_transform", components.values());
     endAssetFrame(writer);
     return 0;
