@@ -121,38 +121,6 @@ bool readChildInPlace(QuickArchive& archive, int32_t id, uint64_t idOffset,
     return slot && readTracedObject(archive, *slot);
 }
 
-// The child for a stored id once it has read itself in full; null otherwise.
-template <class Base>
-std::shared_ptr<Base> readChildBody(QuickArchive& archive, int32_t id, uint64_t idOffset,
-                                    ChildFactory<Base> factory) {
-    std::shared_ptr<Base> child;
-    return readChildInPlace(archive, id, idOffset, factory, child) ? child : nullptr;
-}
-
-// Form A, optional child: bool present; if present, int type id and the child's own stream.
-template <class Base>
-bool writeOptionalChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
-    archive.write(child != nullptr);
-    if (!child) return true;
-    archive.write(static_cast<int32_t>(child->getType()));
-    return child->serialize(archive);
-}
-
-// An absent child leaves `slot` as it is. A present one enters the slot before it reads itself.
-// An id the factory does not know refuses the read, since the length of the child's data is
-// unknown.
-template <class Base>
-bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
-                       ChildFactory<Base> factory) {
-    bool present = false;
-    archive.read(present);
-    if (!present) return true;
-    const uint64_t idOffset = archive.readPos();
-    int32_t id = 0;
-    archive.read(id);
-    return readChildInPlace(archive, id, idOffset, factory, slot);
-}
-
 // Form B, required child: int type id, then the child's stream.
 template <class Base>
 bool writeRequiredChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
@@ -161,17 +129,11 @@ bool writeRequiredChild(QuickArchive& archive, const std::shared_ptr<Base>& chil
     return child->serialize(archive);
 }
 
-// The slot is set only once the child has read itself.
+// Form A, optional child: bool present; if present, the child as in form B.
 template <class Base>
-bool readRequiredChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
-                       ChildFactory<Base> factory) {
-    const uint64_t idOffset = archive.readPos();
-    int32_t id = 0;
-    archive.read(id);
-    std::shared_ptr<Base> child = readChildBody(archive, id, idOffset, factory);
-    if (!child) return false;
-    slot = child;
-    return true;
+bool writeOptionalChild(QuickArchive& archive, const std::shared_ptr<Base>& child) {
+    archive.write(child != nullptr);
+    return !child || writeRequiredChild(archive, child);
 }
 
 // The texture family's mandatory child: the same stream as form B, but the child enters its
@@ -183,6 +145,27 @@ bool readRequiredChildInPlace(QuickArchive& archive, std::shared_ptr<Base>& slot
     int32_t id = 0;
     archive.read(id);
     return readChildInPlace(archive, id, idOffset, factory, slot);
+}
+
+// An absent child leaves `slot` as it is. A present one enters the slot before it reads itself.
+// An id the factory does not know refuses the read, since the length of the child's data is
+// unknown.
+template <class Base>
+bool readOptionalChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
+                       ChildFactory<Base> factory) {
+    bool present = false;
+    archive.read(present);
+    return !present || readRequiredChildInPlace(archive, slot, factory);
+}
+
+// The slot is set only once the child has read itself.
+template <class Base>
+bool readRequiredChild(QuickArchive& archive, std::shared_ptr<Base>& slot,
+                       ChildFactory<Base> factory) {
+    std::shared_ptr<Base> child;
+    if (!readRequiredChildInPlace(archive, child, factory)) return false;
+    slot = child;
+    return true;
 }
 
 // Form C, two required children in a group: both ids first, then both streams.

@@ -26,7 +26,7 @@ void IESLight::setDefaults() {
 
 int IESLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name += u"/" + pluginType();
-    beginLightXml(writer, name, *this);
+    beginAssetFrame(writer, name, *this);
     writer.writeTransform("transform", transform);
     writer.writeColor("color", color);
     writer.writeColor("shadowColor", shadowColor);
@@ -43,7 +43,7 @@ int IESLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     writer.writeBool("affectDiffuse", affectDiffuse);
     writer.writeBool("affectSpecular", affectSpecular);
     writer.writeFile(u"ies_file", ies_file);
-    endLightXml(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

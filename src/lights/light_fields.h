@@ -10,6 +10,7 @@
 #include "archive/quick_archive.h"
 #include "archive/read_helpers.h"
 #include "lights/base_light.h"
+#include "xml/asset_frame.h"
 
 class AssetXmlWriter;
 
@@ -70,9 +71,5 @@ protected:
 private:
     Light& self() { return static_cast<Light&>(*this); }
 };
-
-// Asset, plugin and parameters around a light's parameter list.
-void beginLightXml(AssetXmlWriter& writer, const std::u16string& url, BaseLight& light);
-void endLightXml(AssetXmlWriter& writer);
 
 }  // namespace CorvaneCore

@@ -26,23 +26,31 @@ bool MayaDirectLight::serialize(QuickArchive& archive) {
     return transform.serialize(archive);
 }
 
+// The placement follows the listed fields: none in version 1, a plain transform in version 2,
+// the curve from version 3 on.
 bool MayaDirectLight::deserialize(QuickArchive& archive) {
     uint32_t major = 0;
     if (!readFields(archive, major)) return false;
-    if (major == 2) {
-        // Version 2 kept a plain transform where the curve stands now.
-        Transform plain;
-        archive.read(plain);
-        transform.setValue(plain, 0.0);
-    } else if (major >= 3) {
-        return transform.deserialize(archive);
+    switch (major) {
+        case 1:
+            return true;
+        case 2:
+            readPlainTransform(archive);
+            return true;
+        default:
+            return transform.deserialize(archive);
     }
-    return true;
+}
+
+void MayaDirectLight::readPlainTransform(QuickArchive& archive) {
+    Transform plain;
+    archive.read(plain);
+    transform.setValue(plain, 0.0);
 }
 
 int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name += u"/" + pluginType();
-    beginLightXml(writer, name, *this);
+    beginAssetFrame(writer, name, *this);
     writer.writeColor("color", color);
     writer.writeColor("shadowColor", shadowColor);
     writer.writeFloat("shadowBias", shadowBias);
@@ -53,7 +61,7 @@ int MayaDirectLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     writer.writeInteger("shadowSubdivs", static_cast<int32_t>(shadowSubdivs));
     writer.writeBool("enabled", enabled);
     writer.writeBool("shadows", shadows);
-    endLightXml(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -53,6 +53,10 @@ public:
     uint32_t shadowSubdivs;
     float shadowRadius;
     AnimatedTransform transform;
+
+private:
+    // Version 2 kept a plain transform where the curve stands now.
+    void readPlainTransform(QuickArchive& archive);
 };
 
 }  // namespace CorvaneCore

@@ -9,7 +9,7 @@ void OmniLight::setDefaults() { resetPointEmitter(30.0f); }
 
 int OmniLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name += u"/" + pluginType();
-    beginLightXml(writer, name, *this);
+    beginAssetFrame(writer, name, *this);
     writeEmitterHead(writer);
     writeFalloff(writer);
     // Kept as it always was: the units go out under this name, ahead of the real caustic
@@ -21,7 +21,7 @@ int OmniLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     writer.writeBool("affectDiffuse", affectDiffuse);
     writer.writeBool("affectSpecular", affectSpecular);
     writer.writeTransform("transform", transform);
-    endLightXml(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

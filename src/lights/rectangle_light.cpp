@@ -21,7 +21,7 @@ void RectangleLight::setDefaults() {
 
 int RectangleLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name += u"/" + pluginType();
-    beginLightXml(writer, name, *this);
+    beginAssetFrame(writer, name, *this);
     writeEmitterHead(writer);
     writer.writeFloat("shadowBias", shadowBias);
     writer.writeFloat("intensity", intensity);
@@ -43,7 +43,7 @@ int RectangleLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     writer.writeBool("affectSpecular", affectSpecular);
     writer.writeBool("affectReflections", affectReflections);
     writer.writeTransform("transform", transform);
-    endLightXml(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -18,7 +18,7 @@ void SpotLight::setDefaults() {
 
 int SpotLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     name += u"/" + pluginType();
-    beginLightXml(writer, name, *this);
+    beginAssetFrame(writer, name, *this);
     writeEmitterHead(writer);
     writer.writeFloat("barnDoorLeft", barnDoorLeft);
     writer.writeFloat("barnDoorRight", barnDoorRight);
@@ -37,7 +37,7 @@ int SpotLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     writer.writeTransform("transform", transform);
     // Constant: marks a spot that came from an old record. The one labelled user-data flag.
     writer.writeBool("legacyMode", true, "Legacy Mode", true);
-    endLightXml(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -59,7 +59,7 @@ bool SunLight::claimUrl(AssetXmlWriter& writer, std::u16string& name) {
 
 int SunLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     if (!claimUrl(writer, name)) return 0;
-    beginLightXml(writer, name, *this);
+    beginAssetFrame(writer, name, *this);
     writer.writeVector("up_vector", up_vector);
     writer.writeFloat("shadowBias", shadowBias);
     writer.writeFloat("turbidity", turbidity);
@@ -76,7 +76,7 @@ int SunLight::writeXML(AssetXmlWriter& writer, std::u16string name) {
     writer.writeBool("shadows", shadows);
     writer.writeBool("invisible", invisible);
     writer.writeTransform("transform", transform.getValue(0.0));
-    endLightXml(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "archive/read_helpers.h"
 #include "materials/brdf_slots.h"
 #include "textures/base_texture.h"
+#include "xml/asset_frame.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -101,16 +102,12 @@ void beginLayerBlock(AssetXmlWriter& writer, Base_BRDF& layer, std::u16string& u
                      TextureSlots slots) {
     url += u"/" + layer.name;
     writeSlotChildren(writer, url, slots);
-    writer.beginAsset(url, layer.pluginKind(), u"");
-    writer.beginPlugin(layer.pluginType(), layer.pluginKind());
-    writer.beginParameters();
+    beginAssetFrame(writer, url, layer);
 }
 
 void endLayerBlock(AssetXmlWriter& writer, const std::u16string& url, TextureSlots slots) {
     writeSlotParameters(writer, url, slots);
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
+    endAssetFrame(writer);
 }
 
 }  // namespace CorvaneCore

@@ -1,24 +1,11 @@
+#include "archive/type_factory.h"
 #include "materials/brdf.h"
 
 namespace CorvaneCore {
 
 std::shared_ptr<Base_BRDF> createBRDF(int id) {
-    switch (id) {
-        case Glass_BRDF::kType:
-            return std::make_shared<Glass_BRDF>();
-        case Diffuse_BRDF::kType:
-            return std::make_shared<Diffuse_BRDF>();
-        case Blinn_BRDF::kType:
-            return std::make_shared<Blinn_BRDF>();
-        case Phong_BRDF::kType:
-            return std::make_shared<Phong_BRDF>();
-        case Mirror_BRDF::kType:
-            return std::make_shared<Mirror_BRDF>();
-        case Light_BRDF::kType:
-            return std::make_shared<Light_BRDF>();
-        default:
-            return nullptr;
-    }
+    return makeByType<Base_BRDF, Glass_BRDF, Diffuse_BRDF, Blinn_BRDF, Phong_BRDF, Mirror_BRDF,
+                      Light_BRDF>(id);
 }
 
 }  // namespace CorvaneCore

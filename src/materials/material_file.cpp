@@ -7,6 +7,7 @@
 #include "materials/material_linked.h"
 #include "materials/scene_materials.h"
 #include "materials/wrappers.h"
+#include "xml/asset_frame.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
@@ -38,16 +39,12 @@ void writeTwoChildLayout(AssetXmlWriter& writer, BaseMaterial& material, const c
     const MaterialPtr second = resolveReference(secondChild);
     writeFoldedMaterial(writer, first);
     writeFoldedMaterial(writer, second);
-    writer.beginAsset(u"/" + material.name, material.pluginKind(), layout);
-    writer.beginPlugin(material.pluginType(), material.pluginKind());
-    writer.beginParameters();
+    beginAssetFrame(writer, u"/" + material.name, material, layout);
     // Empty prefix: the value is "/" and the child's name, the url of its folded block.
     if (isUsable(first)) writer.writePlugin(firstWord, PluginRef(first), u"");
     if (isUsable(second)) writer.writePlugin(secondWord, PluginRef(second), u"");
     scalars();
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
+    endAssetFrame(writer);
 }
 
 // The two-sided layout has no room for transparency and the two textures.
@@ -85,9 +82,7 @@ void writeToonLayout(AssetXmlWriter& writer, MaterialToon& material) {
         {material.lineWidthTex, "width_tex", "lineWidthTex"},
     };
     writeSlotChildren(writer, url, slots);
-    writer.beginAsset(url, material.pluginKind(), u"ToonMatLayout");
-    writer.beginPlugin(material.pluginType(), material.pluginKind());
-    writer.beginParameters();
+    beginAssetFrame(writer, url, material, u"ToonMatLayout");
     if (isUsable(base)) writer.writePlugin("base_mtl", PluginRef(base), u"");
     writeSlotParameters(writer, url, slots);
     writer.writeColor("lineColor", material.lineColor);
@@ -105,9 +100,7 @@ void writeToonLayout(AssetXmlWriter& writer, MaterialToon& material) {
     writer.writeBool("doSecondary", material.doSecondary);
     writer.writeBool("divideByDist", material.divideByDist);
     writer.writeBool("doSilhouetteMult", material.doSilhouetteMult);
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
+    endAssetFrame(writer);
 }
 
 }  // namespace
@@ -130,14 +123,10 @@ void writeFoldedMaterial(AssetXmlWriter& writer, const MaterialPtr& outermost) {
     for (const MaterialPtr& wrapper : wrappers) wrapper->writeFoldedTextures(writer, url);
     layered->writeLayers(writer, url);
 
-    writer.beginAsset(url, u"material", u"defommat");
-    writer.beginPlugin(layered->pluginType(), u"material");
-    writer.beginParameters();
+    beginAssetFrame(writer, url, *layered, u"defommat");
     layered->writeLeadingParameters(writer, url);
     for (const MaterialPtr& wrapper : wrappers) wrapper->writeFoldedParameters(writer, url);
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
+    endAssetFrame(writer);
 }
 
 void writeMaterialTree(AssetXmlWriter& writer, const MaterialPtr& material) {

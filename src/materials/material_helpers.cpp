@@ -21,18 +21,6 @@ bool writeBareMaterial(QuickArchive& archive, const MaterialPtr& material) {
     return writeRequiredChild(archive, material);
 }
 
-void beginMaterialAsset(AssetXmlWriter& writer, BaseMaterial& material, const std::u16string& url) {
-    writer.beginAsset(url, material.pluginKind(), u"");
-    writer.beginPlugin(material.pluginType(), material.pluginKind());
-    writer.beginParameters();
-}
-
-void endMaterialAsset(AssetXmlWriter& writer) {
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
-}
-
 void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child,
                         const std::u16string& url) {
     if (child) child->writeXML(writer, url);

@@ -12,6 +12,7 @@
 #include "archive/read_helpers.h"
 #include "materials/base_material.h"
 #include "materials/scene_materials.h"
+#include "xml/asset_frame.h"
 
 class AssetXmlWriter;
 
@@ -38,10 +39,6 @@ inline bool sameMaterial(const MaterialPtr& a, const MaterialPtr& b) {
     return a->isEqual(b);
 }
 
-// The frame of a material's own asset block: kind "material", an empty layout, the class's
-// plugin, and the parameters opened. Closed by endMaterialAsset.
-void beginMaterialAsset(AssetXmlWriter& writer, BaseMaterial& material, const std::u16string& url);
-void endMaterialAsset(AssetXmlWriter& writer);
 // A child material's own blocks below `url`, when there is a child.
 void writeChildMaterial(AssetXmlWriter& writer, const MaterialPtr& child,
                         const std::u16string& url);

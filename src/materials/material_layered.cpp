@@ -1,6 +1,7 @@
 #include "archive/field_list.h"
 #include "archive/read_helpers.h"
 #include "materials/material.h"
+#include "xml/asset_frame.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
@@ -97,13 +98,9 @@ void MaterialLayeredBRDF::writeLeadingParameters(AssetXmlWriter& writer,
 int MaterialLayeredBRDF::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + name;
     writeLayers(writer, url);
-    writer.beginAsset(url, pluginKind(), u"defommat");
-    writer.beginPlugin(pluginType(), pluginKind());
-    writer.beginParameters();
+    beginAssetFrame(writer, url, *this, u"defommat");
     writeLeadingParameters(writer, url);
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
+    endAssetFrame(writer);
     return 0;
 }
 

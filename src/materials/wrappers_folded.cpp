@@ -99,7 +99,7 @@ int MaterialBump::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writeSlotMult(writer, *this, kSlot);
     writeChildParameters(writer, url, children);
     writeSlotPlugin(writer, url, *this, kSlot);
-    endMaterialAsset(writer);
+    endAssetFrame(writer);
     return 0;
 }
 
@@ -227,7 +227,7 @@ int MaterialObjectExclusion::writeXML(AssetXmlWriter& writer, std::u16string url
     writer.beginList("objects", "");
     for (const std::u16string& object : objects) writer.writeStringEntry(object);
     writer.endList();
-    endMaterialAsset(writer);
+    endAssetFrame(writer);
     return 0;
 }
 
@@ -253,7 +253,7 @@ int MaterialAlphaContribution::writeXML(AssetXmlWriter& writer, std::u16string u
     writeSlotMult(writer, *this, kSlot);
     writeChildParameters(writer, url, children);
     writeSlotPlugin(writer, url, *this, kSlot);
-    endMaterialAsset(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -54,7 +54,7 @@ int MaterialToon::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writer.writeBool("do_secondary", doSecondary);
     writer.writeBool("divide_by_distance", divideByDist);
     writer.writeBool("do_silhouette_mult", doSilhouetteMult);
-    endMaterialAsset(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

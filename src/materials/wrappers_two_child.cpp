@@ -32,7 +32,7 @@ int Material2Sided::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writer.writeFloat("translucency_tex_mult", translucency_tex_mult);
     writer.writeFloat("transparency_tex_mult", transparency_tex_mult);
     writer.writeBool("force_1sided", force_1sided);
-    endMaterialAsset(writer);
+    endAssetFrame(writer);
     return 0;
 }
 
@@ -47,7 +47,7 @@ void MaterialSkp2Sided::setDefaults() {
 int MaterialSkp2Sided::writeXML(AssetXmlWriter& writer, std::u16string url) {
     beginWrapperParameters(writer, *this, url, {{"front", front}, {"back", back}});
     writer.writeBool("force_1sided", force_1sided);
-    endMaterialAsset(writer);
+    endAssetFrame(writer);
     return 0;
 }
 
@@ -64,7 +64,7 @@ int MaterialAngleBlend::writeXML(AssetXmlWriter& writer, std::u16string url) {
     beginWrapperParameters(writer, *this, url, {{"mtl_one", mtl_one}, {"mtl_two", mtl_two}});
     writer.writeFloat("start_angle", start_angle);
     writer.writeFloat("stop_angle", stop_angle);
-    endMaterialAsset(writer);
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -7,7 +7,7 @@ std::u16string beginWrapperBlock(AssetXmlWriter& writer, BaseMaterial& wrapper, 
     url += u"/" + wrapper.name;
     for (const NamedChild& child : children) writeChildMaterial(writer, child.material, url);
     writeSlotChildren(writer, url, textures);
-    beginMaterialAsset(writer, wrapper, url);
+    beginAssetFrame(writer, url, wrapper);
     return url;
 }
 

@@ -3,6 +3,7 @@
 #include "archive/quick_archive.h"
 #include "archive/read_helpers.h"
 #include "options/options_rows.h"
+#include "xml/asset_frame.h"
 #include "xml/asset_xml_writer.h"
 
 namespace CorvaneCore {
@@ -193,14 +194,10 @@ int RenderView::writeXML(AssetXmlWriter& writer, std::u16string name) {
     realB.writeXML(writer, name);
     realC.writeXML(writer, name);
     transform.writeXML(writer, name);
-    writer.beginAsset(name, pluginKind(), u"");
-    writer.beginPlugin(pluginType(), pluginKind());
-    writer.beginParameters();
+    beginAssetFrame(writer, name, *this);
     writer.writeInteger("img_width", img_width);
     writer.writeInteger("img_height", img_height);
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
+    endAssetFrame(writer);
     return 0;
 }
 

@@ -3,6 +3,7 @@
 #include "archive/quick_archive.h"
 #include "archive/read_helpers.h"
 #include "options/options_rows.h"
+#include "xml/asset_frame.h"
 #include "xml/asset_xml_writer.h"
 #include "xml/text.h"
 
@@ -380,9 +381,7 @@ bool CorvaneFrameData::deserialize(QuickArchive& archive) {
 
 int CorvaneFrameData::writeXML(AssetXmlWriter& w, std::u16string name) {
     const std::u16string url = name + u"/" + pluginType();
-    w.beginAsset(url, pluginKind(), u"");
-    w.beginPlugin(pluginType(), pluginKind());
-    w.beginParameters();
+    beginAssetFrame(w, url, *this);
     w.writeFloat("t", static_cast<float>(t));
     w.writeFloat("frameStart", static_cast<float>(frameStart));
     w.writeFloat("frameEnd", static_cast<float>(frameEnd));
@@ -409,9 +408,7 @@ int CorvaneFrameData::writeXML(AssetXmlWriter& w, std::u16string name) {
     w.writeInteger("fieldMask", fieldMask);
     w.writeInteger("fieldOrder", fieldOrder);
     w.writeInteger("firstField", firstField);
-    w.endParameters();
-    w.endPlugin();
-    w.endAsset();
+    endAssetFrame(w);
     return 0;
 }
 

@@ -1,10 +1,10 @@
+#include "archive/type_factory.h"
 #include "textures/texture.h"
 
 namespace CorvaneCore {
 
 std::shared_ptr<BaseBitmap> createBitmap(int id) {
-    if (id == 0) return std::make_shared<BitmapBuffer>();
-    return nullptr;
+    return makeByType<BaseBitmap, BitmapBuffer>(id);
 }
 
 }  // namespace CorvaneCore

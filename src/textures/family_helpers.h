@@ -2,6 +2,7 @@
 // the version word, and the fixed frame of one asset.
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -9,18 +10,36 @@
 #include "archive/read_helpers.h"
 #include "textures/base_texture.h"
 #include "textures/child_slots.h"
+#include "xml/asset_frame.h"
 #include "xml/asset_xml_writer.h"
+#include "xml/plugin_ref.h"
 
 namespace CorvaneCore {
 
-// Writes a non-empty child under its slot URL, `url`, "/" and `pathWord`, so its asset stands
-// before its parent's; gives the slot URL for the parent's reference.
-template <class Base>
-std::u16string writeChildAt(AssetXmlWriter& writer, const std::shared_ptr<Base>& child,
-                            const std::u16string& url, const char16_t* pathWord) {
-    std::u16string slotUrl = url + u"/" + pathWord;
-    if (child) child->writeXML(writer, slotUrl);
-    return slotUrl;
+// One child asset of an object: the parameter that refers to it, the child, and the word its
+// asset's URL takes below the parent's.
+struct ChildAsset {
+    const char* name;
+    PluginRef child;
+    const char16_t* pathWord;
+};
+
+// Writes each non-empty child under `url`, "/" and its path word, so its asset stands before its
+// parent's.
+inline void writeChildAssets(AssetXmlWriter& writer, const std::u16string& url,
+                             std::initializer_list<ChildAsset> children) {
+    for (const ChildAsset& asset : children) {
+        if (asset.child.target())
+            asset.child.target()->writeXML(writer, url + u"/" + asset.pathWord);
+    }
+}
+
+// The parent's references to the children `writeChildAssets` wrote, in the order given.
+inline void writeChildReferences(AssetXmlWriter& writer, const std::u16string& url,
+                                 std::initializer_list<ChildAsset> children) {
+    for (const ChildAsset& asset : children) {
+        writer.writePlugin(asset.name, asset.child, url + u"/" + asset.pathWord);
+    }
 }
 
 // Reads a texture's version word and returns the texture to its defaults; true when the minor
@@ -33,18 +52,14 @@ inline bool readTextureVersion(QuickArchive& archive, BaseTexture& texture, uint
     return word.minor == 0 && major >= 1 && major <= newest;
 }
 
-// Opens asset, plugin and parameter list of one object.
-inline void beginAssetFrame(AssetXmlWriter& writer, const std::u16string& url,
-                            const std::u16string& pluginType, const std::u16string& pluginKind) {
-    writer.beginAsset(url, pluginKind, u"");
-    writer.beginPlugin(pluginType, pluginKind);
-    writer.beginParameters();
-}
-
-inline void endAssetFrame(AssetXmlWriter& writer) {
-    writer.endParameters();
-    writer.endPlugin();
-    writer.endAsset();
+// The children's assets, then the parent's frame opened at `url` with its references to them
+// ahead of its other parameters.
+inline void beginFrameAfterChildren(AssetXmlWriter& writer, const std::u16string& url,
+                                    PluginTarget& self,
+                                    std::initializer_list<ChildAsset> children) {
+    writeChildAssets(writer, url, children);
+    beginAssetFrame(writer, url, self);
+    writeChildReferences(writer, url, children);
 }
 
 // The record operations, deep copy and comparison of a class whose stored fields are all in its

@@ -36,7 +36,8 @@ public:
 
     FresnelTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 1; }
+    static constexpr int kType = 1;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexFresnel"; }
 
@@ -66,7 +67,8 @@ public:
 
     UVWTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 2; }
+    static constexpr int kType = 2;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexUVW"; }
 
@@ -91,7 +93,8 @@ public:
 
     RampTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 11; }
+    static constexpr int kType = 11;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexRamp"; }
 
@@ -119,7 +122,8 @@ public:
 
     BulgeTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 8; }
+    static constexpr int kType = 8;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexBulge"; }
 
@@ -146,7 +150,8 @@ public:
 
     GridTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 6; }
+    static constexpr int kType = 6;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexGrid"; }
 
@@ -177,7 +182,8 @@ public:
 
     ClothTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 7; }
+    static constexpr int kType = 7;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexCloth"; }
 
@@ -206,7 +212,8 @@ public:
 
     BlendTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 10; }
+    static constexpr int kType = 10;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexBlend"; }
 
@@ -246,7 +253,8 @@ public:
 
     NoiseTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 3; }
+    static constexpr int kType = 3;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexNoise"; }
 
@@ -283,7 +291,8 @@ public:
 
     InvertTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 9; }
+    static constexpr int kType = 9;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexInvert"; }
 
@@ -310,7 +319,8 @@ public:
 
     CheckerTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 4; }
+    static constexpr int kType = 4;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexChecker"; }
 
@@ -336,7 +346,8 @@ public:
     AColorTexture() { setDefaults(); }
     explicit AColorTexture(const AColor& color) : texture(color) {}
     void setDefaults() override;
-    int getType() override { return 5; }
+    static constexpr int kType = 5;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexAColor"; }
 

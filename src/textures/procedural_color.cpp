@@ -39,14 +39,14 @@ void FresnelTexture::setDefaults() {
 // parameters keep the colour names.
 int FresnelTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string blackUrl = writeChildAt(writer, black_color_tex, url, u"reflection_tex");
-    const std::u16string whiteUrl = writeChildAt(writer, white_color_tex, url, u"refraction_tex");
-    const std::u16string fresnelUrl =
-        writeChildAt(writer, fresnel_ior_tex, url, u"fresnel_ior_tex");
-    const std::u16string refractUrl =
-        writeChildAt(writer, refract_ior_tex, url, u"refract_ior_tex");
-
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    const std::initializer_list<ChildAsset> children = {
+        {"black_color_tex", black_color_tex, u"reflection_tex"},
+        {"white_color_tex", white_color_tex, u"refraction_tex"},
+        {"fresnel_ior_tex", fresnel_ior_tex, u"fresnel_ior_tex"},
+        {"refract_ior_tex", refract_ior_tex, u"refract_ior_tex"},
+    };
+    writeChildAssets(writer, url, children);
+    beginAssetFrame(writer, url, *this);
     writer.writeColor("white_color", inverted(frontColor));
     writer.writeColor("black_color", inverted(sideColor));
     writer.writeFloat("fresnel_ior", fresnel_ior);
@@ -55,10 +55,7 @@ int FresnelTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     writer.writeFloat("white_color_tex_mult", white_color_tex_mult);
     writer.writeFloat("fresnel_ior_tex_mult", fresnel_ior_tex_mult);
     writer.writeFloat("refract_ior_tex_mult", refract_ior_tex_mult);
-    writer.writePlugin("black_color_tex", black_color_tex, blackUrl);
-    writer.writePlugin("white_color_tex", white_color_tex, whiteUrl);
-    writer.writePlugin("fresnel_ior_tex", fresnel_ior_tex, fresnelUrl);
-    writer.writePlugin("refract_ior_tex", refract_ior_tex, refractUrl);
+    writeChildReferences(writer, url, children);
     endAssetFrame(writer);
     return 0;
 }
@@ -69,7 +66,7 @@ void AColorTexture::setDefaults() { texture = AColor(1.0f, 1.0f, 1.0f, 1.0f); }
 
 int AColorTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeAColor("texture", texture);
     endAssetFrame(writer);
     return 0;
@@ -85,9 +82,7 @@ void InvertTexture::setDefaults() {
 // The child's asset lives under "base_texture"; the parameter is "texture".
 int InvertTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string textureUrl = writeChildAt(writer, texture, url, u"base_texture");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("texture", texture, textureUrl);
+    beginFrameAfterChildren(writer, url, *this, {{"texture", texture, u"base_texture"}});
     writer.writeBool("invert_alpha", invert_alpha);
     endAssetFrame(writer);
     return 0;
@@ -105,11 +100,8 @@ void BlendTexture::setDefaults() {
 
 int BlendTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string aUrl = writeChildAt(writer, color_a, url, u"color_a");
-    const std::u16string bUrl = writeChildAt(writer, color_b, url, u"color_b");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("color_a", color_a, aUrl);
-    writer.writePlugin("color_b", color_b, bUrl);
+    beginFrameAfterChildren(writer, url, *this,
+                            {{"color_a", color_a, u"color_a"}, {"color_b", color_b, u"color_b"}});
     writer.writeFloat("blend_amount", blend_amount);
     endAssetFrame(writer);
     return 0;

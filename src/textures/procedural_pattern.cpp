@@ -11,9 +11,7 @@ void UVWTexture::setDefaults() { uvwgen.reset(); }
 
 int UVWTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
+    beginFrameAfterChildren(writer, url, *this, {{"uvwgen", uvwgen, u"uvwgen"}});
     endAssetFrame(writer);
     return 0;
 }
@@ -32,11 +30,8 @@ void RampTexture::setDefaults() {
 
 int RampTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    const std::u16string colorsUrl = writeChildAt(writer, colors, url, u"colors");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
-    writer.writePlugin("colors", colors, colorsUrl);
+    beginFrameAfterChildren(writer, url, *this,
+                            {{"uvwgen", uvwgen, u"uvwgen"}, {"colors", colors, u"colors"}});
     writer.writeFloat("positions", positions);
     writer.writeFloat("u_wave", u_wave);
     writer.writeFloat("v_wave", v_wave);
@@ -56,9 +51,7 @@ void BulgeTexture::setDefaults() {
 
 int BulgeTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
+    beginFrameAfterChildren(writer, url, *this, {{"uvwgen", uvwgen, u"uvwgen"}});
     writer.writeFloat("u_width", u_width);
     writer.writeFloat("v_width", v_width);
     endAssetFrame(writer);
@@ -79,13 +72,10 @@ void GridTexture::setDefaults() {
 
 int GridTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    const std::u16string lineUrl = writeChildAt(writer, line_color, url, u"line_color");
-    const std::u16string fillUrl = writeChildAt(writer, fill_color, url, u"fill_color");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
-    writer.writePlugin("line_color", line_color, lineUrl);
-    writer.writePlugin("fill_color", fill_color, fillUrl);
+    beginFrameAfterChildren(writer, url, *this,
+                            {{"uvwgen", uvwgen, u"uvwgen"},
+                             {"line_color", line_color, u"line_color"},
+                             {"fill_color", fill_color, u"fill_color"}});
     writer.writeFloat("u_width", u_width);
     writer.writeFloat("v_width", v_width);
     endAssetFrame(writer);
@@ -107,9 +97,7 @@ void ClothTexture::setDefaults() {
 // The one stored flag tiles both directions.
 int ClothTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
+    beginFrameAfterChildren(writer, url, *this, {{"uvwgen", uvwgen, u"uvwgen"}});
     writer.writeAColor("gap_color", gap_color);
     writer.writeAColor("u_color", u_color);
     writer.writeAColor("v_color", v_color);
@@ -146,13 +134,10 @@ void NoiseTexture::setDefaults() {
 
 int NoiseTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    const std::u16string color1Url = writeChildAt(writer, color1_tex, url, u"color1_tex");
-    const std::u16string color2Url = writeChildAt(writer, color2_tex, url, u"color2_tex");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
-    writer.writePlugin("color1_tex", color1_tex, color1Url);
-    writer.writePlugin("color2_tex", color2_tex, color2Url);
+    beginFrameAfterChildren(writer, url, *this,
+                            {{"uvwgen", uvwgen, u"uvwgen"},
+                             {"color1_tex", color1_tex, u"color1_tex"},
+                             {"color2_tex", color2_tex, u"color2_tex"}});
     writer.writeColor("color1", color1);
     writer.writeColor("color2", color2);
     writer.writeFloat("persistence", persistence);
@@ -186,13 +171,10 @@ void CheckerTexture::setDefaults() {
 
 int CheckerTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    const std::u16string whiteUrl = writeChildAt(writer, white_color, url, u"white_color");
-    const std::u16string blackUrl = writeChildAt(writer, black_color, url, u"black_color");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
-    writer.writePlugin("white_color", white_color, whiteUrl);
-    writer.writePlugin("black_color", black_color, blackUrl);
+    beginFrameAfterChildren(writer, url, *this,
+                            {{"uvwgen", uvwgen, u"uvwgen"},
+                             {"white_color", white_color, u"white_color"},
+                             {"black_color", black_color, u"black_color"}});
     writer.writeBool("tile_u", tile_u);
     writer.writeBool("tile_v", tile_v);
     endAssetFrame(writer);

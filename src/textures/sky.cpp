@@ -101,7 +101,7 @@ std::u16string SkyTexture::sunReference(AssetXmlWriter& writer) {
 int SkyTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
     const std::u16string sunUrl = sunReference(writer);
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writePlugin("sun", sun, sunUrl);
     endAssetFrame(writer);
     return 0;

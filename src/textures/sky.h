@@ -32,7 +32,8 @@ public:
     bool deserialize(QuickArchive& archive) override;
     // Points `sun` at the shared default sun and gives the sky a fresh identity.
     void setDefaults() override;
-    int getType() override { return 12; }
+    static constexpr int kType = 12;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexSky"; }
 

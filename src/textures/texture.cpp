@@ -27,7 +27,7 @@ bool BitmapBuffer::deserialize(QuickArchive& archive) {
 
 int BitmapBuffer::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeInteger("filter_type", filter_type);
     writer.writeFloat("filter_blur", filter_blur);
     writer.writeFloat("gamma", gamma);
@@ -47,11 +47,8 @@ void BitmapTexture::setDefaults() {
 // The image's asset lives under "buffer" while the parameter that refers to it is "bitmap".
 int BitmapTexture::writeXML(AssetXmlWriter& writer, std::u16string url) {
     url += u"/" + pluginType();
-    const std::u16string uvwUrl = writeChildAt(writer, uvwgen, url, u"uvwgen");
-    const std::u16string bufferUrl = writeChildAt(writer, bitmap, url, u"buffer");
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
-    writer.writePlugin("uvwgen", uvwgen, uvwUrl);
-    writer.writePlugin("bitmap", bitmap, bufferUrl);
+    beginFrameAfterChildren(writer, url, *this,
+                            {{"uvwgen", uvwgen, u"uvwgen"}, {"bitmap", bitmap, u"buffer"}});
     writer.writeBool("tile", tile);
     endAssetFrame(writer);
     return 0;

@@ -29,7 +29,8 @@ public:
     BitmapBuffer() { setDefaults(); }
     bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
-    int getType() override { return 0; }
+    static constexpr int kType = 0;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"BitmapBuffer"; }
 
@@ -54,7 +55,8 @@ public:
 
     BitmapTexture() { setDefaults(); }
     void setDefaults() override;
-    int getType() override { return 0; }
+    static constexpr int kType = 0;
+    int getType() override { return kType; }
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"TexBitmap"; }
 

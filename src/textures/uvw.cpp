@@ -112,14 +112,6 @@ void GenChannelUVW::setDefaults() {
     texComponents.reset();
 }
 
-bool GenChannelUVW::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readVersionIn(archive, 1, kNewestVersion, major)) return false;
-    if (major == 2) return readListedFields(archive, major, *this);
-    readFirstVersion(archive);
-    return true;
-}
-
 // Version 1 kept two angles and two mirror flags of the texture placement between the
 // transforms and the wrap settings, and no placement of the channel.
 void GenChannelUVW::readFirstVersion(QuickArchive& archive) {
@@ -142,7 +134,7 @@ void GenChannelUVW::updateTransforms() {
 int GenChannelUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeComponentTransform("uvw_transform", uvwComponents.values());
     writer.writeTransform("tex_transform", tex_transform);
     writer.writeInteger("wrap_u", wrap_u);
@@ -160,14 +152,6 @@ void GenEnvironmentUVW::setDefaults() {
     uvw_matrix = Matrix::identity();
     mappingType = 2;
     components.reset();
-}
-
-bool GenEnvironmentUVW::deserialize(QuickArchive& archive) {
-    uint32_t major = 0;
-    if (!readVersionIn(archive, 1, kNewestVersion, major)) return false;
-    if (major == 2) return readListedFields(archive, major, *this);
-    readFirstVersion(archive);
-    return true;
 }
 
 // Version 1 kept two angles and two mirror flags, z ahead of x.
@@ -188,7 +172,7 @@ void GenEnvironmentUVW::updateTransforms() { components.compose(uvw_matrix); }
 int GenEnvironmentUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
 
     TransformComponents orientation;
     orientation.x_rotation = components.x_rotation;
@@ -251,7 +235,7 @@ bool GenProjectionUVW::isEqual(const std::shared_ptr<BaseUVW>& other) {
 int GenProjectionUVW::writeXML(AssetXmlWriter& writer, std::u16string url) {
     updateTransforms();
     url += u"/" + pluginType();
-    beginAssetFrame(writer, url, pluginType(), pluginKind());
+    beginAssetFrame(writer, url, *this);
     writer.writeComponentTransform("uvw_transform", components.values());
     endAssetFrame(writer);
     return 0;

@@ -62,12 +62,28 @@ inline bool writeField(QuickArchive& archive, const TransformComponents& compone
     return components.writeTo(archive);
 }
 
+// A UVW generator whose version 2 is its listed fields and whose version 1 has a layout of its
+// own, read by the class's `readFirstVersion`.
+template <class Derived>
+class TwoLayoutUVW : public ListedFamilyClass<Derived, BaseUVW> {
+public:
+    static constexpr bool kChecksChildrenFirst = false;
+
+    bool deserialize(QuickArchive& archive) override {
+        Derived& self = static_cast<Derived&>(*this);
+        uint32_t major = 0;
+        if (!readVersionIn(archive, 1, Derived::kNewestVersion, major)) return false;
+        if (major == 2) return readListedFields(archive, major, self);
+        self.readFirstVersion(archive);
+        return true;
+    }
+};
+
 // Reading relies on the fresh object of the factory: a version 1 record leaves the components
 // it does not name as they were.
-class GenChannelUVW : public ListedFamilyClass<GenChannelUVW, BaseUVW> {
+class GenChannelUVW : public TwoLayoutUVW<GenChannelUVW> {
 public:
     static constexpr uint32_t kNewestVersion = 2;
-    static constexpr bool kChecksChildrenFirst = false;
 
     Transform uvw_transform;
     Transform tex_transform;
@@ -78,9 +94,9 @@ public:
     TransformComponents texComponents;
 
     GenChannelUVW() { setDefaults(); }
-    bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
-    int getType() override { return 4; }
+    static constexpr int kType = 4;
+    int getType() override { return kType; }
     void updateTransforms() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"UVWGenChannel"; }
@@ -98,6 +114,7 @@ public:
     }
 
 private:
+    friend class TwoLayoutUVW<GenChannelUVW>;
     void readFirstVersion(QuickArchive& archive);
 };
 
@@ -105,19 +122,18 @@ private:
 extern const char16_t* const kMappingTypeWords[4];
 
 // Like GenChannelUVW it relies on the factory's fresh object.
-class GenEnvironmentUVW : public ListedFamilyClass<GenEnvironmentUVW, BaseUVW> {
+class GenEnvironmentUVW : public TwoLayoutUVW<GenEnvironmentUVW> {
 public:
     static constexpr uint32_t kNewestVersion = 2;
-    static constexpr bool kChecksChildrenFirst = false;
 
     Matrix uvw_matrix;
     int32_t mappingType;
     TransformComponents components;
 
     GenEnvironmentUVW() { setDefaults(); }
-    bool deserialize(QuickArchive& archive) override;
     void setDefaults() override;
-    int getType() override { return 3; }
+    static constexpr int kType = 3;
+    int getType() override { return kType; }
     void updateTransforms() override;
     int writeXML(AssetXmlWriter& writer, std::u16string url) override;
     std::u16string pluginType() override { return u"UVWGenEnvironment"; }
@@ -131,6 +147,7 @@ public:
     }
 
 private:
+    friend class TwoLayoutUVW<GenEnvironmentUVW>;
     void readFirstVersion(QuickArchive& archive);
 };
 
@@ -160,7 +177,8 @@ protected:
 class GenPlanarWorldUVW : public GenProjectionUVW {
 public:
     GenPlanarWorldUVW() { GenProjectionUVW::setDefaults(); }
-    int getType() override { return 0; }
+    static constexpr int kType = 0;
+    int getType() override { return kType; }
     std::shared_ptr<BaseUVW> clone() override;
     std::u16string pluginType() override { return u"UVWGenPlanarWorld"; }
 };
@@ -170,7 +188,8 @@ public:
     GenObjectUVW() { GenProjectionUVW::setDefaults(); }
     // Unlike its sisters it starts every read from its defaults.
     bool deserialize(QuickArchive& archive) override;
-    int getType() override { return 1; }
+    static constexpr int kType = 1;
+    int getType() override { return kType; }
     std::shared_ptr<BaseUVW> clone() override;
     std::u16string pluginType() override { return u"UVWGenObject"; }
 };
