@@ -48,6 +48,16 @@ TEST(QuickArchive, BlocksGrowOneAtATimeAreSharedByCopiesAndANewOneIsCleared) {
     EXPECT_EQ(std::make_pair(b.blockCount(), b.writePos()),
               std::make_pair(size_t(2), uint64_t(4097)));
 
+    // A read that spans blocks keeps every byte in order.
+    QuickArchive spanned;
+    std::string pattern(2 * 4096 + 100, '\0');
+    for (size_t k = 0; k < pattern.size(); ++k) pattern[k] = char('a' + k % 23);
+    spanned.writeBytes(pattern.data(), pattern.size());
+    spanned.setReadPos(10);
+    std::string back(pattern.size() - 10, '\0');
+    spanned.readBytes(&back[0], back.size());
+    EXPECT_EQ(back, pattern.substr(10));
+
     QuickArchive original(1), copy = original;  // copies share their blocks
     original.write(int32_t(42));
     copy.read(v);

@@ -153,6 +153,16 @@ TEST(GlassBrdf, EveryVersion) {
     EXPECT_FLOAT_EQ(fresnelIorOf(g5.color_tex), 1.9f);
     EXPECT_EQ(g5.transparency, Color(0.2f, 0.3f, 0.4f));
     EXPECT_EQ(g5.name, u"BRDFRefraction");
+    // Each of the five child slots holds its own texture.
+    RecordBuilder slots = glass(5);
+    slots.floats({0.6f, 0.5f, 0.75f}).i32(1).floats({10, 0.1f, 0.2f, 0.3f}).color(0.5f, 0.5f, 0.5f);
+    for (float ior : {1.1f, 1.2f, 1.3f, 1.4f}) slots.append(fresnelSlot(ior));
+    slots.color(0.2f, 0.3f, 0.4f).f32(0.8f).append(fresnelSlot(1.5f));
+    const auto gs = readAs<Glass_BRDF>(slots);
+    EXPECT_EQ((F{fresnelIorOf(gs.color_tex), fresnelIorOf(gs.glossiness_tex),
+                 fresnelIorOf(gs.ior_texture), fresnelIorOf(gs.translucency_tex),
+                 fresnelIorOf(gs.transparency_tex)}),
+              (F{1.1f, 1.2f, 1.3f, 1.4f, 1.5f}));
     const auto g6 = readAs<Glass_BRDF>(current(6).brdfSection("Clear\tGlass\n", false, true, true));
     EXPECT_EQ(g6.name, u"ClearGlass");
     EXPECT_TRUE(g6.layerFlagB);

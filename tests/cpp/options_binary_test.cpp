@@ -64,7 +64,8 @@ TEST(AllOptionsBinary, EveryMajorReadsToItsEndWithTheRowsItHas) {
     const AllOptions defaults;
     for (uint32_t major = 0; major <= 0x17; major = major == 9 ? 0x10 : major + 1) {
         SCOPED_TRACE(major);
-        AllOptions o;
+        AllOptions o;  // used before: nothing of the newest record may stay
+        ASSERT_TRUE(readAll(o, buildOptions({0x17})));
         ASSERT_TRUE(readAll(o, buildOptions({major})));
         EXPECT_EQ(o.environment.gi_color, Color(0.4f, 0.5f, 0.6f));  // rows every major has
         EXPECT_FLOAT_EQ(o.output.img_imageAspect, rowFloat(31));
@@ -318,6 +319,26 @@ TEST(RenderView, VersionsOneAndTwoPlaceTheTransformAtEitherEnd) {
     EXPECT_FALSE(view.flagD.getValue(0.0));
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 9.0f);
     EXPECT_FLOAT_EQ(view.transform.getValue(0.0).m.v[1].y, 2.0f);
+}
+
+// A version 1 view whose archive ends right after its transform: the three reals stored as
+// floats read as zero past the end, whatever the view held before.
+TEST(RenderView, VersionOneCutAfterItsTransformStartsItsRealsAtZero) {
+    StreamBuilder b;
+    b.u32(0x10000);
+    appendTransform(b, 7.0f);
+    QuickArchive archive;  // the record fills the block's end, nothing follows it
+    const std::string filler(QuickArchive::kBlockSize - b.size(), '\0');
+    archive.writeBytes(filler.data(), filler.size());
+    archive.writeBytes(b.bytes().data(), b.size());
+    archive.setReadPos(QuickArchive::kBlockSize - b.size());
+    RenderView view;
+    view.realB.resetTo(5.0f);
+    ASSERT_TRUE(view.deserialize(archive));
+    EXPECT_FLOAT_EQ(view.transform.getValue(0.0).offset.x, 7.0f);
+    EXPECT_EQ(view.fov.getValue(0.0), 0.0f);
+    EXPECT_EQ(view.realB.getValue(0.0), 0.0f);
+    EXPECT_EQ(view.realC.getValue(0.0), 0.0f);
 }
 
 TEST(RenderView, VersionThreeRoundTripsAndWritesItsSize) {

@@ -170,6 +170,30 @@ TEST_F(UpgradePassTest, LinkBelowAWrapperIsReplacedByItsBaseOrTheWrapperIsLost) 
     EXPECT_FALSE(host.materials.front()->hasDictionary);
 }
 
+// The parent search goes one level below the deepest link the walk counts: a wrapper 256 levels
+// down still takes the base, ahead of a shallower wrapper of the same link.
+TEST_F(UpgradePassTest, ParentSearchReachesAWrapperAtItsDepthLimit) {
+    auto inner = layered(u"Inner", Color(1, 0, 0));
+    const MaterialPtr link = linked(u"Link", u"Host", inner);
+    auto chainTop = std::make_shared<MaterialBump>();
+    auto deepest = chainTop;
+    for (int depth = 2; depth <= 256; ++depth) {
+        auto next = std::make_shared<MaterialBump>();
+        deepest->base_mtl = next;
+        deepest = next;
+    }
+    deepest->base_mtl = link;  // depth 257: past the walk, inside the parent search
+    auto shallow = std::make_shared<MaterialBump>();
+    shallow->base_mtl = link;
+    auto root = std::make_shared<Material2Sided>();
+    root->front = chainTop;
+    root->back = shallow;
+
+    EXPECT_EQ(editor.resolveLinked(root), root);
+    EXPECT_EQ(deepest->base_mtl, inner);
+    EXPECT_EQ(shallow->base_mtl, link);
+}
+
 TEST_F(UpgradePassTest, ClosedGatesAndFailedOperationsStopWhereTheyMust) {
     add(layered(u"Brick", Color(1, 0, 0)));
     const struct {
@@ -252,6 +276,26 @@ TEST_F(UpgradePassTest, TexturesReachTheHostMaterial) {
     EXPECT_EQ(host1->textureAssignments, 1);
     EXPECT_FALSE(host1->texture);
     EXPECT_EQ(*host1->color, Color(0.3f, 0.3f, 0.3f));
+}
+
+// A blend gives its bitmap and colour whichever of its two slots holds the bitmap.
+TEST_F(UpgradePassTest, ABlendInEitherOrderGivesItsBitmapAndColour) {
+    for (const bool bitmapFirst : {true, false}) {
+        SCOPED_TRACE(bitmapFirst);
+        auto stone = layered(u"Stone", Color(1, 0, 0));
+        auto blend = std::make_shared<BlendTexture>();
+        auto bitmap = makeBitmapTexture(u"C:\\maps\\Stone.png");
+        auto color = std::make_shared<AColorTexture>(AColor(0.1f, 0.2f, 0.3f, 1.0f));
+        blend->color_a = bitmapFirst ? bitmap : color;
+        blend->color_b = bitmapFirst ? std::shared_ptr<BaseTexture>(color) : bitmap;
+        firstDiffuse(stone).color_tex = blend;
+        auto target = hostMaterial(u"Stone");
+        target->texture = u"/maps/old.png";
+        editor.applyMaterial(stone, target);
+        EXPECT_EQ(target->textureAssignments, 1);
+        EXPECT_EQ(target->texture, std::optional<std::u16string>(u"C:\\maps\\Stone.png"));
+        EXPECT_EQ(target->color, std::optional<Color>(Color(0.1f, 0.2f, 0.3f)));
+    }
 }
 
 TEST_F(UpgradePassTest, ReferencesShowWhatTheyPointTo) {

@@ -100,11 +100,11 @@ TEST(GenChannelUVW, ReadsBothVersionsInTableOrder) {
         .identityTransform()
         .floats({3, 0, 0, 0, 3, 0, 0, 0, 3, 0, 0, 0})  // a stored scale the components lack
         .floats({30, 60})                              // tex x_rotation, y_rotation
-        .ints({1, 1})                                  // tex x_mirror, y_mirror
+        .ints({1, 0})                                  // tex x_mirror, y_mirror
         .ints({4, 5, 2});                              // wrap_u, wrap_v, uvw_channel
     uvw = GenChannelUVW();
     ASSERT_TRUE(readAll(uvw, record));
-    EXPECT_EQ(uvw.texComponents, comps({30, 60, 0, 1, 1, 1, 0, 0, 0}, {1, 1, 0}));
+    EXPECT_EQ(uvw.texComponents, comps({30, 60, 0, 1, 1, 1, 0, 0, 0}, {1, 0, 0}));
     EXPECT_EQ(uvw.uvw_channel, 2);
     EXPECT_EQ(uvw.tex_transform.m.v[0].x, 3);
 

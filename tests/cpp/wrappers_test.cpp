@@ -115,6 +115,10 @@ TEST_F(WrappersTest, MultiReadsBothVersionsAndSharesItsEntries) {
     EXPECT_TRUE(
         readFails(m3, plainLayered(RecordBuilder().version(2).u32(3).u32(1), "Kept", "L").u32(15)));
     EXPECT_EQ(m3.materials.size(), 1u);
+    RecordBuilder unknownBeforeSection;  // a whole section behind the unknown id does not save it
+    section(plainLayered(unknownBeforeSection.version(2).u32(2).u32(1), "Kept", "L").u32(15),
+            "Multi", "u");
+    EXPECT_TRUE(readFails(m3, unknownBeforeSection));
     EXPECT_TRUE(readFails(
         m3, plainLayered(RecordBuilder().version(2).u32(0xFFFFFFFFu).u32(1), "Only", "L")));
     EXPECT_EQ(m3.materials.size(), 1u);
