@@ -151,7 +151,9 @@ private:
     void settle();
     void putBytes(const char* bytes, size_t n) {
         char* at = room(n);
-        std::memcpy(at, bytes, n);
+        // Not memcpy by name: Ruby's headers, which the extension includes before this one,
+        // redefine that name as a macro.
+        std::char_traits<char>::copy(at, bytes, n);
         advance(at + n);
     }
     // Literals are appended with their known length, without measuring them.
