@@ -53,10 +53,23 @@ module IsolatedRuby
     require "Quillonbin2xml"
     require "json"
     OMNI = JSON.parse(File.read(#{File.join(QuillonTestHelper::SAMPLES, "light_type2_omni.json").inspect}))
+    # What a block gave or raised, as one printable value.
+    def outcome
+      [:value, yield]
+    rescue Exception => e
+      [:raised, e.class, e.message]
+    end
   RUBY
 
   def run_isolated(source, env: {})
     out, err, status = Open3.capture3(env, RbConfig.ruby, "-e", PRELUDE + source)
     [out, err, status.exitstatus]
+  end
+
+  # Runs `source` in a child interpreter that must live, and compares what it printed.
+  def assert_child_prints(source, expected_lines)
+    out, err, code = run_isolated(source)
+    assert_equal 0, code, "the child died: #{err}"
+    assert_equal expected_lines, out.lines.map(&:chomp), err
   end
 end

@@ -17,17 +17,10 @@ class EntryGuardTest < Minitest::Test
     %w[Vector3d Point3d Transformation PolygonMesh].each { Geom.const_set(_1, Class.new) }
     module Quillon; end
     QuillonProbe.register_host_classes(Quillon)
-    def outcome
-      [:value, yield]
-    rescue Exception => e
-      [:raised, e.class, e.message]
-    end
   RUBY
 
   def assert_child(source, expected_lines)
-    out, err, code = run_isolated(VALUE_CLASSES + source)
-    assert_equal 0, code, "the child died: #{err}"
-    assert_equal expected_lines, out.lines.map(&:chomp), err
+    assert_child_prints(VALUE_CLASSES + source, expected_lines)
   end
 
   # A bignum beyond a double's range warns while it is converted, and with $VERBOSE set the

@@ -8,14 +8,9 @@ class JumpsTest < Minitest::Test
   include QuillonTestHelper
   include IsolatedRuby
 
-  # Defines `outcome { ... }` (what a block gave or raised) and `Jumper`, whose to_int runs a
-  # given block, and, for each case, prints the outcome through pack and through the extension.
+  # Defines `Jumper`, whose to_int runs a given block, and, for each case, prints the outcome
+  # through pack and through the extension (`outcome` comes with every child's prelude).
   CASES_PRELUDE = <<~RUBY.freeze
-    def outcome
-      [:value, yield]
-    rescue Exception => e
-      [:raised, e.class, e.message]
-    end
     class Jumper
       def initialize(&body) = @body = body
       def to_int = @body.call
@@ -28,9 +23,7 @@ class JumpsTest < Minitest::Test
   RUBY
 
   def assert_isolated(source, expected_lines)
-    out, err, code = run_isolated(CASES_PRELUDE + source)
-    assert_equal 0, code, "the child died: #{err}"
-    assert_equal expected_lines, out.lines.map(&:chomp), err
+    assert_child_prints(CASES_PRELUDE + source, expected_lines)
   end
 
   def test_throw_and_return_reach_their_targets_as_through_plain_ruby
